@@ -1,0 +1,59 @@
+# What every target of the project has in common: language, warnings, sanitizers, and the one way a folder
+# becomes a library that may include only what it links.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(OX_CCACHE ccache)
+if(OX_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${OX_CCACHE})
+endif()
+find_program(OX_LLD ld.lld)
+if(OX_LLD)
+  add_link_options(-fuse-ld=lld)
+endif()
+
+add_library(ox_flags INTERFACE)
+target_include_directories(ox_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(ox_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
+if(OX_WERROR)
+  target_compile_options(ox_flags INTERFACE -Werror)
+endif()
+if(OX_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(OX_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# ox_library(NAME SOURCES file... LINKS library...): one folder, one library.
+function(ox_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC ox_flags ${ARG_LINKS})
+endfunction()
+
+# ox_test(NAME SOURCES file... LINKS library...): one GoogleTest program; every test in it is known to ctest.
+function(ox_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ox_flags ${ARG_LINKS} GTest::gtest GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(${name} PRIVATE OX_DEMO_FOLDER="${PROJECT_SOURCE_DIR}/demo")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+endfunction()
+
+# ox_fuzzer(NAME LINKS library...): one libFuzzer harness, fuzz/NAME.cpp.
+function(ox_fuzzer name)
+  cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+  add_executable(${name} ${name}.cpp)
+  target_link_libraries(${name} PRIVATE ox_flags ${ARG_LINKS})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endfunction()

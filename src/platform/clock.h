@@ -1,0 +1,26 @@
+// Time as the program sees it.
+#pragma once
+
+namespace ox {
+
+/// A date and a time of day of the host's local time.
+struct CivilTime {
+  int year = 0;    // four digits
+  int month = 0;   // 1 to 12
+  int day = 0;     // 1 to 31
+  int hour = 0;    // 0 to 23
+  int minute = 0;  // 0 to 59
+  int second = 0;  // 0 to 60
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  /// Seconds since local midnight with their fraction, rounded to single precision: falls back to 0 at midnight.
+  virtual float SecondsSinceMidnight() = 0;
+
+  virtual CivilTime Now() = 0;
+};
+
+}  // namespace ox

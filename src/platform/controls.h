@@ -1,0 +1,189 @@
+// The controls of a window: each holds what is shown, tells whoever shows it of a change, and is told what the user
+// did. Controls are public members of their window; they know no toolkit.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ox {
+
+class Window;
+
+/// What has changed in a control and is to be shown anew.
+enum class Change { Enabled, Visible, Text, Appended, Checked, Items, Selected, Focus, Default };
+
+/// What all controls have in common. Texts are UTF-8.
+class Control {
+ public:
+  using View = std::function<void(Change)>;
+  using Handler = std::function<void()>;
+
+  /// Joins the window's list of controls; `name` is the objectName of its widget in the window's form.
+  Control(Window& window, std::string_view name);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control() = default;
+
+  const std::string& Name() const { return name_; }
+
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled);
+
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible);
+
+  /// Puts the input focus into this control.
+  void SetFocus();
+
+  /// The one who shows this control; an empty function when nobody does any more.
+  void ConnectView(View view) { view_ = std::move(view); }
+
+ protected:
+  void Tell(Change change) const;
+
+  /// Runs a handler of the window for something that the user did, unless the control is disabled or hidden.
+  void RunHandler(const Handler& handler);
+
+  /// Whether the user can reach this control at all.
+  bool Usable() const { return enabled_ && visible_; }
+
+ private:
+  Window& window_;
+  std::string name_;
+  View view_;
+  bool enabled_ = true;
+  bool visible_ = true;
+};
+
+/// A control with a caption or a content.
+class TextControl : public Control {
+ public:
+  TextControl(Window& window, std::string_view name, std::string_view text) : Control(window, name), text_(text) {}
+
+  const std::string& Text() const { return text_; }
+  void SetText(std::string_view text);
+
+ protected:
+  std::string text_;
+};
+
+/// A text that the user only reads.
+class Label : public TextControl {
+ public:
+  Label(Window& window, std::string_view name, std::string_view text = {}) : TextControl(window, name, text) {}
+
+  /// Adds to the end of the text.
+  void Append(std::string_view text) { SetText(text_ + std::string(text)); }
+};
+
+class Button : public TextControl {
+ public:
+  using TextControl::TextControl;
+
+  /// The user clicked.
+  void Click() { RunHandler(onClick); }
+
+  /// Makes this the button that Enter clicks.
+  void MakeDefault() { Tell(Change::Default); }
+
+  Handler onClick;
+};
+
+/// An entry of the menu bar or of one of its menus; "&" marks the access key.
+class MenuEntry : public TextControl {
+ public:
+  using TextControl::TextControl;
+
+  /// The user chose the entry.
+  void Click() { RunHandler(onClick); }
+
+  Handler onClick;
+};
+
+class CheckBox : public TextControl {
+ public:
+  using TextControl::TextControl;
+
+  bool Checked() const { return checked_; }
+
+  /// Sets the mark from the program; runs no handler.
+  void SetChecked(bool checked);
+
+  /// The user clicked: turns the mark over, then runs the handler.
+  void Click();
+
+  Handler onClick;
+
+ private:
+  bool checked_ = false;
+};
+
+/// A field to type in, of one line or, for traces and displays, of many.
+class TextBox : public TextControl {
+ public:
+  TextBox(Window& window, std::string_view name, std::string_view text = {}) : TextControl(window, name, text) {}
+
+  /// Adds to the end of the text and shows the end; costs what is added, not what is there.
+  void Append(std::string_view text);
+
+  /// The user typed: the content is now `text`.
+  void Edit(std::string_view text);
+
+  Handler onChange;
+};
+
+/// A list to choose one line from.
+class ListBox : public Control {
+ public:
+  static constexpr int kNone = -1;
+
+  using Control::Control;
+
+  const std::vector<std::string>& Items() const { return items_; }
+
+  /// Replaces the lines; none is selected then.
+  void SetItems(std::vector<std::string> items);
+
+  /// Index of the selected line, or kNone.
+  int Selected() const { return selected_; }
+  /// Text of the selected line; empty when there is none.
+  std::string SelectedItem() const;
+
+  /// Selects from the program; runs no handler. An index that does not exist selects nothing.
+  void SetSelected(int index);
+
+  /// The user selected a line (a click, the arrow keys).
+  void Select(int index);
+
+  /// The user chose a line for good (a double click, Enter).
+  void Activate(int index);
+
+  Handler onSelect;
+  Handler onActivate;
+
+ private:
+  bool Has(int index) const { return index >= 0 && index < static_cast<int>(items_.size()); }
+
+  std::vector<std::string> items_;
+  int selected_ = kNone;
+};
+
+/// Ticks while it is enabled; disabled at first. Ticks that come while the handler still runs reach it nested.
+class Timer : public Control {
+ public:
+  Timer(Window& window, std::string_view name, int intervalMilliseconds);
+
+  int IntervalMilliseconds() const { return interval_; }
+
+  /// The interval is over.
+  void Tick() { RunHandler(onTick); }
+
+  Handler onTick;
+
+ private:
+  int interval_;
+};
+
+}  // namespace ox

@@ -1,0 +1,60 @@
+// Files, folders and drives of the host. Paths are UTF-8; a bare name lies in the working folder.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+/// A text file open for appending; it is closed with this object.
+class AppendFile {
+ public:
+  virtual ~AppendFile() = default;
+
+  /// Appends the bytes and hands them to the disk before it returns; false when that failed.
+  virtual bool Append(BytesView bytes) = 0;
+};
+
+/// How the host writes its paths.
+struct PathStyle {
+  char separator = '/';
+  bool driveLetters = false;  // drives are "C:"; without them a drive is the folder where a volume is mounted
+};
+
+class Files {
+ public:
+  static constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+  virtual ~Files() = default;
+
+  /// The file's content, cut off after `limit` bytes; nothing when it cannot be opened or read (a folder, no rights).
+  virtual std::optional<Bytes> Read(const std::string& path, std::size_t limit) = 0;
+  std::optional<Bytes> Read(const std::string& path) { return Read(path, kNoLimit); }
+
+  /// Writes the content beside the file and renames it into its place, so that the file is never half written; false,
+  /// with the file as it was, when that failed.
+  virtual bool Replace(const std::string& path, BytesView content) = 0;
+
+  /// Opens a file at its end, made when missing; null when that failed.
+  virtual std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) = 0;
+
+  virtual PathStyle Style() const = 0;
+
+  /// The folder in which bare names lie, as a full path.
+  virtual std::string WorkingFolder() = 0;
+
+  /// The drives of the machine: "C:" and so on, or "/" and the mounted volumes.
+  virtual std::vector<std::string> Drives() = 0;
+
+  /// Names, sorted, of the folders and of the files in a folder (full path); nothing when the folder cannot be read.
+  virtual std::optional<std::vector<std::string>> FoldersIn(const std::string& folder) = 0;
+  virtual std::optional<std::vector<std::string>> FilesIn(const std::string& folder) = 0;
+};
+
+}  // namespace ox

@@ -1,0 +1,59 @@
+// The serial port as the program uses it: five polled operations and one modem line.
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+/// A port that is missing, taken, forbidden, wrongly set or gone in the middle of its use.
+class PortError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/ and programming/.
+class SerialPort {
+ public:
+  SerialPort() = default;
+  SerialPort(const SerialPort&) = delete;
+  SerialPort& operator=(const SerialPort&) = delete;
+  virtual ~SerialPort() = default;
+
+  /// Line parameters for the next opening: "<baud>,<parity>,<data bits>,<stop bits>", for example "9600,O,7,1".
+  virtual void SetSettings(std::string_view settings) = 0;
+
+  /// COM port number, from 1 on; any other is refused at once or at the opening. Not while the port is open.
+  virtual void SetCommPort(int number) = 0;
+
+  virtual bool PortOpen() const = 0;
+
+  /// Takes the port for this program alone. What had arrived before is kept.
+  virtual void Open() = 0;
+
+  /// Sends out what was written first, within the time that the line needs for it, then frees the port. Does nothing
+  /// on a closed port and never fails.
+  virtual void Close() noexcept = 0;
+
+  /// Sends all the bytes, or throws.
+  virtual void Output(BytesView bytes) = 0;
+
+  /// Everything that has arrived so far; empty when nothing has.
+  virtual Bytes Input() = 0;
+
+  /// Switches the data-terminal-ready line; a port without modem lines takes it silently.
+  virtual void SetModemLine(bool on) = 0;
+};
+
+/// Makes the serial-port control of a window, closed; the window owns it.
+class SerialPorts {
+ public:
+  virtual ~SerialPorts() = default;
+  virtual std::unique_ptr<SerialPort> Create() = 0;
+};
+
+}  // namespace ox

@@ -1,0 +1,31 @@
+// The far end of a serial line: what a device and a modem have in common.
+#pragma once
+
+#include <optional>
+
+#include "platform/bytes.h"
+#include "simulator/line_settings.h"
+#include "simulator/seconds.h"
+
+namespace ox::sim {
+
+/// Bytes in, bytes out, the time given from outside.
+class Endpoint {
+ public:
+  Endpoint() = default;
+  Endpoint(const Endpoint&) = delete;
+  Endpoint& operator=(const Endpoint&) = delete;
+  virtual ~Endpoint() = default;
+
+  /// What the PC put on the line, with the PC's settings; an end whose own settings do not fit understands
+  /// nothing.
+  virtual void Receive(BytesView bytes, const LineSettings& pc, Seconds now) = 0;
+  /// When the next output is due; nothing while the end has nothing to say.
+  virtual std::optional<Seconds> NextOutput() const = 0;
+  /// The output that is due by now, in its order.
+  virtual Bytes TakeOutput(Seconds now) = 0;
+  /// The end's present settings.
+  virtual LineSettings Line() const = 0;
+};
+
+}  // namespace ox::sim

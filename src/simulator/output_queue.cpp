@@ -1,0 +1,28 @@
+// Keeping output until it is due.
+#include "simulator/output_queue.h"
+
+#include <algorithm>
+
+namespace ox::sim {
+
+void OutputQueue::Add(Seconds due, BytesView bytes) {
+  if (bytes.empty()) return;
+  if (!pieces_.empty()) due = std::max(due, pieces_.back().due);
+  pieces_.push_back({due, Bytes(bytes)});
+}
+
+std::optional<Seconds> OutputQueue::Next() const {
+  if (pieces_.empty()) return std::nullopt;
+  return pieces_.front().due;
+}
+
+Bytes OutputQueue::Take(Seconds now) {
+  Bytes taken;
+  while (!pieces_.empty() && pieces_.front().due <= now) {
+    taken += pieces_.front().bytes;
+    pieces_.pop_front();
+  }
+  return taken;
+}
+
+}  // namespace ox::sim

@@ -1,0 +1,76 @@
+// The loader of a simulated device: takes block frames and writes them into the device's memory.
+#pragma once
+
+#include <vector>
+
+#include "platform/bytes.h"
+#include "simulator/device_memory.h"
+#include "simulator/reply_faults.h"
+
+namespace ox::sim {
+
+/// What the loader of a device can do.
+struct LoaderModel {
+  Bytes kinds;           ///< the kind queries it accepts, out of "abc"; none for software before 3.0
+  bool preparesProgram;  ///< asks for "0" and "1" before program blocks; else a kind query opens the program
+                         ///< area
+};
+
+inline const LoaderModel kLoaderBefore30{"", true};
+inline const LoaderModel kLoaderGeneration2{"a", true};
+inline const LoaderModel kLoaderGeneration3{"bc", false};
+
+/// Bytes at 19200,n,8,1 in, replies out; the time is given from outside. The loader keeps its state however
+/// often the other end closes its port, until the device restarts.
+///
+/// A request is "S", answered "A", then a block frame, answered "A" or "N". Which area "P" writes: the tables
+/// after "2", the program after "0" and "1". An accepted kind query forgets a preparation; on a device that
+/// wants none for its program it opens the program area. With no area open "P" is refused.
+class Loader {
+ public:
+  /// Memory and faults belong to the device and must outlive the loader.
+  Loader(LoaderModel model, DeviceMemory& memory, ReplyFaults& faults);
+
+  /// Starts the loader afresh: nothing prepared, waiting for "S".
+  void Start();
+
+  /// True from Start until an "X" that the device could follow by restarting with a sound program.
+  bool Running() const { return running_; }
+
+  /// Takes bytes that arrive now; they may come in any pieces. Returns the replies, in order of their
+  /// requests. Bytes after the restart are left alone. A frame in which nothing arrives for kFrameSilence is
+  /// forgotten.
+  std::vector<TimedReply> Receive(BytesView bytes, Seconds now);
+
+  /// Pause within a frame after which the loader waits for "S" again.
+  static constexpr Seconds kFrameSilence = 0.5;
+
+ private:
+  enum class State { Idle, Awake, Header, Data, Skipping };
+  enum class Area { None, Tables, Program };
+
+  void Take(char byte, Seconds now, std::vector<TimedReply>& replies);
+  void TakeWhileAwake(char byte, Seconds now, std::vector<TimedReply>& replies);
+  void WakeUp(Seconds now, std::vector<TimedReply>& replies);
+  void FinishHeader(Seconds now, std::vector<TimedReply>& replies);
+  void Answer(bool frameSound, Seconds now, std::vector<TimedReply>& replies);
+  bool CarryOut(char letter);
+  bool OpenForKind(char letter);
+  bool Prepare(char letter);
+  bool WriteBlock();
+  bool Leave();
+
+  LoaderModel model_;
+  DeviceMemory& memory_;
+  ReplyFaults& faults_;
+  bool running_ = false;
+  State state_ = State::Idle;
+  Area area_ = Area::None;
+  bool programUnlocked_ = false;  // "0" was accepted, "1" may erase
+  Bytes header_;
+  Bytes data_;
+  std::size_t dataDue_ = 0;  // data bytes that belong to the frame
+  Seconds lastByte_ = 0;
+};
+
+}  // namespace ox::sim

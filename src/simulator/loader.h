@@ -1,6 +1,7 @@
 // The loader of a simulated device: takes block frames and writes them into the device's memory.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "platform/bytes.h"
@@ -11,9 +12,9 @@ namespace ox::sim {
 
 /// What the loader of a device can do.
 struct LoaderModel {
-  Bytes kinds;           ///< the kind queries it accepts, out of "abc"; none for software before 3.0
-  bool preparesProgram;  ///< asks for "0" and "1" before program blocks; else a kind query opens the program
-                         ///< area
+  Bytes kinds;  ///< the kind queries it accepts, out of "abc"; none for software before 3.0
+  /// True: it writes its program after "0" and "1". False: after a kind query, without preparation.
+  bool preparesProgram;
 };
 
 inline const LoaderModel kLoaderBefore30{"", true};
@@ -46,19 +47,17 @@ class Loader {
   static constexpr Seconds kFrameSilence = 0.5;
 
  private:
-  enum class State { Idle, Awake, Header, Data, Skipping };
+  enum class State { Idle, Awake, Frame, Skipping };
   enum class Area { None, Tables, Program };
 
   void Take(char byte, Seconds now, std::vector<TimedReply>& replies);
-  void TakeWhileAwake(char byte, Seconds now, std::vector<TimedReply>& replies);
   void WakeUp(Seconds now, std::vector<TimedReply>& replies);
-  void FinishHeader(Seconds now, std::vector<TimedReply>& replies);
-  void Answer(bool frameSound, Seconds now, std::vector<TimedReply>& replies);
-  bool CarryOut(char letter);
-  bool OpenForKind(char letter);
-  bool Prepare(char letter);
+  void LookAtFrame(Seconds now, std::vector<TimedReply>& replies);
+  void Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies);
+  bool CarryOut();
+  bool ConfirmKind(char letter);
+  bool PrepareProgram(char letter);
   bool WriteBlock();
-  bool Leave();
 
   LoaderModel model_;
   DeviceMemory& memory_;
@@ -66,10 +65,9 @@ class Loader {
   bool running_ = false;
   State state_ = State::Idle;
   Area area_ = Area::None;
-  bool programUnlocked_ = false;  // "0" was accepted, "1" may erase
-  Bytes header_;
-  Bytes data_;
-  std::size_t dataDue_ = 0;  // data bytes that belong to the frame
+  bool programUnlocked_ = false;  // "0" was accepted, so "1" may erase
+  Bytes frame_;                   // header and data so far
+  std::size_t toSkip_ = 0;        // data bytes of a refused frame that are still to come
   Seconds lastByte_ = 0;
 };
 

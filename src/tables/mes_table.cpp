@@ -1,0 +1,101 @@
+// Grammar and checks of the measuring-point table.
+#include "tables/mes_table.h"
+
+#include "tables/packed_tables.h"
+#include "tables/table_characters.h"
+#include "tables/table_reader.h"
+
+namespace ox {
+namespace {
+
+bool ReadVersion(TableReader& reader, Bytes& packed) {
+  if (!reader.ReadMark('S')) return false;
+  const Bytes version =
+      reader.ReadText("Tabellenstand", kVersionMaxLength, ", Tabellenstand zu lang (max. 16 Zeichen)!");
+  packed.append(version).append(kNulPair);
+  return !version.empty();
+}
+
+// The mark /A/ has been read.
+bool ReadOfficeHead(TableReader& reader, Bytes& packed) {
+  const Bytes name = reader.ReadText("Amtsbezeichnung", kOfficeNameMaxLength,
+                                     ", Amtsbezeichnung zu lang (max. 14 Zeichen)!");
+  if (name.empty() || !reader.ReadMark('Z')) return false;
+
+  const BytesView value = reader.ReadValue("Amtskennzeichen");
+  if (value.empty()) return false;
+  // The device takes any three characters here; only the length is checked, whatever the message says.
+  if (value.size() != kOfficeCodeLength)
+    return reader.Fail(", Amtskennzeichen muss aus drei Ziffern bestehen!");
+  const Bytes code = reader.Translate(value);
+  packed.append(name).append(1, kNul).append(code).append(1, kNul);
+  return !code.empty();
+}
+
+bool IsDifference(BytesView value) {
+  return value.size() == kDifferenceLength && (value[0] == '-' || value[0] == ' ') &&
+         !DigitsOnly(value.substr(1)).empty();
+}
+
+// Both differences go by the same name in the reports.
+bool ReadDifference(TableReader& reader, char mark, Bytes& packed) {
+  if (!reader.ReadMark(mark)) return false;
+  const BytesView difference = reader.ReadValue("Differenz");
+  if (difference.empty()) return false;
+  if (!IsDifference(difference)) {
+    return reader.Fail(", Differenz muss aus 4 Ziffern mit - oder Blank als Vorzeichen bestehen!");
+  }
+  packed.append(difference);
+  return true;
+}
+
+// The mark /N/ has been read.
+bool ReadPoint(TableReader& reader, Bytes& packed) {
+  const BytesView number = reader.ReadValue("Messstellennummer");
+  if (number.empty()) return false;
+  if (number.size() != kPointNumberLength || DigitsOnly(number).empty()) {
+    return reader.Fail(", Messstellennummer muss aus 8 Ziffern bestehen!");
+  }
+  packed.append(number);
+
+  if (!ReadDifference(reader, 'D', packed) || !ReadDifference(reader, 'M', packed)) return false;
+
+  if (!reader.ReadMark('T')) return false;
+  Bytes name = reader.ReadText("Messstellenbezeichnung", kPointNameLength,
+                               ", Messstellenbezeichnung zu lang (max. 5 Zeichen)!");
+  if (name.empty()) return false;
+  name.resize(kPointNameLength, kPadding);
+  packed.append(name).append({kNul, kEntryEnd});
+  return true;
+}
+
+// The mark /A/ has been read.
+bool ReadOffice(TableReader& reader, Bytes& packed) {
+  if (!ReadOfficeHead(reader, packed)) return false;
+  while (reader.ReadMark('N', 'B')) {
+    if (reader.mark() == 'B') {
+      packed.append(kNulPair);
+      return true;
+    }
+    if (!ReadPoint(reader, packed)) return false;
+  }
+  return false;
+}
+
+}  // namespace
+
+Bytes ParseMesTable(BytesView table_text, TableMessages& messages) {
+  TableReader reader(table_text, messages);
+  Bytes packed;
+  if (!ReadVersion(reader, packed)) return {};
+  while (reader.ReadMark('A', 'E')) {
+    if (reader.mark() == 'E') {
+      packed.push_back(kNul);
+      return packed;
+    }
+    if (!ReadOffice(reader, packed)) return {};
+  }
+  return {};
+}
+
+}  // namespace ox

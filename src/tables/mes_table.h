@@ -1,0 +1,15 @@
+// Parser of measuring-point tables ("*.mes").
+#pragma once
+
+#include "platform/bytes.h"
+#include "tables/table_messages.h"
+
+namespace ox {
+
+/// Packs a measuring-point table (layout: packed_tables.h) out of its table text (see BuildTableText): the
+/// marks /S/ version, then per office /A/ name, /Z/ code, per point /N/ number, /D/ and /M/ differences, /T/
+/// name, and /B/; then /E/. Texts are translated to the device's characters. The first error is shown and
+/// gives the empty string.
+Bytes ParseMesTable(BytesView table_text, TableMessages& messages);
+
+}  // namespace ox

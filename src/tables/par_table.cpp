@@ -1,0 +1,56 @@
+// Grammar and checks of the parameter list.
+#include "tables/par_table.h"
+
+#include "tables/packed_tables.h"
+#include "tables/table_characters.h"
+#include "tables/table_reader.h"
+
+namespace ox {
+namespace {
+
+// In Windows-1252, as every message of the tables; the sharp s is DF.
+constexpr BytesView kUnitName =
+    "Ma\xDF"
+    "einheit";
+constexpr BytesView kUnitTooLong =
+    ", Ma\xDF"
+    "einheit muss aus genau 3 Zeichen bestehen!";
+
+constexpr char kSeparator = ' ';
+
+// The mark /P/ has been read.
+bool ReadParameter(TableReader& reader, Bytes& packed) {
+  const BytesView number = reader.ReadValue("Parameternummer");
+  if (number.empty()) return false;
+  if (!IsParameterNumber(number)) {
+    return reader.Fail(", Parameternummer muss aus 4 Ziffern bestehen (0000...1023!");
+  }
+
+  if (!reader.ReadMark('T')) return false;
+  Bytes designation = reader.ReadText("Parameterbezeichnung", kDesignationLength,
+                                      ", Parameterbezeichnung muss aus genau 9 Zeichen bestehen!");
+  if (designation.empty()) return false;
+  designation.resize(kDesignationLength, kPadding);
+
+  if (!reader.ReadMark('M')) return false;
+  const Bytes unit = reader.ReadText(kUnitName, kUnitLength, kUnitTooLong);
+  if (unit.empty()) return false;
+
+  packed.append(number).append(1, kSeparator).append(designation).append(1, kSeparator);
+  packed.append(unit).append(1, kNul);
+  return true;
+}
+
+}  // namespace
+
+Bytes ParseParTable(BytesView table_text, TableMessages& messages) {
+  TableReader reader(table_text, messages);
+  Bytes packed;
+  while (reader.ReadMark('P', 'E')) {
+    if (reader.mark() == 'E') return packed.append(kNulPair);
+    if (!ReadParameter(reader, packed)) return {};
+  }
+  return {};
+}
+
+}  // namespace ox

@@ -1,0 +1,15 @@
+// Parser of parameter lists ("*.par").
+#pragma once
+
+#include "platform/bytes.h"
+#include "tables/table_messages.h"
+
+namespace ox {
+
+/// Packs a parameter list (layout: packed_tables.h) out of its table text (see BuildTableText): per parameter
+/// the marks /P/ number, /T/ designation, /M/ unit; then /E/. A short designation is padded with blanks, a
+/// short unit is not. Texts are translated to the device's characters. The first error is shown and gives the
+/// empty string.
+Bytes ParseParTable(BytesView table_text, TableMessages& messages);
+
+}  // namespace ox

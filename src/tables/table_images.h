@@ -1,0 +1,48 @@
+// The two table images, one for each kind of device, as they are written into its loader.
+//
+// Both are 16384 bytes long: the body, filler bytes 255 up to offset 16381, and at 16382 the checksum, a
+// word. Older body: two words of device addresses with two bytes 00 behind each (device memory begins at 8000
+// hex):
+//   of the linked measuring-point table, which follows at offset 8, and of the packed parameter list behind
+//   it.
+// Body of generation III: four words with two bytes 00 behind each, the distance from the word to the first
+// byte
+//   of section 1 (version), 2 (parameters), 3 (offices) and 4 (measuring points), then the sections, each
+//   followed by 1 to 4 bytes 255 that make its length a multiple of four.
+#pragma once
+
+#include <cstddef>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+constexpr std::size_t kImageSize = 16384;
+constexpr std::size_t kChecksumOffset = 16382;
+constexpr std::size_t kMaxImageBody = 16380;
+
+enum class ImageStatus {
+  kBuilt,
+  kUnusable,  ///< a section could not be built, or the measuring points came out without entries
+  kOverflow,  ///< the body is longer than kMaxImageBody, or there are more measuring points than fit
+};
+
+struct TableImage {
+  ImageStatus status;
+  Bytes bytes;  ///< kImageSize bytes when built, else empty
+};
+
+struct TableImages {
+  TableImage generation3;
+  TableImage older;  ///< never kUnusable: what generation III refuses is legal here
+};
+
+/// Builds both images out of the linked measuring-point table and the packed parameter list. An overflow goes
+/// before an unusable section. The caller reports an overflow of generation III first, then of the older
+/// image, and an unusable image only to a device that asks for it.
+TableImages BuildTableImages(BytesView linked, BytesView parameters);
+
+/// The checksum of an image without it: 2 and the sum of all bytes, modulo 65536.
+unsigned ImageChecksum(BytesView image);
+
+}  // namespace ox

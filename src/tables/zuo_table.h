@@ -1,0 +1,14 @@
+// Parser of assignment tables ("*.zuo").
+#pragma once
+
+#include "platform/bytes.h"
+#include "tables/table_messages.h"
+
+namespace ox {
+
+/// Packs an assignment table (layout: packed_tables.h) out of its table text (see BuildTableText): per
+/// measuring point the marks /N/ number, /P/ parameter numbers separated by single commas; then /E/. The
+/// first error is shown and gives the empty string.
+Bytes ParseZuoTable(BytesView table_text, TableMessages& messages);
+
+}  // namespace ox

@@ -1,0 +1,123 @@
+// The main window's commands and messages.
+#include "app/start.h"
+
+#include <string>
+#include <utility>
+
+#include "app/messages.h"
+#include "app/settings_file.h"
+#include "platform/text.h"
+
+namespace ox {
+namespace {
+
+constexpr std::string_view kCaption = "Orvanexe Service";
+
+/// The wording names generation II also where it leads to the window of generation III.
+constexpr std::string_view kUpdateWarning =
+    "Wichtiger Hinweis:\r\n"
+    "\r\n"
+    "Führen Sie den Programmiervorgang nur aus, wenn die Stromversorgung\r\n"
+    "der Orvanexe II sichergestellt ist (Akku ausreichend geladen\r\n"
+    "oder Ladegerät angeschlossen) und achten Sie auf eine sichere\r\n"
+    "Verbindung zum PC (Stecker verschraubt)!\r\n"
+    "\r\n"
+    "Eine Unterbrechung während der Programmierung kann dazu führen, dass\r\n"
+    "das Programm nicht lauffähig ist und das Gerät in die Werkstatt muss!\r\n";
+
+constexpr std::string_view kInformation =
+    "Information zu diesem Programm:\r\n\n"
+    "Versionsnummer: 4.00\r\n"
+    "Versionsdatum:  30.10.2006";
+
+constexpr std::string_view kGeneration3 = "OX 3";
+
+std::string ConnectionReport(const SessionSettings& settings) {
+  std::string report;
+  const auto line = [&](std::string_view text) { report.append(text).append(settings.CRLF); };
+  line("Verbindung ist hergestellt!");
+  line("");
+  line("Gerätetyp: " + ToText(settings.DeviceType()));
+  line("Softwarestand: " + ToText(settings.SoftwareVersion()));
+  line("Baudrate: " + ToText(settings.BaudRate));
+  line(settings.Parity == "E" ? "Parität: gerade" : "Parität: ungerade");
+  line("Datenbits: 7");
+  return report + "COM-Port: " + ToText(settings.ComPort);
+}
+
+}  // namespace
+
+Start::Start(Host& host, Subs& subs, StartCommands commands)
+    : Window(host.windows, "Start", kCaption), host_(host), subs_(subs), commands_(std::move(commands)) {
+  MenueTools.SetVisible(false);
+  MenuModem.SetVisible(false);
+  ConnectMenu();
+}
+
+void Start::ConnectMenu() {
+  MenuDateiEnde.onClick = [this] { host_.windows.EndProgram(); };
+  MenuUpTab.onClick = [this] { RunCommand(&StartCommands::tableUpdate); };
+  MenUpPro.onClick = [this] { UpdateProgram(); };
+  MenuVerb.onClick = [this] { TestConnection(); };
+  MenuDaten.onClick = [this] { RunGuarded(&StartCommands::dataExchange); };
+  MenueToolsFirmwareOX3.onClick = [this] { RunCommand(&StartCommands::firmwarePacker); };
+  MenuPowerMonitor.onClick = [this] { RunGuarded(&StartCommands::powerMonitor); };
+  MenuModem.onClick = [this] { RunCommand(&StartCommands::modem); };
+  MenuInfo.onClick = [this] { ShowInformation(); };
+  std::size_t number = 0;
+  for (MenuEntry* entry : ComEntries()) {
+    ++number;
+    entry->onClick = [this, number] { ChooseCom(number); };
+  }
+}
+
+void Start::OnLoad() {
+  LoadSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+  const int number = subs_.settings.PortNumber();
+  if (number >= 1 && number <= 4) ChooseCom(static_cast<std::size_t>(number));
+}
+
+void Start::OnUnload() {
+  SaveSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+}
+
+void Start::ChooseCom(std::size_t number) {
+  subs_.settings.ComPort = std::to_string(number);
+  std::size_t entryNumber = 0;
+  for (MenuEntry* entry : ComEntries()) {
+    ++entryNumber;
+    entry->SetText("COM" + std::to_string(entryNumber) + (entryNumber == number ? ": <" : ":"));
+  }
+}
+
+void Start::TestConnection() {
+  if (FindDevice()) host_.windows.ShowMessage(ConnectionReport(subs_.settings));
+}
+
+void Start::UpdateProgram() {
+  if (host_.windows.ShowMessage(kUpdateWarning, Buttons::OkCancel) == Answer::Cancel) return;
+  if (!FindDevice()) return;
+  const bool generation3 = subs_.settings.DeviceType() == kGeneration3;
+  RunCommand(generation3 ? &StartCommands::programUpdate3 : &StartCommands::programUpdate2);
+}
+
+void Start::ShowInformation() {
+  host_.windows.ShowMessage(kInformation);
+}
+
+void Start::RunGuarded(Command command) {
+  if (FindDevice()) RunCommand(command);
+}
+
+void Start::RunCommand(Command command) const {
+  const auto& run = commands_.*command;
+  if (run) run();
+}
+
+bool Start::FindDevice() {
+  RunCommand(&StartCommands::connectionTest);
+  if (!subs_.settings.Connected) host_.windows.ShowMessage(kConnectionMessage);
+  return subs_.settings.Connected;
+}
+
+}  // namespace ox

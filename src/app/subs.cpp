@@ -1,0 +1,18 @@
+// What the session settings derive from their fields.
+#include "app/subs.h"
+
+#include <charconv>
+
+namespace ox {
+
+int SessionSettings::PortNumber() const {
+  int number = 0;
+  const auto [end, error] = std::from_chars(ComPort.data(), ComPort.data() + ComPort.size(), number);
+  return error == std::errc() ? number : 0;
+}
+
+Bytes SessionSettings::SoftwareVersion() const {
+  return DeviceIdent.size() > kVersionOffset ? DeviceIdent.substr(kVersionOffset, kVersionLength) : Bytes();
+}
+
+}  // namespace ox

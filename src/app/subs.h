@@ -1,0 +1,60 @@
+// Subs: the process-wide session settings and the file chooser's working values. One instance, owned by
+// Program.
+#pragma once
+
+#include <string>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+/// What every window reads, and some write, for the whole run. Texts are bytes unless said otherwise.
+struct SessionSettings {
+  Bytes CR = "\r";
+  Bytes LF = "\n";
+  Bytes CRLF = "\r\n";
+  Bytes Quote = "\"";
+  Bytes BaudRate = "9600";  // decimal digits
+  Bytes Parity = "O";       // "O" odd, "E" even
+  Bytes ComPort = "1";      // "1" to "4"; the settings file may name any other character
+  bool Connected = false;   // set only by the connection test
+  std::string Language = "D";
+  Bytes DeviceIdent;         // characters 1 to 4 the device type, 6 to 21 the software version; or "?"
+  bool ModemSwitch = false;  // the settings file holds the modem mark
+  std::string SourcePath;    // UTF-8, firmware packer
+  std::string TargetPath;    // UTF-8, firmware packer
+
+  /// Line parameters of the text dialogue: "<baud>,<parity>,7,1".
+  Bytes DialogueSettings() const { return DialogueSettings(BaudRate, Parity); }
+  static Bytes DialogueSettings(const Bytes& baud, const Bytes& parity) {
+    return baud + "," + parity + ",7,1";
+  }
+
+  /// `ComPort` as a number; 0, which no port has, when it is none.
+  int PortNumber() const;
+
+  /// Characters 1 to 4 of `DeviceIdent`.
+  Bytes DeviceType() const { return DeviceIdent.substr(0, kDeviceTypeLength); }
+  /// Characters 6 to 21 of `DeviceIdent`; empty when it is shorter.
+  Bytes SoftwareVersion() const;
+
+  static constexpr std::size_t kDeviceTypeLength = 4;
+  static constexpr std::size_t kVersionOffset = 5;
+  static constexpr std::size_t kVersionLength = 16;
+};
+
+/// How callers and the file chooser talk to each other. Paths and prompt are UTF-8.
+struct ChooserValues {
+  std::string FilePattern;    // set by the caller: "*.mes"
+  std::string ChosenFile;     // in: a name to offer; out: the full path, empty for cancel
+  std::string LastDrive;      // of the last choice from the list: "C:"
+  std::string LastFolder;     // the same without its drive: "\Tabellen"
+  std::string ChooserPrompt;  // text above the lists; nobody sets it
+};
+
+struct Subs {
+  SessionSettings settings;
+  ChooserValues chooser;
+};
+
+}  // namespace ox

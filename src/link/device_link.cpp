@@ -1,0 +1,83 @@
+// The dialogue's steps and its two failures: a device that does not answer rightly, a port that does not
+// work.
+#include "link/device_link.h"
+
+#include "platform/text.h"
+
+namespace ox {
+namespace {
+
+constexpr BytesView kReady = "A";
+constexpr BytesView kAcknowledgement = "A";
+constexpr BytesView kRefusal = "N";
+constexpr BytesView kDeviceNo = "N";
+constexpr BytesView kDeviceEnd = "R";
+constexpr BytesView kEndOfRecords = "E\r";
+
+constexpr std::string_view kWrongAnswer = "Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!";
+constexpr std::string_view kPortFailure = ": lässt sich nicht öffnen!";
+
+/// Closes the line on every way out of a dialogue, after the user has been told.
+class LineCloser {
+ public:
+  explicit LineCloser(SerialLine& line) : line_(line) {}
+  LineCloser(const LineCloser&) = delete;
+  LineCloser& operator=(const LineCloser&) = delete;
+  ~LineCloser() { line_.ClosePort(); }
+
+ private:
+  SerialLine& line_;
+};
+
+}  // namespace
+
+DeviceLink::DeviceLink(Host& host, const SessionSettings& settings, TextBox& trace, TraceMode mode)
+    : host_(host),
+      settings_(settings),
+      mode_(mode),
+      line_(host, settings, trace, kDeviceTrace),
+      waits_(host, line_) {}
+
+Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord) {
+  if (mode_ == TraceMode::LatestOnly) line_.ClearTrace();
+  const LineCloser closer(line_);
+  Bytes result;
+  try {
+    line_.OpenPort();
+    if (!Converse(request, multiRecord, result)) {
+      line_.WriteTrace("TN");
+      line_.Send(kRefusal);
+      host_.windows.ShowMessage(kWrongAnswer);
+    }
+    return result;
+  } catch (const PortError&) {
+    host_.windows.ShowMessage(ToText(settings_.ComPort) + std::string(kPortFailure));
+    return {};
+  }
+}
+
+bool DeviceLink::Converse(const Bytes& request, bool multiRecord, Bytes& result) {
+  if (waits_.WakeUp() != kReady) return false;
+  line_.WriteTrace("T" + request);
+  line_.Send(request);
+  line_.Received().Clear();
+  return CollectLines(multiRecord, result);
+}
+
+bool DeviceLink::CollectLines(bool multiRecord, Bytes& result) {
+  for (;;) {
+    const Bytes part = waits_.CollectReply(LineWaits::kDialogueWait);
+    if (part.empty()) return false;
+    line_.WriteTrace("R" + part);
+    if (part == kDeviceNo) continue;
+    if (part == kDeviceEnd) return true;
+    result += part;
+    if (!multiRecord || part == kEndOfRecords) {
+      line_.WriteTrace("TA");
+      line_.Send(kAcknowledgement);
+      return true;
+    }
+  }
+}
+
+}  // namespace ox

@@ -1,0 +1,39 @@
+// The request/reply dialogue with the device.
+#pragma once
+
+#include "app/subs.h"
+#include "link/line_waits.h"
+#include "link/serial_line.h"
+#include "platform/host.h"
+
+namespace ox {
+
+/// What the trace panel keeps: every dialogue, or the latest only.
+enum class TraceMode { Running, LatestOnly };
+
+/// A window's link to the device: its line and the dialogue on it. Window and trace panel outlive it.
+class DeviceLink {
+ public:
+  DeviceLink(Host& host, const SessionSettings& settings, TextBox& trace,
+             TraceMode mode = TraceMode::Running);
+
+  /// Wakes the device, sends `request` as it stands and collects the reply: one line, or with `multiRecord`
+  /// the lines up to and including "E" CR. Opens the port and closes it on every way out. Returns the reply
+  /// lines with their CRs; on a failure, of which the user has been told, those that had come.
+  Bytes DeviceDialogue(const Bytes& request, bool multiRecord);
+
+  void ClosePort() noexcept { line_.ClosePort(); }
+
+ private:
+  /// True when the dialogue ended well. `result` grows by every line received.
+  bool Converse(const Bytes& request, bool multiRecord, Bytes& result);
+  bool CollectLines(bool multiRecord, Bytes& result);
+
+  Host& host_;
+  const SessionSettings& settings_;
+  TraceMode mode_;
+  SerialLine line_;
+  LineWaits waits_;
+};
+
+}  // namespace ox

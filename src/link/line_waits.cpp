@@ -1,0 +1,65 @@
+// Polling the line against the clock.
+#include "link/line_waits.h"
+
+namespace ox {
+namespace {
+
+constexpr float kInputWaitSeconds = 1.0F;
+constexpr int kWakeUpTries = 3;
+constexpr BytesView kWakeUp = "S";
+constexpr char kCr = '\r';
+
+bool IsLoneAnswer(const Bytes& line) {
+  return line == "R" || line == "N";
+}
+
+}  // namespace
+
+bool LineWaits::GoesOn(float start, float length, int seconds) const {
+  const float now = host_.clock.SecondsSinceMidnight();
+  return now < start + length || now < static_cast<float>(seconds);
+}
+
+Bytes LineWaits::WaitForInput(int seconds) {
+  const float start = host_.clock.SecondsSinceMidnight();
+  while (GoesOn(start, kInputWaitSeconds, seconds)) {
+    host_.windows.Rest();
+    Bytes got = line_.Take();
+    if (!got.empty()) return got;
+  }
+  return {};
+}
+
+Bytes LineWaits::CollectReply(int seconds) {
+  ReceiveBuffer& received = line_.Received();
+  Bytes line;
+  float start = host_.clock.SecondsSinceMidnight();
+  while (GoesOn(start, static_cast<float>(seconds), seconds)) {
+    if (received.Empty()) {
+      host_.windows.Rest();
+    } else {
+      host_.windows.Yield();
+    }
+    received.Append(line_.Take());
+    if (received.Empty()) continue;
+    line += received.TakeFirst();
+    if (IsLoneAnswer(line)) return line;
+    // Every character restarts the wait: it limits the silence, not the line.
+    start = host_.clock.SecondsSinceMidnight();
+    if (line.back() == kCr) return line;
+  }
+  return line;
+}
+
+Bytes LineWaits::WakeUp() {
+  Bytes answer;
+  for (int tries = 0; tries < kWakeUpTries && answer.empty(); ++tries) {
+    line_.WriteTrace("TS");
+    line_.Send(kWakeUp);
+    answer = WaitForInput(kDialogueWait);
+  }
+  if (!answer.empty()) line_.WriteTrace("R" + answer);
+  return answer;
+}
+
+}  // namespace ox

@@ -1,0 +1,39 @@
+// The waiting operations of the text dialogue, and the wake-up that every dialogue begins with.
+#pragma once
+
+#include "link/serial_line.h"
+#include "platform/host.h"
+
+namespace ox {
+
+/// Waits on one line. All clock comparisons are in single precision on a clock that falls back to 0 at
+/// midnight: a wait that midnight overtakes ends only with input, and in the first seconds of a day no wait
+/// ends by time.
+class LineWaits {
+ public:
+  /// The wait that the dialogues pass everywhere, in seconds.
+  static constexpr int kDialogueWait = 1;
+
+  LineWaits(Host& host, SerialLine& line) : host_(host), line_(line) {}
+
+  /// The first non-empty text that the port delivers, one character or several; empty after 1.0 s. The length
+  /// of the wait is fixed: `seconds` only says how long after midnight the wait goes on in any case. Throws
+  /// PortError.
+  Bytes WaitForInput(int seconds);
+
+  /// One reply line with its CR; a lone "R" or "N"; or what had come when `seconds` passed without a
+  /// character. What follows the CR stays in the receive buffer. Throws PortError.
+  Bytes CollectReply(int seconds);
+
+  /// Sends "S" up to three times until an answer comes, traces both, and returns the answer or nothing.
+  /// Throws PortError.
+  Bytes WakeUp();
+
+ private:
+  bool GoesOn(float start, float length, int seconds) const;
+
+  Host& host_;
+  SerialLine& line_;
+};
+
+}  // namespace ox

@@ -1,0 +1,61 @@
+// The serial line of a window: its port, its receive buffer and its trace panel.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/subs.h"
+#include "link/receive_buffer.h"
+#include "platform/controls.h"
+#include "platform/host.h"
+
+namespace ox {
+
+/// How the trace names the two directions. UTF-8.
+struct TraceLabels {
+  std::string_view sent;
+  std::string_view received;
+};
+constexpr TraceLabels kDeviceTrace{"PC -> OX", "PC <- OX"};
+constexpr TraceLabels kModemTrace{"PC -> Modem", "PC <- Modem"};
+
+/// The lower half of the link. Owns its port; the trace panel is the window's and outlives the line.
+class SerialLine {
+ public:
+  SerialLine(Host& host, const SessionSettings& settings, TextBox& trace, TraceLabels labels);
+
+  /// Sets the port to the session's line parameters and opens it unless it is open. Throws PortError.
+  void OpenPort();
+
+  /// Closes the port if it is open; never fails.
+  void ClosePort() noexcept;
+
+  /// Sends the text as it stands. Throws PortError.
+  void Send(BytesView text) { port_->Output(text); }
+
+  /// Everything that has arrived; empty when nothing has. Throws PortError.
+  Bytes Take() { return port_->Input(); }
+
+  /// Switches the port's data-terminal-ready line. Throws PortError.
+  void SetModemLine(bool on) { port_->SetModemLine(on); }
+
+  /// Adds a line to the trace and lets it be painted. The first character of `entry` is "T" for sent, any
+  /// other for received; the rest went over the line. A final CR is shown as "<CR>".
+  void WriteTrace(BytesView entry);
+
+  void ClearTrace() { trace_.SetText(""); }
+
+  /// Characters taken from the port and not yet consumed.
+  ReceiveBuffer& Received() { return received_; }
+
+ private:
+  Host& host_;
+  const SessionSettings& settings_;
+  TextBox& trace_;
+  TraceLabels labels_;
+  std::unique_ptr<SerialPort> port_;
+  ReceiveBuffer received_;
+};
+
+}  // namespace ox

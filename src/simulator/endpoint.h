@@ -1,6 +1,7 @@
 // The far end of a serial line: what a device and a modem have in common.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 #include "platform/bytes.h"
@@ -23,7 +24,9 @@ class Endpoint {
   /// When the next output is due; nothing while the end has nothing to say.
   virtual std::optional<Seconds> NextOutput() const = 0;
   /// The output that is due by now, in its order.
-  virtual Bytes TakeOutput(Seconds now) = 0;
+  Bytes TakeOutput(Seconds now) { return TakeSome(now, Bytes::npos); }
+  /// The first characters of it, at most so many: what is not taken yet the end may still think better of.
+  virtual Bytes TakeSome(Seconds now, std::size_t most) = 0;
   /// The end's present settings.
   virtual LineSettings Line() const = 0;
 };

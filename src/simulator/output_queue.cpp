@@ -16,11 +16,14 @@ std::optional<Seconds> OutputQueue::Next() const {
   return pieces_.front().due;
 }
 
-Bytes OutputQueue::Take(Seconds now) {
+Bytes OutputQueue::Take(Seconds now, std::size_t most) {
   Bytes taken;
-  while (!pieces_.empty() && pieces_.front().due <= now) {
-    taken += pieces_.front().bytes;
-    pieces_.pop_front();
+  while (taken.size() < most && !pieces_.empty() && pieces_.front().due <= now) {
+    Bytes& piece = pieces_.front().bytes;
+    const size_t count = std::min(most - taken.size(), piece.size());
+    taken.append(piece, 0, count);
+    piece.erase(0, count);
+    if (piece.empty()) pieces_.pop_front();
   }
   return taken;
 }

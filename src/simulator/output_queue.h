@@ -1,6 +1,7 @@
 // What a simulated device is about to say, and when.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <optional>
 
@@ -16,8 +17,8 @@ class OutputQueue {
   void Add(Seconds due, BytesView bytes);
   /// When the first piece is due; nothing when the queue is empty.
   std::optional<Seconds> Next() const;
-  /// Removes and returns everything that is due by now.
-  Bytes Take(Seconds now);
+  /// Removes and returns what is due by now, at most so many bytes of it.
+  Bytes Take(Seconds now, std::size_t most);
   /// Forgets what has not been taken.
   void Clear() { pieces_.clear(); }
 

@@ -11,7 +11,7 @@ namespace ox::sim {
 /// One office. Both texts in device characters.
 struct StationOffice {
   Bytes code;  ///< 3 characters: digits, in the older image also letters
-  Bytes name;  ///< 1 to 14 characters, without the blanks that pad it
+  Bytes name;  ///< up to 14 characters, without blanks at its end
 };
 
 /// One parameter. Both texts in device characters.
@@ -38,5 +38,11 @@ struct StationData {
   std::vector<StationParameter> parameters;
   std::vector<StationPoint> points;
 };
+
+/// A padded text without the blanks at its end.
+inline Bytes WithoutPadding(Bytes text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
 
 }  // namespace ox::sim

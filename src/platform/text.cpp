@@ -101,15 +101,6 @@ std::optional<Character> DecodeFirst(std::string_view text) {
   return Character{code, lead->length};
 }
 
-bool IsValidUtf8(std::string_view text) {
-  for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
-    const std::optional<Character> character = DecodeFirst(text);
-    if (!character) return false;
-    text.remove_prefix(character->length);
-  }
-  return true;
-}
-
 }  // namespace
 
 std::string ToText(BytesView bytes) {
@@ -142,8 +133,17 @@ Bytes ToBytes(std::string_view text) {
   return bytes;
 }
 
+bool IsUtf8(std::string_view text) {
+  for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
+    const std::optional<Character> character = DecodeFirst(text);
+    if (!character) return false;
+    text.remove_prefix(character->length);
+  }
+  return true;
+}
+
 Bytes FileTextToBytes(Bytes content) {
-  if (AsciiLength(content) == content.size() || !IsValidUtf8(content)) return content;
+  if (AsciiLength(content) == content.size() || !IsUtf8(content)) return content;
   const bool marked = BytesView(content).starts_with(kByteOrderMark);
   return ToBytes(BytesView(content).substr(marked ? kByteOrderMark.size() : 0));
 }

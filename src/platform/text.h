@@ -15,8 +15,12 @@ std::string ToText(BytesView bytes);
 /// Text that a user typed, as bytes. A character outside Windows-1252 becomes "?"; so does broken UTF-8.
 Bytes ToBytes(std::string_view text);
 
-/// The content of a text file as Windows-1252: today's editors write UTF-8, so a content that is valid UTF-8 with
-/// characters outside ASCII is brought to Windows-1252 (without its byte order mark), any other is taken as it is.
+/// Whether the bytes are well-formed UTF-8.
+bool IsUtf8(std::string_view text);
+
+/// The content of a text file as Windows-1252: today's editors write UTF-8, so a content that is valid UTF-8
+/// with characters outside ASCII is brought to Windows-1252 (without its byte order mark), any other is taken
+/// as it is.
 Bytes FileTextToBytes(Bytes content);
 
 }  // namespace ox

@@ -1,0 +1,46 @@
+// One serial line from its opening to its closing: reading, writing, and knowing when all has been sent.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "platform/bytes.h"
+#include "platform/posix/line_settings.h"
+#include "platform/posix/serial_device.h"
+
+namespace ox {
+
+/// After a PortError the line is of no more use.
+class OpenLine {
+ public:
+  /// Takes the device and sets it up; what it has received before stays to be read. Throws PortError.
+  OpenLine(const std::string& path, const LineSettings& settings);
+
+  int Number() const { return device_.Number(); }
+
+  /// Writes all the bytes, cut to the line's data bits; throws PortError on a hang-up and when the host has
+  /// not taken them within the time that the line needs for them, plus a grace.
+  void Write(BytesView bytes);
+
+  /// What has arrived, cut to the line's data bits; throws PortError on a hang-up, once everything has been
+  /// read.
+  Bytes Read();
+
+  /// Throws PortError on a hang-up; a line without modem lines takes it silently.
+  void SetDataTerminalReady(bool on);
+
+  /// Waits until what was written has left the host; ends early on a hang-up, and late by a grace at most.
+  void WaitUntilSent() noexcept;
+
+ private:
+  using TimePoint = std::chrono::steady_clock::time_point;
+
+  /// What the line needs to send so many bytes after all that it has to send already.
+  TimePoint EndOfSending(std::size_t bytes) const;
+
+  SerialDevice device_;
+  LineSettings settings_;
+  TimePoint sentAt_ = {};  // when the line has sent all that was written
+};
+
+}  // namespace ox

@@ -1,0 +1,20 @@
+// What the program asks of its host and POSIX gives; the window system comes from elsewhere.
+#pragma once
+
+#include "platform/posix/open_ports.h"
+#include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_files.h"
+#include "platform/posix/posix_random.h"
+#include "platform/posix/posix_serial_port.h"
+
+namespace ox {
+
+struct PosixHost {
+  OpenPorts openPorts;
+  PosixClock clock;
+  PosixSerialPorts ports{openPorts};
+  PosixFiles files;
+  PosixRandom random;
+};
+
+}  // namespace ox

@@ -43,7 +43,8 @@ Bytes LineWaits::CollectReply(int seconds) {
     received.Append(line_.Take());
     if (received.Empty()) continue;
     line += received.TakeFirst();
-    if (IsLoneAnswer(line)) return line;
+    // What has come behind the letter makes it the first character of a line.
+    if (IsLoneAnswer(line) && received.Empty()) return line;
     // Every character restarts the wait: it limits the silence, not the line.
     start = host_.clock.SecondsSinceMidnight();
     if (line.back() == kCr) return line;

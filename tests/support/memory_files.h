@@ -1,0 +1,99 @@
+// Files and folders in memory.
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+
+#include "platform/files.h"
+
+namespace ox::test {
+
+/// A small world of files under full paths or bare names. Folders are those that a path names or that were
+/// added.
+class MemoryFiles : public Files {
+ public:
+  std::map<std::string, Bytes> content;
+  std::set<std::string> unreadable;  // files and folders that nobody may read
+  bool writable = true;
+  /// Appending fails once so many lines were written.
+  std::size_t appendable = kNoLimit;
+  PathStyle style;
+  std::string workingFolder = "/arbeit";
+  std::vector<std::string> drives{"/"};
+  std::set<std::string> emptyFolders;
+
+  using Files::Read;
+  std::optional<Bytes> Read(const std::string& path, std::size_t limit) override {
+    const auto file = content.find(path);
+    if (file == content.end() || unreadable.contains(path)) return std::nullopt;
+    return file->second.substr(0, limit);
+  }
+
+  bool Replace(const std::string& path, BytesView bytes) override {
+    if (writable) content[path] = bytes;
+    return writable;
+  }
+
+  std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override {
+    if (!writable) return nullptr;
+    ++openForAppending;
+    content.try_emplace(path);
+    return std::make_unique<Appender>(*this, path);
+  }
+
+  PathStyle Style() const override { return style; }
+  std::string WorkingFolder() override { return workingFolder; }
+  std::vector<std::string> Drives() override { return drives; }
+
+  std::optional<std::vector<std::string>> FoldersIn(const std::string& folder) override {
+    return NamesIn(folder, true);
+  }
+  std::optional<std::vector<std::string>> FilesIn(const std::string& folder) override {
+    return NamesIn(folder, false);
+  }
+
+  int openForAppending = 0;
+
+ private:
+  class Appender : public AppendFile {
+   public:
+    Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+    Appender(const Appender&) = delete;
+    Appender& operator=(const Appender&) = delete;
+    ~Appender() override { --files_.openForAppending; }
+    bool Append(BytesView bytes) override {
+      if (files_.appendable == 0) return false;
+      if (files_.appendable != kNoLimit) --files_.appendable;
+      files_.content[path_] += bytes;
+      return true;
+    }
+
+   private:
+    MemoryFiles& files_;
+    std::string path_;
+  };
+
+  std::optional<std::vector<std::string>> NamesIn(std::string folder, bool folders) const {
+    if (unreadable.contains(folder)) return std::nullopt;
+    if (!folder.ends_with(style.separator)) folder += style.separator;
+    std::set<std::string> names;
+    bool exists = std::ranges::count(drives, folder.substr(0, folder.size() - 1)) > 0 ||
+                  std::ranges::count(drives, folder) > 0;
+    const auto look = [&](const std::string& path, bool isFolder) {
+      if (!path.starts_with(folder)) return;
+      exists = true;
+      const std::string rest = path.substr(folder.size());
+      const auto end = rest.find(style.separator);
+      const bool below = end != std::string::npos;
+      if (!rest.empty() && (below || isFolder) == folders) names.insert(rest.substr(0, end));
+    };
+    for (const auto& [path, bytes] : content) look(path, false);
+    for (const auto& path : emptyFolders) look(path, true);
+    if (!exists && !emptyFolders.contains(folder.substr(0, folder.size() - 1))) return std::nullopt;
+    return std::vector<std::string>(names.begin(), names.end());
+  }
+};
+
+}  // namespace ox::test

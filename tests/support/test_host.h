@@ -1,0 +1,33 @@
+// The whole host of a test: virtual time, scripted user, serial line in memory, files in memory.
+#pragma once
+
+#include "platform/host.h"
+#include "support/memory_files.h"
+#include "support/test_clock.h"
+#include "support/test_ports.h"
+#include "support/test_windows.h"
+
+namespace ox::test {
+
+/// Random numbers from a fixed seed.
+class TestRandom : public RandomNumbers {
+ public:
+  double Next() override {
+    state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
+    return static_cast<double>(state_ >> 11U) * 0x1.0p-53;
+  }
+
+ private:
+  unsigned long long state_ = 1;
+};
+
+struct TestHost {
+  TestClock clock;
+  TestPorts ports{clock};
+  TestWindows windows{clock, ports};
+  MemoryFiles files;
+  TestRandom random;
+  Host host{windows, clock, ports, files, random};
+};
+
+}  // namespace ox::test

@@ -1,0 +1,64 @@
+// Serial ports in memory: on each a simulated device, a scripted one or nothing.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/serial_port.h"
+#include "simulator/endpoint.h"
+#include "support/test_clock.h"
+
+namespace ox::test {
+
+/// The ports of a virtual host. What a closed port, or one with other settings than its device, would receive
+/// is lost.
+class TestPorts : public SerialPorts {
+ public:
+  explicit TestPorts(TestClock& clock) : clock_(clock) {}
+
+  std::unique_ptr<SerialPort> Create() override;
+
+  /// Makes COM<number> exist, with a device at its other end or, with null, with none. The device is the
+  /// test's.
+  void Connect(int number, sim::Endpoint* device) { lines_[number] = device; }
+  /// Makes COM<number> missing.
+  void Remove(int number) { lines_.erase(number); }
+
+  /// Breaks every port after so many further characters have been sent: the character after them is not sent,
+  /// and every operation fails from then on until Mend.
+  void BreakAfterSending(std::size_t characters) { sendable_ = characters; }
+  void Break() { broken_ = true; }
+  void Mend();
+  bool Broken() const { return broken_; }
+
+  /// When the next character reaches an open port.
+  std::optional<double> NextInput() const;
+  /// Whether a port that is open has input waiting or is broken, so that a wait on it would end at once.
+  bool InputWaiting() const;
+
+  int OpenCount() const { return static_cast<int>(open_.size()); }
+  /// "1:9600,O,7,1" for each opening, in order.
+  const std::vector<std::string>& Openings() const { return openings_; }
+  /// Everything that was sent on all ports, and what was received.
+  const Bytes& Sent() const { return sent_; }
+  void ForgetSent() { sent_.clear(); }
+  /// How the modem line was switched, in order.
+  const std::vector<bool>& ModemLine() const { return modemLine_; }
+
+ private:
+  friend class TestPort;
+
+  TestClock& clock_;
+  std::map<int, sim::Endpoint*> lines_{{1, nullptr}};
+  std::vector<class TestPort*> open_;
+  std::vector<std::string> openings_;
+  std::vector<bool> modemLine_;
+  Bytes sent_;
+  std::optional<std::size_t> sendable_;
+  bool broken_ = false;
+};
+
+}  // namespace ox::test

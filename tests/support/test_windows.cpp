@@ -1,0 +1,138 @@
+// Virtual time between the events of devices, users and timers.
+#include "support/test_windows.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace ox::test {
+namespace {
+
+/// The longest that one Rest waits.
+constexpr double kRestSeconds = 0.008;
+/// What a round of a loop takes that does not take the input which waits.
+constexpr double kRoundSeconds = 0.00005;
+/// A window that its script left open, and that nothing closes, is a mistake of the test.
+constexpr double kLongestShowing = 200000;
+constexpr double kMillisecondsPerSecond = 1000;
+
+}  // namespace
+
+void TestWindows::In(double seconds, std::function<void()> action) {
+  actions_.push_back({clock_.Elapsed() + seconds, std::move(action)});
+}
+
+std::vector<std::string> TestWindows::TakeMessages() {
+  std::vector<std::string> taken(messages_.begin() + static_cast<std::ptrdiff_t>(messagesTaken_),
+                                 messages_.end());
+  messagesTaken_ = messages_.size();
+  return taken;
+}
+
+void TestWindows::OpenMain(Window& window) {
+  open_.push_back(&window);
+  window.Open();
+  window.Activate();
+}
+
+void TestWindows::Pass(double seconds) {
+  const double end = clock_.Elapsed() + seconds;
+  while (clock_.Elapsed() < end) WaitUntil(end);
+}
+
+void TestWindows::Yield() {
+  RunDueActions();
+  TickTimers();
+}
+
+void TestWindows::Rest() {
+  ++rests_;
+  WaitUntil(clock_.Elapsed() + (ports_.InputWaiting() ? kRoundSeconds : kRestSeconds));
+}
+
+void TestWindows::WaitUntil(double limit) {
+  Yield();
+  const double next = std::max(NextEvent(limit), clock_.Elapsed());
+  clock_.Advance(next - clock_.Elapsed());
+  Yield();
+}
+
+double TestWindows::NextEvent(double limit) const {
+  double next = limit;
+  if (const auto input = ports_.NextInput(); input && *input > clock_.Elapsed())
+    next = std::min(next, *input);
+  for (const Due& due : actions_) next = std::min(next, due.when);
+  for (Timer* timer : OpenTimers()) {
+    const auto last = lastTicks_.find(timer);
+    const double since = last == lastTicks_.end() ? clock_.Elapsed() : last->second;
+    next = std::min(next, since + timer->IntervalMilliseconds() / kMillisecondsPerSecond);
+  }
+  return next;
+}
+
+void TestWindows::RunDueActions() {
+  for (;;) {
+    const auto due =
+        std::ranges::find_if(actions_, [this](const Due& d) { return d.when <= clock_.Elapsed(); });
+    if (due == actions_.end()) return;
+    const auto action = std::move(due->action);
+    actions_.erase(due);
+    action();
+  }
+}
+
+void TestWindows::TickTimers() {
+  const std::vector<Timer*> timers = OpenTimers();
+  std::erase_if(lastTicks_, [&](const auto& entry) { return std::ranges::count(timers, entry.first) == 0; });
+  for (Timer* timer : timers) {
+    const auto [entry, fresh] = lastTicks_.try_emplace(timer, clock_.Elapsed());
+    const double interval = timer->IntervalMilliseconds() / kMillisecondsPerSecond;
+    if (fresh || clock_.Elapsed() < entry->second + interval) continue;
+    entry->second = clock_.Elapsed();
+    timer->Tick();
+  }
+}
+
+std::vector<Timer*> TestWindows::OpenTimers() const {
+  std::vector<Timer*> timers;
+  for (const Window* window : open_) {
+    for (Control* control : window->Controls()) {
+      auto* timer = dynamic_cast<Timer*>(control);
+      if (timer != nullptr && timer->Enabled()) timers.push_back(timer);
+    }
+  }
+  return timers;
+}
+
+void TestWindows::ShowModal(Window& window) {
+  shown_.push_back(window.Name());
+  open_.push_back(&window);
+  window.Open();
+  window.Activate();
+  if (window.IsOpen()) {
+    const auto script = scripts_.find(window.Name());
+    if (script == scripts_.end()) {
+      window.RequestClose();
+    } else {
+      script->second(window);
+    }
+  }
+  const double limit = clock_.Elapsed() + kLongestShowing;
+  while (window.IsOpen() && clock_.Elapsed() < limit) WaitUntil(limit);
+  if (window.IsOpen()) {
+    ADD_FAILURE() << "nobody closes the window " << window.Name();
+    window.RequestClose();
+  }
+  std::erase(open_, &window);
+}
+
+ox::Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
+  messages_.emplace_back(text);
+  if (observer_) observer_(messages_.back());
+  if (buttons == Buttons::Ok || answers_.empty()) return ox::Answer::Ok;
+  const ox::Answer answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+}  // namespace ox::test

@@ -1,0 +1,89 @@
+// A window system in virtual time with a scripted user.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/window.h"
+#include "platform/window_system.h"
+#include "support/test_clock.h"
+#include "support/test_ports.h"
+
+namespace ox::test {
+
+/// Lets time pass in Rest, ticks the timers of the windows that are open, and does what the test scripted for
+/// its user.
+class TestWindows : public WindowSystem {
+ public:
+  TestWindows(TestClock& clock, TestPorts& ports) : clock_(clock), ports_(ports) {}
+
+  // The user.
+
+  /// What the user does with a window once it is shown and its load and activation have ended; without a
+  /// script the user closes it. A script that leaves the window open lets time pass until it closes.
+  void OnShown(const std::string& name, std::function<void(Window&)> script) {
+    scripts_[name] = std::move(script);
+  }
+  /// What the user does so many seconds from now, also while a command runs.
+  void In(double seconds, std::function<void()> action);
+  /// The next answers to message boxes; OK when there are none.
+  void Answer(std::initializer_list<ox::Answer> answers) { answers_.insert(answers_.end(), answers); }
+  /// Called with every message box before it is answered.
+  void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
+
+  // What the user saw.
+
+  const std::vector<std::string>& Messages() const { return messages_; }
+  /// The messages since the last call.
+  std::vector<std::string> TakeMessages();
+  /// Names of the windows shown, in order.
+  const std::vector<std::string>& Shown() const { return shown_; }
+  bool Ended() const { return ended_; }
+  long Rests() const { return rests_; }
+
+  /// Opens a window as the main window: it stays open beside the test. Close it with RequestClose.
+  void OpenMain(Window& window);
+  /// Lets the time pass while no command runs.
+  void Pass(double seconds);
+
+  // WindowSystem.
+
+  void Yield() override;
+  void Rest() override;
+  void ShowModal(Window& window) override;
+  ox::Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  using WindowSystem::ShowMessage;
+  void EndProgram() override { ended_ = true; }
+
+ private:
+  struct Due {
+    double when;
+    std::function<void()> action;
+  };
+
+  void WaitUntil(double limit);
+  double NextEvent(double limit) const;
+  void RunDueActions();
+  void TickTimers();
+  std::vector<Timer*> OpenTimers() const;
+
+  TestClock& clock_;
+  TestPorts& ports_;
+  std::map<std::string, std::function<void(Window&)>> scripts_;
+  std::vector<Due> actions_;
+  std::deque<ox::Answer> answers_;
+  std::function<void(const std::string&)> observer_;
+  std::vector<std::string> messages_;
+  std::size_t messagesTaken_ = 0;
+  std::vector<std::string> shown_;
+  std::vector<Window*> open_;
+  std::map<Timer*, double> lastTicks_;
+  long rests_ = 0;
+  bool ended_ = false;
+};
+
+}  // namespace ox::test

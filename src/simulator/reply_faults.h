@@ -35,8 +35,8 @@ struct ReplyOrigin {
 /// Which replies a fault strikes: of those that fit stage and letter (each "any" when left out), counted from
 /// 0 and from the moment the fault was added, the replies number nth to nth + times - 1.
 struct ReplySelection {
-  std::optional<ReplyStage> stage;
-  std::optional<char> letter;
+  std::optional<ReplyStage> stage = std::nullopt;
+  std::optional<char> letter = std::nullopt;
   int nth = 0;
   int times = 1;
 };
@@ -54,9 +54,9 @@ struct ReplyFault {
     Split               ///< every further character of the reply comes delay seconds after the one before
   };
 
-  ReplySelection which;
+  ReplySelection which = {};
   Kind kind = Kind::Silence;
-  Bytes text;                ///< for Replaced and NoiseBefore
+  Bytes text = {};           ///< for Replaced and NoiseBefore
   Seconds delay = 0;         ///< for Late and Split
   bool requestLost = false;  ///< the device does not carry out the request either
 };

@@ -93,7 +93,7 @@ TEST_F(SerialPortTest, EveryByteValuePassesUnchanged) {
 }
 
 TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWhole) {
-  constexpr std::size_t kSize = 50000;
+  constexpr std::size_t kSize = 20000;
   Open("921600,n,8,1");
   Bytes received;
   std::thread reader([&] { received = farEnd_.Read(kSize); });
@@ -104,7 +104,7 @@ TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWhole) {
 
 TEST_F(SerialPortTest, AReaderThatStallsEndsTheOutput) {
   Open("921600,n,8,1");
-  EXPECT_THROW(port_.Output(Pattern(30000)), PortError);
+  EXPECT_THROW(port_.Output(Pattern(20000)), PortError);
   EXPECT_FALSE(port_.PortOpen());
   EXPECT_TRUE(openPorts_.Descriptors().empty());
 }

@@ -18,8 +18,8 @@ class FileChooser {
   FileChooser(Host& host, Subs& subs);
   ~FileChooser();
 
-  /// Lets the user choose a file, modally, beginning with the files of `pattern` ("*.mes"). Returns its full path
-  /// (UTF-8), which need not exist; empty when the user cancelled.
+  /// Lets the user choose a file, modally, beginning with the files of `pattern` ("*.mes"). Returns its full
+  /// path (UTF-8), which need not exist; empty when the user cancelled.
   std::string Choose(std::string_view pattern);
 
  private:

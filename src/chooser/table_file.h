@@ -1,0 +1,29 @@
+// Table files between host and tables: reading one, and showing what its parser reports.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/files.h"
+#include "platform/window_system.h"
+#include "tables/table_messages.h"
+
+namespace ox {
+
+/// The table text (see BuildTableText) of a file, Windows-1252 or UTF-8; nothing when the file cannot be
+/// read, of which the caller tells the user. `path` is UTF-8.
+std::optional<Bytes> ReadTableText(Files& files, const std::string& path);
+
+/// Shows the messages of parsers and linking as message boxes. The window system outlives it.
+class WindowTableMessages : public TableMessages {
+ public:
+  explicit WindowTableMessages(WindowSystem& windows) : windows_(windows) {}
+
+  void Show(const Bytes& text) override;
+  bool Confirm(const Bytes& text) override;
+
+ private:
+  WindowSystem& windows_;
+};
+
+}  // namespace ox

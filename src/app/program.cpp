@@ -1,0 +1,30 @@
+// Connects the main menu with the windows that it opens.
+#include "app/program.h"
+
+#include "exchange/datenaustausch.h"
+#include "link/verbindungstest.h"
+#include "modem/modem.h"
+#include "power/power_monitor.h"
+#include "programming/firmware_packer.h"
+#include "programming/updatepro.h"
+#include "programming/updatepro_ox3.h"
+#include "programming/updatetab.h"
+
+namespace ox {
+
+Program::Program(Host& host) : host_(host), chooser_(host, subs_), start_(host, subs_, Commands()) {}
+
+StartCommands Program::Commands() {
+  return {
+      .connectionTest = [this] { RunConnectionTest(host_, subs_.settings); },
+      .dataExchange = [this] { Show<Datenaustausch>(subs_, chooser_); },
+      .tableUpdate = [this] { Show<updatetab>(subs_, chooser_); },
+      .programUpdate2 = [this] { Show<updatepro>(subs_, chooser_); },
+      .programUpdate3 = [this] { Show<UpdateproOx3>(subs_, chooser_); },
+      .firmwarePacker = [this] { Show<FirmwareOX3Verpacken>(subs_.settings); },
+      .powerMonitor = [this] { Show<PowerMonitor>(subs_.settings); },
+      .modem = [this] { Show<Modem>(subs_.settings); },
+  };
+}
+
+}  // namespace ox

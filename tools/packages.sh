@@ -1,0 +1,27 @@
+# Installs what is missing of the Debian packages given; sourced by run and test. Says what it does.
+install_missing() {
+  local missing=()
+  local package
+  for package in "$@"; do
+    dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null | grep -q '^ii' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing with apt-get: ${missing[*]}"
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || {
+      echo "These packages are missing and there is no sudo; please install them as root: ${missing[*]}" >&2
+      return 1
+    }
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+    >/dev/null
+}
+
+# What building the program takes, and what checking it takes on top.
+build_packages=(g++ cmake ninja-build qt6-base-dev)
+test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-14-dev lld git)
+# What showing its window takes.
+display_packages=(fonts-dejavu-core)

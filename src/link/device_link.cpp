@@ -2,6 +2,7 @@
 // work.
 #include "link/device_link.h"
 
+#include "link/link_messages.h"
 #include "platform/text.h"
 
 namespace ox {
@@ -15,7 +16,6 @@ constexpr BytesView kDeviceEnd = "R";
 constexpr BytesView kEndOfRecords = "E\r";
 
 constexpr std::string_view kWrongAnswer = "Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!";
-constexpr std::string_view kPortFailure = ": lässt sich nicht öffnen!";
 
 /// Closes the line on every way out of a dialogue, after the user has been told.
 class LineCloser {

@@ -1,0 +1,92 @@
+// The modem window's commands.
+#include "modem/modem.h"
+
+#include "modem/modem_requests.h"
+#include "platform/text.h"
+
+namespace ox {
+namespace {
+
+constexpr BytesView kAccepted = "A";
+constexpr std::string_view kRefused = "Achtung: Modem hat Daten nicht angenommen!";
+
+}  // namespace
+
+Modem::Modem(Host& host, const SessionSettings& settings)
+    : Window(host.windows, "Modem", "Modem-ZEM"), host_(host), link_(host, settings, Datanz) {
+  // Also in the middle of a command: the window then goes when the command has ended.
+  Command1.onClick = [this] { RequestClose(); };
+  Command2.onClick = [this] { RunCommand([this] { SendDate(); }); };
+  Command3.onClick = [this] { RunCommand([this] { SendMeasuredValue(); }); };
+  Command4.onClick = [this] { RunCommand([this] { link_.CallForData(); }); };
+}
+
+void Modem::OnLoad() {
+  link_.Resume();
+  EnableCommands(true);
+  // Without its port the window stays: each command tries to open it again.
+  link_.OpenPort();
+}
+
+void Modem::OnCloseWhileRunning() {
+  link_.Stop();
+}
+
+void Modem::OnUnload() {
+  link_.ClosePort();
+}
+
+void Modem::OnFailure() {
+  EnableCommands(true);
+}
+
+void Modem::RunCommand(const std::function<void()>& command) {
+  EnableCommands(false);
+  command();
+  EnableCommands(true);
+}
+
+void Modem::EnableCommands(bool enabled) {
+  for (Button* button : {&Command2, &Command3, &Command4, &Command5}) button->SetEnabled(enabled);
+}
+
+void Modem::SendDate() {
+  const Bytes akz = ToBytes(TAKZ.Text());
+  const Bytes date = ToBytes(TDAT.Text());
+  const Bytes time = ToBytes(TUHR.Text());
+  if (const auto error = CheckDateRequest(akz, date, time)) {
+    host_.windows.ShowMessage(error->message);
+    return;
+  }
+  SendRequest(BuildDateRequest(akz, date, time));
+}
+
+void Modem::SendMeasuredValue() {
+  if (!PrepareMeasuredValue()) return;
+  const Bytes request = BuildValueRequest(ToBytes(TMST.Text()), ToBytes(TPAR.Text()), ToBytes(TBEW.Text()),
+                                          ToBytes(TMEW.Text()));
+  TMST.SetFocus();
+  SendRequest(request);
+}
+
+bool Modem::PrepareMeasuredValue() {
+  if (!Passes(CheckMeasuringPoint(TMST.Text()), TMST)) return false;
+  if (!Passes(CheckParameter(TPAR.Text()), TPAR)) return false;
+  if (!Passes(CheckQualityFlag(TBEW.Text()), TBEW)) return false;
+  TBEW.SetText(NormalisedQualityFlag(TBEW.Text()));
+  TMEW.SetText(NormalisedValue(TMEW.Text()));
+  return Passes(CheckValue(TMEW.Text()), TMEW);
+}
+
+bool Modem::Passes(const std::optional<Finding>& finding, TextBox& field) {
+  if (!finding) return true;
+  host_.windows.ShowMessage(finding->message);
+  if (finding->takesFocus) field.SetFocus();
+  return !finding->stops;
+}
+
+void Modem::SendRequest(const Bytes& request) {
+  if (link_.ModemDialogue(request) != kAccepted) host_.windows.ShowMessage(kRefused);
+}
+
+}  // namespace ox

@@ -1,0 +1,27 @@
+// Layout of the modem test's records.
+#include "modem/modem_requests.h"
+
+namespace ox {
+namespace {
+
+constexpr BytesView kDateMark = "*";
+constexpr BytesView kValueMark = "#";
+constexpr BytesView kCr = "\r";
+
+}  // namespace
+
+Bytes BuildDateRequest(BytesView akz, BytesView date, BytesView time) {
+  Bytes request(kDateMark);
+  request.append(akz).append(" ").append(date).append(" ").append(time).append(kCr);
+  return request;
+}
+
+Bytes BuildValueRequest(BytesView measuringPoint, BytesView parameter, BytesView qualityFlag,
+                        BytesView value) {
+  Bytes request(kValueMark);
+  request.append(measuringPoint).append(": ").append(parameter).append(" ");
+  request.append(qualityFlag).append(" ").append(value).append(" ").append(kCr);
+  return request;
+}
+
+}  // namespace ox

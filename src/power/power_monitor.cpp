@@ -1,0 +1,136 @@
+// The power monitor's turns.
+#include "power/power_monitor.h"
+
+#include <optional>
+
+namespace ox {
+namespace {
+
+constexpr std::string_view kLogFailure = "Fehler beim Öffnen von PowerManagementLog.txt !";
+
+/// Marks a turn as under way, on every way out of it no more.
+class TurnMark {
+ public:
+  explicit TurnMark(bool& inTurn) : inTurn_(inTurn) { inTurn_ = true; }
+  TurnMark(const TurnMark&) = delete;
+  TurnMark& operator=(const TurnMark&) = delete;
+  ~TurnMark() { inTurn_ = false; }
+
+ private:
+  bool& inTurn_;
+};
+
+}  // namespace
+
+PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
+    : Window(host.windows, "PowerMonitor", "Stromversorgungsmonitor der Orvanexe"),
+      host_(host),
+      link_(host, settings, datanz, TraceMode::LatestOnly),
+      log_(host.files) {
+  MonitorStart.onClick = [this] { StartMonitoring(); };
+  MonitorStop.onClick = [this] { StopRequested_ = true; };
+  Verlassen.onClick = [this] { Leave(); };
+  CPreset.onClick = [this] { PresetCharge_ = ReadPreset(TPreset.Text()); };
+  PowerTimer.onTick = [this] { TakeTurn(); };
+}
+
+void PowerMonitor::OnLoad() {
+  ShowIdle();
+  PresetCharge_ = kNoPreset;
+  logRule_ = LogRule();
+}
+
+void PowerMonitor::OnCloseWhileRunning() {
+  StopRequested_ = true;
+}
+
+void PowerMonitor::OnClose() {
+  StopMonitoring();
+  Leave();
+}
+
+void PowerMonitor::OnFailure() {
+  // A failure in a nested handler leaves the turn under way alone: the next one stops.
+  StopRequested_ = true;
+  if (!inTurn_) StopMonitoring();
+}
+
+void PowerMonitor::StartMonitoring() {
+  MonitorStart.SetEnabled(false);
+  MonitorStop.SetEnabled(true);
+  Verlassen.SetEnabled(false);
+  StopRequested_ = false;
+  logRule_.Restart(host_.clock.SecondsSinceMidnight());
+  if (!log_.Start()) {
+    StopMonitoring();
+    host_.windows.ShowMessage(kLogFailure);
+    return;
+  }
+  PowerTimer.SetEnabled(true);
+}
+
+void PowerMonitor::StopMonitoring() {
+  ShowIdle();
+  log_.Close();
+}
+
+void PowerMonitor::ShowIdle() {
+  PowerTimer.SetEnabled(false);
+  MonitorStart.SetEnabled(true);
+  MonitorStop.SetEnabled(false);
+  Verlassen.SetEnabled(true);
+}
+
+void PowerMonitor::TakeTurn() {
+  // A device that answers slowly, or a message that waits for the user, outlasts the timer's interval.
+  if (inTurn_) return;
+  const TurnMark mark(inTurn_);
+  if (StopRequested_) {
+    StopMonitoring();
+  } else {
+    Sample();
+  }
+}
+
+void PowerMonitor::Sample() {
+  // A preset that the user gives while this request is on its way belongs to the next one.
+  const Bytes request = BuildStatusRequest(PresetCharge_);
+  if (IsPreset(PresetCharge_)) PresetCharge_ = kNoPreset;
+  const Bytes reply = link_.DeviceDialogue(request, false);
+  if (reply.empty()) {
+    StopMonitoring();
+    return;
+  }
+  // "Stopp" during the dialogue takes effect with the next tick: this reply still counts.
+  DecodePowerStatus(BytesView(reply).substr(1));
+}
+
+void PowerMonitor::DecodePowerStatus(BytesView data) {
+  const std::optional<PowerStatus> status = ReadPowerStatus(data);
+  if (!status) {
+    ShowTexts({});
+    return;
+  }
+  const PowerStatusTexts texts = FormatPowerStatus(*status);
+  ShowTexts(texts);
+  if (!logRule_.TakeIfDue(status->state, host_.clock.SecondsSinceMidnight())) return;
+  if (log_.Write(LogLine(host_.clock.Now(), texts))) return;
+  StopMonitoring();
+  host_.windows.ShowMessage(kLogFailure);
+}
+
+void PowerMonitor::ShowTexts(const PowerStatusTexts& texts) {
+  BatteryCapacity.SetText(texts.charge);
+  BatteryCheckCapacity.SetText(texts.capacity);
+  OperationVoltage.SetText(texts.mainsVoltage);
+  BatteryVoltage.SetText(texts.batteryVoltage);
+  Temperature.SetText(texts.temperature);
+  ChargeControllerState.SetText(texts.state);
+}
+
+void PowerMonitor::Leave() {
+  link_.ClosePort();
+  Unload();
+}
+
+}  // namespace ox

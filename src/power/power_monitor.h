@@ -1,0 +1,73 @@
+// PowerMonitor: battery and charger of a generation III device, once a second, with a log.
+#pragma once
+
+#include "app/subs.h"
+#include "link/device_link.h"
+#include "platform/controls.h"
+#include "platform/host.h"
+#include "platform/window.h"
+#include "power/power_log.h"
+#include "power/power_request.h"
+#include "power/power_status.h"
+
+namespace ox {
+
+/// Monitors between "Start" and "Stopp", as long as the device answers and the log can be written. Closing
+/// the window ends the monitoring first.
+class PowerMonitor : public Window {
+ public:
+  PowerMonitor(Host& host, const SessionSettings& settings);
+
+  Button MonitorStart{*this, "MonitorStart", "Start"};
+  Button MonitorStop{*this, "MonitorStop", "Stopp"};
+  Button Verlassen{*this, "Verlassen", "Verlassen"};
+  Label LabelBatteryCapacity{*this, "LabelBatteryCapacity", "Akkuladung"};
+  Label BatteryCapacity{*this, "BatteryCapacity"};
+  Label LabelBatteryCheckCapacity{*this, "LabelBatteryCheckCapacity", "Akkukapazitaet"};
+  Label BatteryCheckCapacity{*this, "BatteryCheckCapacity"};
+  Label LabelBatteryVoltage{*this, "LabelBatteryVoltage", "Akkuspannung"};
+  Label BatteryVoltage{*this, "BatteryVoltage"};
+  Label LabelOperationVoltage{*this, "LabelOperationVoltage", "Netzteilspannung"};
+  Label OperationVoltage{*this, "OperationVoltage"};
+  Label LabelTemperature{*this, "LabelTemperature", "Temperatur"};
+  Label Temperature{*this, "Temperature"};
+  Label LabelChargeControllerState{*this, "LabelChargeControllerState", "Ladebetrieb"};
+  Label ChargeControllerState{*this, "ChargeControllerState"};
+  TextBox TPreset{*this, "TPreset"};
+  Label LabelTPreset{*this, "LabelTPreset", "%"};
+  Button CPreset{*this, "CPreset", "Akkuladung simulieren"};
+  Label LabelDatanz{*this, "LabelDatanz", "PC <> OX  Ausgetauschte Daten"};
+  TextBox datanz{*this, "datanz"};
+  Timer PowerTimer{*this, "PowerTimer", kSampleMilliseconds};
+
+ protected:
+  void OnLoad() override;
+  void OnCloseWhileRunning() override;
+  void OnClose() override;
+  void OnFailure() override;
+
+ private:
+  static constexpr int kSampleMilliseconds = 1000;
+
+  void StartMonitoring();
+  /// Back to the idle state, the log closed; does nothing in the idle state.
+  void StopMonitoring();
+  void ShowIdle();
+  /// One tick: stops when that was asked for, else takes a sample.
+  void TakeTurn();
+  void Sample();
+  /// Shows the status and logs it when that is due. `data` is the reply behind its framing character.
+  void DecodePowerStatus(BytesView data);
+  void ShowTexts(const PowerStatusTexts& texts);
+  void Leave();
+
+  Host& host_;
+  DeviceLink link_;
+  PowerLog log_;
+  LogRule logRule_;
+  int PresetCharge_ = kNoPreset;
+  bool StopRequested_ = false;
+  bool inTurn_ = false;  // a tick is under way, perhaps waiting for the device
+};
+
+}  // namespace ox

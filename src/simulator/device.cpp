@@ -36,6 +36,10 @@ const ProgramLayout& LayoutOf(const DeviceOptions& options) {
 
 }  // namespace
 
+bool KeepsOlderImage(const DeviceOptions& options) {
+  return ModelOf(options).kinds.find(kOlderKind) != Bytes::npos;
+}
+
 Device::Device(DeviceOptions options)
     : options_(std::move(options)),
       memory_(LayoutOf(options_), options_.version),
@@ -99,9 +103,9 @@ void Device::EnterLoader(Seconds now) {
 }
 
 void Device::TakeOverTables() {
-  const bool older = ModelOf(options_).kinds.find(kOlderKind) != Bytes::npos;
   // Unsound tables are not taken over: the device goes on with those it knows.
-  auto written = older ? ReadOlderImage(memory_.Tables()) : ReadGeneration3Image(memory_.Tables());
+  auto written =
+      KeepsOlderImage(options_) ? ReadOlderImage(memory_.Tables()) : ReadGeneration3Image(memory_.Tables());
   if (written) stations_ = std::move(*written);
 }
 
@@ -117,16 +121,23 @@ ReplyLines Device::Answer(BytesView request, Seconds now) {
   switch (request.front()) {
     case 'K':
       return {Identification()};
+    case '>':
+      return AnswerPower(request, now);
+    default:
+      return Shaped(AnswerPoll(request, now), options_.replies);
+  }
+}
+
+ReplyLines Device::AnswerPoll(BytesView request, Seconds now) {
+  switch (request.front()) {
     case 'J':
       return polls_.AnswerJ(request, stations_);
     case 'Z':
       return polls_.AnswerZ(request, stations_);
     case 'P':
-      return polls_.AnswerP(stations_, options_.leastRecords);
+      return polls_.AnswerP(stations_, options_.replies.leastRecords);
     case 'T':
       return {kFraming + FormatDateAndTime(options_.clockStart + std::llround(std::floor(now))) + kCr};
-    case '>':
-      return AnswerPower(request, now);
     default:
       return {kRefused};
   }

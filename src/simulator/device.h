@@ -14,6 +14,7 @@
 #include "simulator/polls.h"
 #include "simulator/power_supply.h"
 #include "simulator/reply_faults.h"
+#include "simulator/reply_shape.h"
 #include "simulator/station_data.h"
 
 namespace ox::sim {
@@ -31,9 +32,12 @@ struct DeviceOptions {
   bool rubbishWhenUnfit = false;  ///< answers rubbish, not silence, to a PC with other settings
   std::uint32_t seed = 1;         ///< of the measured values and of the rubbish
   StationData stations;           ///< answers polls with these until tables are written into it
-  std::size_t leastRecords = 0;   ///< fills a collective poll up to so many records
+  ReplyShape replies;             ///< to polls
   std::int64_t clockStart = 0;    ///< the device's own date and time at time 0, in seconds since 1970
 };
+
+/// Whether such a device keeps the older table image, not the one of generation III.
+bool KeepsOlderImage(const DeviceOptions& options);
 
 /// The device as one end of a line. Restart and replies happen at the times given; nothing happens by itself.
 class Device : public Endpoint {
@@ -59,6 +63,7 @@ class Device : public Endpoint {
   void EnterLoader(Seconds now);
   void TakeOverTables();
   ReplyLines Answer(BytesView request, Seconds now);
+  ReplyLines AnswerPoll(BytesView request, Seconds now);
   Bytes Identification() const;
   ReplyLines AnswerPower(BytesView request, Seconds now);
 

@@ -1,0 +1,41 @@
+// How each kind of control is tied to its kind of widget.
+#pragma once
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <initializer_list>
+
+#include "platform/controls.h"
+
+namespace ox {
+
+// Each shows the control's present state, follows its changes, and hands on what the user does.
+
+void TieButton(Button& control, QPushButton& widget);
+void TieCheckBox(CheckBox& control, QCheckBox& widget);
+void TieLabel(Label& control, QLabel& widget);
+/// One line to type in.
+void TieField(TextBox& control, QLineEdit& widget);
+/// Many lines to read: a trace or a display.
+void TieTrace(TextBox& control, QPlainTextEdit& widget);
+void TieList(ListBox& control, QListWidget& widget);
+void TieDropDown(ListBox& control, QComboBox& widget);
+void TieMenuCommand(MenuEntry& control, QAction& widget);
+void TieMenu(MenuEntry& control, QMenu& widget);
+/// The ticks come from the form's thread and end with the form.
+void TieTimer(Timer& control, QWidget& form);
+
+/// Shows what every widget shows alike: enabled, visible, focus.
+void ShowCommon(const Control& control, QWidget& widget, Change change);
+
+/// Shows each of the `first` changes once and all later ones as they come.
+void Follow(Control& control, std::initializer_list<Change> first, Control::View show);
+
+}  // namespace ox

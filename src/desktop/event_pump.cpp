@@ -1,0 +1,53 @@
+// Yield and Rest on the toolkit's event dispatcher.
+#include "desktop/event_pump.h"
+
+#include <QCoreApplication>
+
+namespace ox {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenLooks{1};
+constexpr std::chrono::milliseconds kLongestRest{8};
+
+}  // namespace
+
+EventPump::EventPump(const OpenPorts& ports) : ports_(ports) {
+  longestRest_.setTimerType(Qt::PreciseTimer);
+  longestRest_.setInterval(kLongestRest);
+}
+
+void EventPump::Yield() {
+  if (SteadyClock::now() - lastLook_ < kBetweenLooks) return;
+  QCoreApplication::processEvents();
+  lastLook_ = SteadyClock::now();
+}
+
+void EventPump::Rest() {
+  WatchPorts();
+  SetWatching(true);
+  if (resting_++ == 0) longestRest_.start();
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  if (--resting_ == 0) longestRest_.stop();  // not sooner: the outer rest still has to end
+  SetWatching(false);
+  lastLook_ = SteadyClock::now();
+}
+
+void EventPump::WatchPorts() {
+  if (watched_ == ports_.Descriptors()) return;
+  watched_ = ports_.Descriptors();
+  notifiers_.clear();
+  for (const int descriptor : watched_) {
+    auto notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    notifier->setEnabled(false);
+    // A message box may open before anybody reads the port, and must not find the notifier ringing for ever.
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
+                     [ringing = notifier.get()] { ringing->setEnabled(false); });
+    notifiers_.push_back(std::move(notifier));
+  }
+}
+
+void EventPump::SetWatching(bool on) {
+  for (const auto& notifier : notifiers_) notifier->setEnabled(on);
+}
+
+}  // namespace ox

@@ -1,0 +1,42 @@
+// Hands the toolkit its events while a command of the program runs.
+#pragma once
+
+#include <QSocketNotifier>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+#include <vector>
+
+#include "platform/posix/open_ports.h"
+
+namespace ox {
+
+class EventPump {
+ public:
+  /// The ports outlive the pump.
+  explicit EventPump(const OpenPorts& ports);
+
+  /// Handles what is pending. It is called once for every character received, so it looks for events only
+  /// when the last look is a while ago.
+  void Yield();
+
+  /// Handles what is pending; with nothing pending it waits until an open port can be read, an event comes or
+  /// a few milliseconds have passed.
+  void Rest();
+
+ private:
+  using SteadyClock = std::chrono::steady_clock;
+
+  /// Watches the ports that are open now.
+  void WatchPorts();
+  void SetWatching(bool on);
+
+  const OpenPorts& ports_;
+  std::vector<int> watched_;
+  std::vector<std::unique_ptr<QSocketNotifier>> notifiers_;  // enabled only while resting
+  QTimer longestRest_;
+  int resting_ = 0;  // rests under way: what a click starts may rest inside another
+  SteadyClock::time_point lastLook_;
+};
+
+}  // namespace ox

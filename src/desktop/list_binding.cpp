@@ -1,0 +1,101 @@
+// Lists: open ones and drop-down ones.
+#include <QEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+#include "desktop/border.h"
+#include "desktop/control_ties.h"
+#include "desktop/screen_text.h"
+
+namespace ox {
+namespace {
+
+QStringList ItemsOf(const ListBox& control) {
+  QStringList items;
+  for (const std::string& item : control.Items()) items += OnScreen(item);
+  return items;
+}
+
+/// Hands on what the user does in an open list: every click selects, also one on the line that is selected
+/// already; a double click or Enter chooses for good, whatever the desktop's style makes of a single click.
+class ListUser : public QObject {
+ public:
+  ListUser(ListBox& control, QListWidget& widget) : QObject(&widget), control_(control), widget_(widget) {
+    widget.installEventFilter(this);
+    widget.viewport()->installEventFilter(this);
+    connect(&widget, &QListWidget::itemSelectionChanged, this, [this] {
+      told_ = true;
+      Select();
+    });
+    connect(&widget, &QListWidget::itemClicked, this, [this] {
+      if (!told_) Select();
+    });
+    connect(&widget, &QListWidget::itemDoubleClicked, this, [this] { Activate(); });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress) told_ = false;
+    if (watched != &widget_ || event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if ((key != Qt::Key_Return && key != Qt::Key_Enter) || SelectedRow() == ListBox::kNone) return false;
+    Activate();
+    return true;
+  }
+
+ private:
+  int SelectedRow() const {
+    const QList<QListWidgetItem*> selected = widget_.selectedItems();
+    return selected.empty() ? ListBox::kNone : widget_.row(selected.front());
+  }
+
+  void Select() {
+    AtBorder([this] { control_.Select(SelectedRow()); });
+  }
+
+  void Activate() {
+    told_ = true;  // the click that ends a double click selects nothing more
+    AtBorder([this] { control_.Activate(SelectedRow()); });
+  }
+
+  ListBox& control_;
+  QListWidget& widget_;
+  bool told_ = false;  // the selection of the click under way has been handed on
+};
+
+}  // namespace
+
+void TieList(ListBox& control, QListWidget& widget) {
+  widget.setSelectionMode(QAbstractItemView::SingleSelection);
+  new ListUser(control, widget);  // owned by the widget
+  Follow(control, {Change::Enabled, Change::Visible, Change::Items, Change::Selected},
+         [&control, &widget](Change change) {
+           const QSignalBlocker quiet(widget);
+           ShowCommon(control, widget, change);
+           if (change == Change::Items) {
+             widget.clear();
+             widget.addItems(ItemsOf(control));
+           }
+           if (change == Change::Selected) {
+             widget.clearSelection();
+             widget.setCurrentRow(control.Selected());
+           }
+         });
+}
+
+void TieDropDown(ListBox& control, QComboBox& widget) {
+  QObject::connect(&widget, &QComboBox::activated, &widget,
+                   [&control](int row) { AtBorder([&] { control.Select(row); }); });
+  Follow(control, {Change::Enabled, Change::Visible, Change::Items, Change::Selected},
+         [&control, &widget](Change change) {
+           ShowCommon(control, widget, change);
+           if (change == Change::Items) {
+             widget.clear();
+             widget.addItems(ItemsOf(control));
+           }
+           if (change == Change::Items || change == Change::Selected) {
+             widget.setCurrentIndex(control.Selected());
+           }
+         });
+}
+
+}  // namespace ox

@@ -1,0 +1,37 @@
+// The program: the host put together, the main window shown until it is closed.
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+
+#include "app/program.h"
+#include "desktop/qt_window_system.h"
+#include "platform/host.h"
+#include "platform/posix/posix_host.h"
+
+namespace {
+
+/// The toolkit's own texts, such as the menu of a text field, in German where the distribution has them.
+void SpeakGerman(QApplication& application, QTranslator& translator) {
+  const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+  if (translator.load(QStringLiteral("qtbase_de"), folder)) application.installTranslator(&translator);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  qputenv("QT_NO_GLIB", "1");  // the toolkit's own event loop waits at less cost
+  QApplication application(argumentCount, arguments);
+  QApplication::setApplicationName(QStringLiteral("oxservice"));
+  QApplication::setDesktopFileName(QStringLiteral("oxservice"));
+  QApplication::setQuitOnLastWindowClosed(
+      false);  // the program ends with its main window, whatever else closes
+  QTranslator translator;
+  SpeakGerman(application, translator);
+
+  ox::PosixHost posix;
+  ox::QtWindowSystem windows(posix.openPorts);
+  ox::Host host{windows, posix.clock, posix.ports, posix.files, posix.random};
+  ox::Program program(host);
+  windows.ShowModal(program.MainWindow());
+  return 0;
+}

@@ -1,0 +1,31 @@
+// Menu entries: commands, and menus that hold commands.
+#include "desktop/border.h"
+#include "desktop/control_ties.h"
+#include "desktop/screen_text.h"
+
+namespace ox {
+namespace {
+
+void Show(const MenuEntry& control, QAction& action, Change change) {
+  if (change == Change::Enabled) action.setEnabled(control.Enabled());
+  if (change == Change::Visible) action.setVisible(control.Visible());
+  if (change == Change::Text) action.setText(OnScreen(control.Text()));
+}
+
+void FollowEntry(MenuEntry& control, QAction& action) {
+  Follow(control, {Change::Enabled, Change::Visible, Change::Text},
+         [&control, &action](Change change) { Show(control, action, change); });
+}
+
+}  // namespace
+
+void TieMenuCommand(MenuEntry& control, QAction& widget) {
+  QObject::connect(&widget, &QAction::triggered, &widget, [&control] { AtBorder([&] { control.Click(); }); });
+  FollowEntry(control, widget);
+}
+
+void TieMenu(MenuEntry& control, QMenu& widget) {
+  FollowEntry(control, *widget.menuAction());
+}
+
+}  // namespace ox

@@ -1,0 +1,32 @@
+// A message box with German buttons, whatever the desktop's language.
+#include "desktop/message_box.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "desktop/screen_text.h"
+
+namespace ox {
+namespace {
+
+constexpr qsizetype kLongestText = 3000;  // characters; more do not fit on a screen
+
+}  // namespace
+
+Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
+  QMessageBox box(parent);
+  box.setWindowTitle(QStringLiteral("Orvanexe Service"));
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  box.setText(CutToFit(OnScreen(text), kLongestText));
+  QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+  QPushButton* last = ok;
+  if (buttons == Buttons::OkCancel)
+    last = box.addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole);
+  box.setDefaultButton(ok);
+  box.setEscapeButton(last);
+  box.exec();
+  return last == ok || box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
+}
+
+}  // namespace ox

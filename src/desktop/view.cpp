@@ -1,0 +1,71 @@
+// The life of a view, and how it asks its window to close.
+#include "desktop/view.h"
+
+#include <QDialog>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "desktop/bindings.h"
+#include "desktop/border.h"
+#include "desktop/forms.h"
+
+namespace ox {
+
+View::View(Window& window, QWidget* parent) : window_(window), form_(MakeForm(window.Name(), parent)) {
+  if (form_ == nullptr) return;
+  form_->setWindowTitle(QString::fromStdString(window.Caption()));
+  if (parent != nullptr) form_->setWindowModality(Qt::ApplicationModal);
+  form_->installEventFilter(this);
+  complete_ = TieControls();
+  window.ConnectClosed([this] { Leave(); });
+}
+
+View::~View() {
+  window_.ConnectClosed({});
+  for (Control* control : window_.Controls()) control->ConnectView({});
+}
+
+bool View::TieControls() {
+  bool all = true;
+  for (Control* control : window_.Controls()) all = TieControl(*control, *form_) && all;
+  return all;
+}
+
+void View::Run() {
+  window_.Open();
+  if (!window_.IsOpen()) return;
+  form_->show();
+  window_.Activate();
+  if (!window_.IsOpen()) return;
+  loop_.exec();
+  if (window_.IsOpen()) window_.RequestClose();  // the desktop session ends and took the loop with it
+}
+
+void View::Leave() {
+  form_->hide();
+  loop_.quit();
+}
+
+bool View::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != form_.get()) return false;
+  if (event->type() == QEvent::Close) {
+    event->ignore();  // the window decides when it goes
+    AtBorder([this] { window_.RequestClose(); });
+    return true;
+  }
+  return event->type() == QEvent::KeyPress && UseKey(static_cast<QKeyEvent*>(event)->key());
+}
+
+bool View::UseKey(int key) {
+  if (qobject_cast<QDialog*>(form_.get()) == nullptr) return false;
+  if (key == Qt::Key_Escape) {
+    AtBorder([this] { window_.RequestClose(); });
+    return true;
+  }
+  auto* button = qobject_cast<QPushButton*>(form_->focusWidget());
+  if (button == nullptr || (key != Qt::Key_Return && key != Qt::Key_Enter)) return false;
+  button->click();  // a dialogue would click its default button instead
+  return true;
+}
+
+}  // namespace ox

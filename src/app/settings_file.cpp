@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* kFileName = "OX.CFG";
 /// Far beyond any real settings file; what lies behind it is not read.
-constexpr std::size_t kMaxFileSize = 64 * 1024;
+constexpr std::size_t kMaxFileSize = 65536;  // bytes
 
 constexpr std::size_t kMarkLength = 3;
 constexpr std::string_view kComMark = "\\C\\";

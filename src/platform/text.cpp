@@ -144,8 +144,9 @@ bool IsUtf8(std::string_view text) {
 
 Bytes FileTextToBytes(Bytes content) {
   if (AsciiLength(content) == content.size() || !IsUtf8(content)) return content;
-  const bool marked = BytesView(content).starts_with(kByteOrderMark);
-  return ToBytes(BytesView(content).substr(marked ? kByteOrderMark.size() : 0));
+  std::string_view text = content;
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return ToBytes(text);
 }
 
 }  // namespace ox

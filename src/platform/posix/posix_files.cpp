@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <utility>
 
 #include "platform/posix/descriptor.h"
 
@@ -16,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kReadSize = 64 * 1024;  // bytes
+constexpr std::size_t kReadSize = 65536;  // bytes
 constexpr mode_t kNewFile = 0666;             // rights, before the user's mask
 constexpr mode_t kRights = 07777;
 constexpr int kMostLinks = 40;           // as the host itself

@@ -9,43 +9,41 @@
 namespace ox {
 namespace {
 
-// Windows-1252 on the left. 131 and 133 are the letters of 226 and 224 in the DOS code page, which old table
-// files still hold.
-constexpr unsigned DeviceCode(unsigned code) {
-  switch (code) {
-    case 131:
-    case 226:
-      return 28;  // a with circumflex
-    case 133:
-    case 224:
-      return 29;  // a with grave accent
-    case 176:
-      return 31;  // degree sign
-    case 196:
-      return '[';  // A umlaut
-    case 214:
-      return '\\';  // O umlaut
-    case 220:
-      return ']';  // U umlaut
-    case 223:
-      return '~';  // sharp s
-    case 228:
-      return '{';  // a umlaut
-    case 246:
-      return '|';  // o umlaut
-    case 252:
-      return '}';  // u umlaut
-    default:
-      return code;
+struct Translation {
+  unsigned file_code;  // Windows-1252
+  char device_code;
+};
+
+// 131 and 133 are the letters of 226 and 224 in the DOS code page, which old table files still hold.
+constexpr Translation kTranslations[] = {
+    {131, 28},    // a with circumflex
+    {226, 28},    // a with circumflex
+    {133, 29},    // a with grave accent
+    {224, 29},    // a with grave accent
+    {176, 31},    // degree sign
+    {196, '['},   // A umlaut
+    {214, '\\'},  // O umlaut
+    {220, ']'},   // U umlaut
+    {223, '~'},   // sharp s
+    {228, '{'},   // a umlaut
+    {246, '|'},   // o umlaut
+    {252, '}'},   // u umlaut
+};
+
+constexpr char DeviceCharacter(char character) {
+  for (const Translation& translation : kTranslations) {
+    if (translation.file_code == ByteValue(character)) return translation.device_code;
   }
+  return character;
 }
 
 constexpr unsigned kLowestGlyph = 28;
 constexpr unsigned kHighestGlyph = 126;
 
-constexpr bool DeviceShows(unsigned code) {
+constexpr bool DeviceShows(char character) {
   constexpr BytesView kMissing = "\"$&'()^`";
-  return code >= kLowestGlyph && code <= kHighestGlyph && kMissing.find(ByteOf(code)) == BytesView::npos;
+  return ByteValue(character) >= kLowestGlyph && ByteValue(character) <= kHighestGlyph &&
+         kMissing.find(character) == BytesView::npos;
 }
 
 }  // namespace
@@ -53,12 +51,12 @@ constexpr bool DeviceShows(unsigned code) {
 Bytes CheckTableText(BytesView table_text, BytesView value, int line, TableMessages& messages) {
   Bytes translated;
   for (const char character : value) {
-    const unsigned code = DeviceCode(ByteValue(character));
-    if (!DeviceShows(code)) {
+    const char shown = DeviceCharacter(character);
+    if (!DeviceShows(shown)) {
       ReportLineError(line, Bytes(", ") + character + " nicht erlaubt!", table_text, messages);
       return {};
     }
-    translated.push_back(ByteOf(code));
+    translated.push_back(shown);
   }
   return translated;
 }

@@ -60,8 +60,10 @@ void Dateiwahl::OnClose() {
 
 void Dateiwahl::RestoreLastFolder() {
   const ChooserValues& values = subs_.chooser;
-  const bool restored = !values.LastDrive.empty() && ListFolder(values.LastDrive + values.LastFolder);
-  if (!restored) ListFolder(folder_);
+  if (!values.LastDrive.empty() && ListFolder(values.LastDrive + values.LastFolder)) return;
+  if (ListFolder(folder_)) return;
+  ShowDrives();
+  ShowFiles();
 }
 
 void Dateiwahl::ShowDrives() {
@@ -145,7 +147,7 @@ std::string Dateiwahl::ChosenPath() {
   Text2.SetText(WithExtension(Text2.Text(), values.FilePattern));
   const std::string& name = Text2.Text();
   if (IsAbsolutePath(name, style_)) return name;
-  const DriveAndFolder last = SplitFolder(folder_, style_, host_.files.Drives());
+  const DriveAndFolder last = SplitFolder(folder_, style_, Drive1.Items());
   values.LastDrive = last.drive;
   values.LastFolder = last.folder;
   const std::string path = JoinPath(folder_, name, style_);

@@ -1,0 +1,169 @@
+// The polls, their buttons, and the loading of names.
+#include "exchange/datenaustausch.h"
+
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "chooser/file_chooser.h"
+#include "chooser/table_file.h"
+#include "exchange/reply_display.h"
+#include "platform/text.h"
+#include "tables/mes_table.h"
+
+namespace ox {
+namespace {
+
+constexpr float kRestSeconds = 10.0F;  // from a cyclic poll's display to the next poll
+
+/// What is shown of a reply to "Abruf Z": its framing character and one record.
+constexpr std::size_t kZReplyLength = 24;
+
+constexpr std::string_view kTablePattern = "*.mes";
+constexpr std::string_view kLoading = "Messstellentabelle wird geladen ...";
+constexpr std::string_view kRedundantOffice =
+    "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
+
+}  // namespace
+
+Datenaustausch::Datenaustausch(Host& host, Subs& subs, FileChooser& chooser)
+    : Window(host.windows, "Datenaustausch", "Datenaustausch mit Orvanexe"),
+      host_(host),
+      settings_(subs.settings),
+      chooser_(chooser),
+      due_(host, subs.settings, datanz) {
+  Abbruch.SetEnabled(false);
+  Einzelabruf.onClick = [this] { PollSingle(); };
+  Abruf_Y.onClick = [this] { PollZ(); };
+  Sammelabruf.onClick = [this] { Poll(Bytes(kCollectiveRequest), true); };
+  Zyklischer_Abruf.onClick = [this] { PollCyclically(); };
+  Zeitabruf.onClick = [this] { Poll(Bytes(kTimeRequest), false); };
+  Abbruch.onClick = [this] { abortRequested_ = true; };
+  // The close box's way: a poll that a table loaded meanwhile has unlocked ends first.
+  Verlassen.onClick = [this] { RequestClose(); };
+  duemstwal.onClick = [this] { LoadTable(); };
+}
+
+void Datenaustausch::OnActivate() {
+  AKZ.SetFocus();
+}
+
+void Datenaustausch::OnCloseWhileRunning() {
+  abortRequested_ = true;
+}
+
+void Datenaustausch::OnClose() {
+  due_.ClosePort();
+  Unload();
+}
+
+void Datenaustausch::OnFailure() {
+  due_.ClosePort();
+  UnlockButtons();
+}
+
+void Datenaustausch::PollSingle() {
+  const PollFields fields = TypedFields();
+  if (Refused(RefusalOfSingleRequest(fields))) return;
+  if (!fields.AKZ.empty() && !fields.MST.empty()) host_.windows.ShowMessage(kRedundantOffice);
+  Poll(SingleRequest(fields), !NamesOneValue(fields));
+}
+
+void Datenaustausch::PollZ() {
+  const PollFields fields = TypedFields();
+  if (Refused(RefusalOfZRequest(fields))) return;
+  if (!fields.AKZ.empty()) host_.windows.ShowMessage(kRedundantOffice);
+  LockButtons();
+  const Bytes reply = Exchange(ZRequest(fields), false);
+  ShowValues(reply.substr(0, kZReplyLength) + settings_.CR);
+  UnlockButtons();
+}
+
+void Datenaustausch::Poll(const Bytes& request, bool multiRecord) {
+  LockButtons();
+  ShowValues(Exchange(request, multiRecord));
+  UnlockButtons();
+}
+
+void Datenaustausch::PollCyclically() {
+  LockButtons();
+  Abbruch.SetEnabled(true);
+  abortRequested_ = false;
+  while (!abortRequested_) {
+    ShowValues(Exchange(Bytes(kCollectiveRequest), true));
+    RestBetweenPolls();
+  }
+  UnlockButtons();
+}
+
+void Datenaustausch::RestBetweenPolls() {
+  const float start = host_.clock.SecondsSinceMidnight();
+  // Midnight makes the difference large and ends the wait.
+  while (!abortRequested_ && std::abs(start - host_.clock.SecondsSinceMidnight()) < kRestSeconds) {
+    host_.windows.Rest();
+  }
+}
+
+void Datenaustausch::LoadTable() {
+  const std::string path = chooser_.Choose(kTablePattern);
+  if (path.empty()) return;
+  LockButtons();
+  datanz.SetText(kLoading);
+  host_.windows.Yield();
+  const std::optional<Bytes> text = ReadTableText(host_.files, path);
+  if (!text) {
+    // The buttons stay locked until another table is loaded; only the close box still works.
+    host_.windows.ShowMessage("Fehler beim Lesen der Datei: " + path + "!");
+    return;
+  }
+  WindowTableMessages messages(host_.windows);
+  nameIndex_ = NameIndex(ParseMesTable(*text, messages));
+  datanz.SetText("");
+  UnlockButtons();
+}
+
+Bytes Datenaustausch::Exchange(const Bytes& request, bool multiRecord) {
+  MarkStartTime();
+  datanz.SetText("");
+  return due_.DeviceDialogue(request, multiRecord);
+}
+
+void Datenaustausch::ShowValues(BytesView reply) {
+  mewanz.SetText(ToText(FormatValues(reply, nameIndex_)));
+}
+
+PollFields Datenaustausch::TypedFields() const {
+  return {ToBytes(AKZ.Text()), ToBytes(MST.Text()), ToBytes(Par.Text())};
+}
+
+bool Datenaustausch::Refused(std::optional<std::string_view> refusal) {
+  if (refusal) host_.windows.ShowMessage(*refusal);
+  return refusal.has_value();
+}
+
+void Datenaustausch::MarkStartTime() {
+  startTime_ = host_.clock.SecondsSinceMidnight();
+}
+
+void Datenaustausch::LockButtons() {
+  Zeitabruf.SetEnabled(false);
+  Sammelabruf.SetEnabled(false);
+  Verlassen.SetEnabled(false);
+  Abruf_Y.SetEnabled(false);
+  Zyklischer_Abruf.SetEnabled(false);
+  Einzelabruf.SetEnabled(false);
+  Abbruch.SetEnabled(false);
+}
+
+void Datenaustausch::UnlockButtons() {
+  Zeitabruf.SetEnabled(true);
+  Sammelabruf.SetEnabled(true);
+  Verlassen.SetEnabled(true);
+  Abruf_Y.SetEnabled(true);
+  Zyklischer_Abruf.SetEnabled(true);
+  Einzelabruf.SetEnabled(true);
+  Abbruch.SetEnabled(false);
+  AKZ.SetFocus();
+}
+
+}  // namespace ox

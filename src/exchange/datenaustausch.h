@@ -1,0 +1,84 @@
+// Datenaustausch: polls values from the device and shows them with the names of their measuring points.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "app/subs.h"
+#include "exchange/name_index.h"
+#include "exchange/poll_request.h"
+#include "link/device_link.h"
+#include "platform/controls.h"
+#include "platform/host.h"
+#include "platform/window.h"
+
+namespace ox {
+
+class FileChooser;
+
+/// Made anew for each showing: fields, displays and names begin empty. All polls share the window's one link;
+/// while one runs its buttons are locked, but for the table button.
+class Datenaustausch : public Window {
+ public:
+  Datenaustausch(Host& host, Subs& subs, FileChooser& chooser);
+
+  Label LabelAKZ{*this, "LabelAKZ", " Amtskennzeichen"};
+  TextBox AKZ{*this, "AKZ"};
+  Label LabelMST{*this, "LabelMST", "Messstellennummer"};
+  TextBox MST{*this, "MST"};
+  Label LabelPar{*this, "LabelPar", "Parameter"};
+  TextBox Par{*this, "Par"};
+  Button Einzelabruf{*this, "Einzelabruf", "Abruf J"};
+  Button Abruf_Y{*this, "Abruf_Y", "Abruf Z"};
+  Button Sammelabruf{*this, "Sammelabruf", "Sammelabruf"};
+  Button Zyklischer_Abruf{*this, "Zyklischer_Abruf", "Zyklischer Sammelabruf"};
+  Button Zeitabruf{*this, "Zeitabruf", "Zeitabruf"};
+  Button Abbruch{*this, "Abbruch", "Abruf abbrechen"};
+  Button Verlassen{*this, "Verlassen", "Verlassen"};
+  Button duemstwal{*this, "duemstwal", "Messstellen- tabelle zur Darstellung wählen"};
+  Label LabelDatanz{*this, "LabelDatanz", "PC <> OX  Ausgetauschte Daten"};
+  TextBox datanz{*this, "datanz"};  // trace
+  Label LabelMewanz{*this, "LabelMewanz",
+                    "Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe."};
+  TextBox mewanz{*this, "mewanz"};  // values
+
+  /// When the last exchange began, in seconds since midnight.
+  float StartTime() const { return startTime_; }
+
+ protected:
+  void OnActivate() override;
+  void OnCloseWhileRunning() override;
+  void OnClose() override;
+  void OnFailure() override;
+
+ private:
+  void PollSingle();
+  void PollZ();
+  void PollCyclically();
+  void LoadTable();
+
+  /// One exchange with a fresh trace; returns the reply.
+  Bytes Exchange(const Bytes& request, bool multiRecord);
+  /// A whole poll: locked, exchanged, shown, unlocked.
+  void Poll(const Bytes& request, bool multiRecord);
+  /// Waits out the time between two cyclic polls, or until the abort.
+  void RestBetweenPolls();
+  PollFields TypedFields() const;
+  /// True, after the message, when there is one.
+  bool Refused(std::optional<std::string_view> refusal);
+
+  void MarkStartTime();
+  void ShowValues(BytesView reply);
+  void LockButtons();
+  void UnlockButtons();
+
+  Host& host_;
+  const SessionSettings& settings_;
+  FileChooser& chooser_;
+  DeviceLink due_;  // the window's serial line
+  NameIndex nameIndex_;
+  float startTime_ = 0;
+  bool abortRequested_ = false;  // read by the cyclic poll alone
+};
+
+}  // namespace ox

@@ -1,0 +1,74 @@
+// Field checks in their order, and requests in their columns.
+#include "exchange/poll_request.h"
+
+#include "tables/table_characters.h"
+
+namespace ox {
+namespace {
+
+constexpr std::size_t kOfficeDigits = 3;
+constexpr std::size_t kPointDigits = 8;
+constexpr std::size_t kParameterDigits = 4;
+
+constexpr BytesView kAfterOffice = " ";
+constexpr BytesView kAfterPoint = ": ";
+constexpr char kRequestEnd = '\r';
+
+constexpr std::string_view kNoField =
+    "Mindestens eines der drei Felder - Amtskennzeichen, Parameter oder Messstellennummer - muss einen "
+    "Eintrag enthalten!";
+constexpr std::string_view kNoValueNamed = "Parameter und Messstellennummer müssen einen eingegeben sein!";
+constexpr std::string_view kBadOffice =
+    "Das Feld  > Amtskennzeichen <  muss leer sein oder drei Ziffern enthalten!";
+constexpr std::string_view kBadParameter =
+    "Das Feld  > Parameter <  muss leer sein oder vier Ziffern enthalten!";
+constexpr std::string_view kBadPoint =
+    "Das Feld  > Messstellennummer <  muss leer sein oder acht Ziffern enthalten!";
+
+std::optional<std::string_view> RefusalOfDigits(const PollFields& fields) {
+  if (!CheckDigits(fields.AKZ, kOfficeDigits)) return kBadOffice;
+  if (!CheckDigits(fields.Par, kParameterDigits)) return kBadParameter;
+  if (!CheckDigits(fields.MST, kPointDigits)) return kBadPoint;
+  return std::nullopt;
+}
+
+/// A field and what follows it, or blanks in their place.
+Bytes Column(BytesView field, std::size_t width, BytesView after) {
+  return field.empty() ? Bytes(width + after.size(), ' ') : Bytes(field).append(after);
+}
+
+Bytes Request(char letter, const PollFields& fields) {
+  return Bytes(1, letter) + Column(fields.AKZ, kOfficeDigits, kAfterOffice) +
+         Column(fields.MST, kPointDigits, kAfterPoint) + Column(fields.Par, kParameterDigits, {}) +
+         kRequestEnd;
+}
+
+}  // namespace
+
+bool CheckDigits(BytesView text, std::size_t count) {
+  return text.empty() || (text.size() == count && !DigitsOnly(text).empty());
+}
+
+std::optional<std::string_view> RefusalOfSingleRequest(const PollFields& fields) {
+  if (fields.AKZ.empty() && fields.MST.empty() && fields.Par.empty()) return kNoField;
+  return RefusalOfDigits(fields);
+}
+
+std::optional<std::string_view> RefusalOfZRequest(const PollFields& fields) {
+  if (!NamesOneValue(fields)) return kNoValueNamed;
+  return RefusalOfDigits(fields);
+}
+
+Bytes SingleRequest(const PollFields& fields) {
+  return Request('J', fields);
+}
+
+Bytes ZRequest(const PollFields& fields) {
+  return Request('Z', fields);
+}
+
+bool NamesOneValue(const PollFields& fields) {
+  return !fields.MST.empty() && !fields.Par.empty();
+}
+
+}  // namespace ox

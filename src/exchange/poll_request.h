@@ -1,0 +1,43 @@
+// What the data exchange asks the device for, and the checks of the fields before it does.
+//
+// A request for single values has 20 characters in fixed columns: letter (1), office code (3), blank,
+// measuring- point number (8), ":", blank, parameter (4), CR. A field left empty is blank, its punctuation
+// too.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+/// All values, and the time: bare letters.
+inline constexpr BytesView kCollectiveRequest = "P";
+inline constexpr BytesView kTimeRequest = "T";
+
+/// The window's fields as they were typed.
+struct PollFields {
+  Bytes AKZ;  // office code
+  Bytes MST;  // measuring-point number
+  Bytes Par;  // parameter number
+};
+
+/// True for an empty text, and for one of exactly `count` digits.
+bool CheckDigits(BytesView text, std::size_t count);
+
+/// The message (UTF-8) that refuses the fields for "Abruf J"; nothing when they will do.
+std::optional<std::string_view> RefusalOfSingleRequest(const PollFields& fields);
+/// The same for "Abruf Z".
+std::optional<std::string_view> RefusalOfZRequest(const PollFields& fields);
+
+/// "Abruf J": each field may be empty.
+Bytes SingleRequest(const PollFields& fields);
+/// "Abruf Z": number and parameter are there.
+Bytes ZRequest(const PollFields& fields);
+
+/// Whether number and parameter name one value; with only one of them, a reply may have several records.
+bool NamesOneValue(const PollFields& fields);
+
+}  // namespace ox

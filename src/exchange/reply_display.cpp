@@ -1,0 +1,41 @@
+// Splitting a reply into records and laying them out.
+#include "exchange/reply_display.h"
+
+#include "tables/packed_tables.h"
+
+namespace ox {
+namespace {
+
+constexpr char kRecordEnd = '\r';
+constexpr char kNumberEnd = ':';
+constexpr BytesView kBetweenRecords = "|";
+constexpr BytesView kLineBreak = "\r\n";
+
+/// Right-aligns the name where the number stands, so that the columns stay in line.
+void PutNameForNumber(Bytes& record, const NameIndex& names) {
+  constexpr std::size_t kNumberEndOffset = kPointNumberLength;
+  if (record.size() <= kNumberEndOffset + 1 || record[kNumberEndOffset] != kNumberEnd) return;
+  const BytesView name = names.Find(BytesView(record).substr(0, kPointNumberLength));
+  if (name.empty()) return;
+  const Bytes padding(kPointNumberLength - name.size(), ' ');
+  record.replace(0, kPointNumberLength, padding + Bytes(name));
+}
+
+}  // namespace
+
+Bytes FormatValues(BytesView reply, const NameIndex& names) {
+  Bytes display;
+  std::size_t count = 0;
+  reply.remove_prefix(reply.empty() ? 0 : 1);
+  for (;;) {
+    const std::size_t end = reply.find(kRecordEnd);
+    if (end == BytesView::npos || end < kMinRecordLength) return display;
+    Bytes record(reply.substr(0, end < kMaxRecordLength ? end : kMaxRecordLength));
+    PutNameForNumber(record, names);
+    ++count;
+    display.append(record).append(count % kRecordsPerLine == 0 ? kLineBreak : kBetweenRecords);
+    reply.remove_prefix(end + 1);
+  }
+}
+
+}  // namespace ox

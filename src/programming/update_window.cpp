@@ -1,0 +1,90 @@
+// The frame of an update run and its shared steps.
+#include "programming/update_window.h"
+
+#include "link/verbindungstest.h"
+#include "platform/text.h"
+#include "programming/block_frame.h"
+
+namespace ox {
+namespace {
+
+constexpr std::string_view kPortFailure = ": lässt sich nicht öffnen!";
+
+}  // namespace
+
+std::string WrongAnswer(int number) {
+  return "Abbruch der Programmierung(" + std::to_string(number) + "): OX antwortet nicht oder falsch!";
+}
+
+UpdateWindow::UpdateWindow(Host& host, SessionSettings& settings, std::string_view name,
+                           std::string_view caption)
+    : Window(host.windows, name, caption), host_(host), settings_(settings), link_(host, settings) {}
+
+void UpdateWindow::RunUpdate(const std::function<void()>& steps) {
+  EnableCommands(false);
+  try {
+    steps();
+  } catch (const PortError&) {
+    Abort("COM" + ToText(settings_.ComPort) + std::string(kPortFailure));
+  }
+  Reset();
+}
+
+void UpdateWindow::EnableCommands(bool enabled) {
+  for (Control* control : Controls()) {
+    if (control != &Go) control->SetEnabled(enabled);
+  }
+}
+
+void UpdateWindow::Reset() {
+  EnableCommands(true);
+  link_.Close();
+}
+
+bool UpdateWindow::Abort(std::string_view message) {
+  host_.windows.ShowMessage(message);
+  return false;
+}
+
+bool UpdateWindow::LoaderRuns() {
+  link_.OpenForLoader();
+  Go.SetText(">");
+  return link_.Accepts(request::kProbe);
+}
+
+bool UpdateWindow::FindDevice(std::string_view message) {
+  link_.Close();
+  RunConnectionTest(host_, settings_);
+  return settings_.Connected || Abort(message);
+}
+
+bool UpdateWindow::EnterLoader(std::string_view message) {
+  return link_.RequestUpdateMode() || Abort(message);
+}
+
+bool UpdateWindow::Probe(const LoaderRequest& request, std::string_view message) {
+  const Bytes reply = link_.SendBlock(request);
+  return reply == LoaderLink::kAccepted || reply == LoaderLink::kRefused || Abort(message);
+}
+
+bool UpdateWindow::Demand(const LoaderRequest& request, std::string_view message) {
+  return link_.Accepts(request) || Abort(message);
+}
+
+bool UpdateWindow::WriteBlocks(BytesView image, const BlockTransfer& transfer, std::string_view message) {
+  for (std::size_t address = 0; address < image.size(); address += kBlockSize) {
+    if (address / kBlockSize % transfer.markPeriod == transfer.markPhase) Mark();
+    if (!link_.Accepts(transfer.write, address, image.substr(address, kBlockSize))) return Abort(message);
+  }
+  return true;
+}
+
+void UpdateWindow::Finish(std::string_view message) {
+  // The device is right by now: what it says to these two changes nothing.
+  link_.SendBlock(request::kTakeOver);
+  link_.SendBlock(request::kLeaveLoader);
+  link_.Close();
+  host_.windows.ShowMessage(message);
+}
+
+}  // namespace ox

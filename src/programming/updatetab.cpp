@@ -1,0 +1,139 @@
+// Loading the tables, and the steps of the table update.
+#include "programming/updatetab.h"
+
+#include "app/messages.h"
+#include "chooser/table_file.h"
+#include "tables/linking.h"
+#include "tables/mes_table.h"
+#include "tables/par_table.h"
+#include "tables/zuo_table.h"
+
+namespace ox {
+namespace {
+
+constexpr std::string_view kLoaded = " O.K.!";
+
+constexpr std::string_view kOverflow = "Abbruch: Überlauffehler der Tabellen!";
+constexpr std::string_view kGeneration3Overflow = "Abbruch: Überlauffehler der Tabellen OX3!";
+constexpr std::string_view kGeneration3Unusable = "Abbruch: Tabellen OX3 fehlerhaft!";
+constexpr std::string_view kOldSoftware =
+    "Hinweis: Orvanexen mit einem SW-Stand vor 3.0\r\n"
+    "können mit diesem Programm keine neue Messstellentabelle\r\n"
+    "erhalten!";
+constexpr std::string_view kUnknownKind =
+    "Abbruch: Geräte mit SW-Stand vor 3.0 können so nicht programmiert werden!\r\n"
+    "Bitte wenden Sie sich an den Hersteller.";
+constexpr std::string_view kChecksumError = "Abbruch der Programmierung(5): Checksummenfehler!";
+constexpr std::string_view kSuccess = "Tabellenupdate erfolgreich abgeschlossen!";
+
+/// What the type of a device with software from 3.0 on begins with.
+constexpr BytesView kUpdatableType = "OX ";
+
+constexpr BlockTransfer kTransfer{.write = request::kWriteTables, .markPeriod = 2, .markPhase = 0};
+
+}  // namespace
+
+updatetab::updatetab(Host& host, Subs& subs, FileChooser& chooser)
+    : UpdateWindow(host, subs.settings, "updatetab", "Update Tabellen"),
+      chooser_(chooser),
+      points_{ChMes, "*.mes", "Messstellentabelle wird geladen ...", ParseMesTable, {}},
+      parameters_{ChPar, "*.par", "Parameterliste wird geladen ...", ParseParTable, {}},
+      assignments_{ChZuo, "*.zuo", "Zuordnungstabelle wird geladen ...", ParseZuoTable, {}} {
+  for (Table* table : {&points_, &parameters_, &assignments_}) {
+    table->box.onClick = [this, table] { ChooseTable(*table); };
+  }
+  TabStart.onClick = [this] { RunUpdate([this] { UpdateDevice(); }); };
+  TabEnd.onClick = [this] { RequestClose(); };
+}
+
+void updatetab::OnLoad() {
+  for (Table* table : {&points_, &parameters_, &assignments_}) {
+    table->box.SetChecked(false);
+    table->packed.clear();
+  }
+  Go.SetText("");
+  TabStart.SetEnabled(false);
+}
+
+void updatetab::ChooseTable(Table& table) {
+  const std::string path = table.box.Checked() ? chooser_.Choose(table.pattern) : std::string();
+  if (path.empty()) {
+    table.box.SetChecked(false);
+  } else {
+    Go.SetText(table.status);
+    host_.windows.Yield();
+    table.packed = LoadTable(path, table);
+    if (table.packed.empty()) table.box.SetChecked(false);
+  }
+  Go.SetText(table.box.Checked() ? std::string(table.status) + std::string(kLoaded) : std::string());
+  TabStart.SetEnabled(ChMes.Checked() && ChPar.Checked() && ChZuo.Checked());
+}
+
+Bytes updatetab::LoadTable(const std::string& path, const Table& table) {
+  const std::optional<Bytes> text = ReadTableText(host_.files, path);
+  if (!text) {
+    host_.windows.ShowMessage("Fehler beim Lesen der Datei: " + path + "!");
+    return {};
+  }
+  WindowTableMessages messages(host_.windows);
+  return table.parse(*text, messages);
+}
+
+void updatetab::UpdateDevice() {
+  const std::optional<TableImages> images = BuildImages();
+  if (!images || !ReachLoader()) return;
+  const Bytes* image = SelectImage(*images);
+  if (image == nullptr) return;
+  Mark();
+  if (!Demand(request::kPrepareTables, WrongAnswer(3)) || !WriteBlocks(*image, kTransfer, WrongAnswer(4)) ||
+      !Demand(request::kVerifyTables, kChecksumError)) {
+    return;
+  }
+  Finish(kSuccess);
+  Go.SetText("");
+}
+
+std::optional<TableImages> updatetab::BuildImages() {
+  WindowTableMessages messages(host_.windows);
+  if (!CheckAssignmentParameters(assignments_.packed, parameters_.packed, messages)) return std::nullopt;
+  const Bytes linked = AttachAssignments(points_.packed, assignments_.packed, messages);
+  if (linked.empty()) return std::nullopt;
+  TableImages images = BuildTableImages(linked, parameters_.packed);
+  if (images.generation3.status == ImageStatus::kOverflow) {
+    Abort(kGeneration3Overflow);
+    return std::nullopt;
+  }
+  if (images.older.status == ImageStatus::kOverflow) {
+    Abort(kOverflow);
+    return std::nullopt;
+  }
+  return images;
+}
+
+bool updatetab::ReachLoader() {
+  if (LoaderRuns()) return true;
+  if (!FindDevice(kConnectionMessage)) return false;
+  if (!settings_.DeviceIdent.starts_with(kUpdatableType)) return Abort(kOldSoftware);
+  Mark();
+  if (!EnterLoader(WrongAnswer(1))) return false;
+  Mark();
+  return Probe(request::kTableProbe, WrongAnswer(2));
+}
+
+const Bytes* updatetab::SelectImage(const TableImages& images) {
+  const TableImage* image = nullptr;
+  if (link_.Accepts(request::kOlderKind)) {
+    image = &images.older;
+  } else if (link_.Accepts(request::kGeneration3Kind) || link_.Accepts(request::kLaterGeneration3Kind)) {
+    image = &images.generation3;
+  }
+  if (image == nullptr) {
+    Abort(kUnknownKind);
+  } else if (image->status != ImageStatus::kBuilt) {
+    Abort(kGeneration3Unusable);
+    image = nullptr;
+  }
+  return image == nullptr ? nullptr : &image->bytes;
+}
+
+}  // namespace ox

@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kReadSize = 65536;  // bytes
-constexpr mode_t kNewFile = 0666;             // rights, before the user's mask
+constexpr mode_t kNewFile = 0666;         // rights, before the user's mask
 constexpr mode_t kRights = 07777;
 constexpr int kMostLinks = 40;           // as the host itself
 constexpr int kMostTemporaryFiles = 16;  // names to try, when earlier runs left theirs behind

@@ -48,6 +48,7 @@ std::vector<TimedReply> ReplyFaults::Spoil(const std::optional<ReplyFault>& faul
     case ReplyFault::Kind::Doubled:
       return {{now, reply + reply}};
     case ReplyFault::Kind::NoiseBefore:
+      if (fault->delay > 0) return {{now, fault->text}, {now + fault->delay, std::move(reply)}};
       return {{now, fault->text + reply}};
     case ReplyFault::Kind::LastCharacterLost:
       return {{now, reply.substr(0, reply.empty() ? 0 : reply.size() - 1)}};

@@ -48,7 +48,7 @@ struct ReplyFault {
     Silence,            ///< nothing comes
     Replaced,           ///< text comes instead: a refusal, another character, a wrong acknowledgement
     Doubled,            ///< the reply comes twice in one piece
-    NoiseBefore,        ///< text comes before the reply, in one piece with it
+    NoiseBefore,        ///< text comes first and the reply delay seconds later; at 0 both in one piece
     LastCharacterLost,  ///< the reply comes without its last character, so a line comes without its CR
     Late,               ///< the reply comes delay seconds later
     Split               ///< every further character of the reply comes delay seconds after the one before
@@ -57,7 +57,7 @@ struct ReplyFault {
   ReplySelection which = {};
   Kind kind = Kind::Silence;
   Bytes text = {};           ///< for Replaced and NoiseBefore
-  Seconds delay = 0;         ///< for Late and Split
+  Seconds delay = 0;         ///< for NoiseBefore, Late and Split
   bool requestLost = false;  ///< the device does not carry out the request either
 };
 

@@ -24,12 +24,13 @@ std::string Told(const std::vector<TimedReply>& replies) {
 TEST(ReplyFaults, SpoilsAReply) {
   const struct {
     ReplyFault fault;
-    const char* told;
+    const char* told = "";
   } rows[] = {{{.which = {.nth = 9}}, "10:ACK "},
               {{.kind = Kind::Silence}, ""},
               {{.kind = Kind::Replaced, .text = "N"}, "10:N "},
               {{.kind = Kind::Doubled}, "10:ACKACK "},
               {{.kind = Kind::NoiseBefore, .text = "~"}, "10:~ACK "},
+              {{.kind = Kind::NoiseBefore, .text = "~", .delay = 1}, "10:~ 11:ACK "},
               {{.kind = Kind::LastCharacterLost}, "10:AC "},
               {{.kind = Kind::Late, .delay = 5}, "15:ACK "},
               {{.kind = Kind::Split, .delay = 2}, "10:A 12:C 14:K "}};

@@ -1,0 +1,37 @@
+// FirmwareOX3Verpacken: packs a loader hex file into a generation III program file.
+#pragma once
+
+#include <string>
+
+#include "app/subs.h"
+#include "platform/controls.h"
+#include "platform/host.h"
+#include "platform/window.h"
+
+namespace ox {
+
+class FirmwareOX3Verpacken : public Window {
+ public:
+  /// Host and settings outlive the window. The settings keep both paths from one session to the next.
+  FirmwareOX3Verpacken(Host& host, SessionSettings& settings);
+
+  Label LabelTextQuelle{*this, "LabelTextQuelle", "Quellendatei (.LDR)"};
+  /// File names without their extensions, which are part of the labels.
+  TextBox TextQuelle{*this, "TextQuelle"};
+  Label LabelTextZiel{*this, "LabelTextZiel", "Zieldatei (.PR3)"};
+  TextBox TextZiel{*this, "TextZiel"};
+  Button CoStart{*this, "CoStart", "Start"};
+
+ protected:
+  void OnLoad() override;
+
+ private:
+  void Start();
+  /// Packs source into target; returns what the user is told of it.
+  std::string Pack();
+
+  Host& host_;
+  SessionSettings& settings_;
+};
+
+}  // namespace ox

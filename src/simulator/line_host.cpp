@@ -55,14 +55,12 @@ std::optional<Seconds> LineHost::NextWakeUp() const {
   return next ? std::min(*next, replugAt_) : replugAt_;
 }
 
-void LineHost::Step(const sigset_t& awaited) {
+void LineHost::Work() {
   if (!plug_ && Now() >= replugAt_) plug_.emplace(options_.link);
   const Bytes arrived = paced_.Advance(Now());
-  if (plug_ && !arrived.empty()) {
-    plug_->line.Write(arrived);
-    Count(arrived.size());
-  }
-  Wait(awaited);
+  if (!plug_ || arrived.empty()) return;
+  plug_->line.Write(arrived);
+  Count(arrived.size());
 }
 
 void LineHost::Wait(const sigset_t& awaited) {
@@ -77,7 +75,10 @@ void LineHost::Wait(const sigset_t& awaited) {
                     static_cast<short>(POLLIN | (waiting ? POLLOUT : 0)), 0};
   if (ppoll(&descriptor, 1, limit, &awaited) <= 0 || !plug_) return;
   if ((descriptor.revents & POLLOUT) != 0) plug_->line.Flush();
-  if ((descriptor.revents & POLLIN) == 0) return;
+  if ((descriptor.revents & POLLIN) != 0) TakeFromPc();
+}
+
+void LineHost::TakeFromPc() {
   // The settings first: they belong to what was sent before.
   const LineSettings pc = plug_->line.PcSettings();
   const Seconds now = Now();

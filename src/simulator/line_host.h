@@ -35,9 +35,13 @@ class LineHost {
   /// What a program opens; empty while the cable is pulled.
   std::string Path() const;
 
-  /// Does everything that is due, then waits for the next thing, or until a signal comes that the mask of the
-  /// calling thread holds back and `awaited` lets through.
-  void Step(const sigset_t& awaited);
+  /// Does everything that is due.
+  void Work();
+  /// Whether nothing more will be due until something comes from the PC.
+  bool Idle() const { return !NextWakeUp(); }
+  /// Waits until something is due or has come from the PC, or until a signal comes that the calling thread
+  /// holds back and the mask `awaited` lets through.
+  void Wait(const sigset_t& awaited);
 
  private:
   struct Plug {
@@ -48,7 +52,7 @@ class LineHost {
 
   void Count(std::size_t characters);
   std::optional<Seconds> NextWakeUp() const;
-  void Wait(const sigset_t& awaited);
+  void TakeFromPc();
 
   HostOptions options_;
   Seconds start_ = 0;

@@ -13,7 +13,6 @@ using Kind = ReplyFault::Kind;
 
 constexpr double kMillisecondsPerSecond = 1000;
 constexpr int kAlways = INT_MAX;
-constexpr std::string_view kPolls = "JZPT";
 constexpr BytesView kUnknownState = "07D003B6303903520017000B";
 
 // What follows the "=", or the default that stands in the table.
@@ -39,10 +38,6 @@ ReplySelection Block(int number) {
 void Add(FaultTargets& targets, ReplySelection which, Kind kind, Bytes text = {}, Seconds delay = 0,
          bool requestLost = false) {
   targets.replies.push_back({which, kind, std::move(text), delay, requestLost});
-}
-
-void AnswerPollsWith(FaultTargets& targets, const Bytes& letter) {
-  for (const char poll : kPolls) Add(targets, EveryTo(poll), Kind::Replaced, letter);
 }
 
 void AnswerPowerWith(FaultTargets& targets, BytesView fields) {
@@ -94,9 +89,9 @@ const auto
                     {"type", "ZX 9", false, "meldet sich als Gerätetyp TEXT",
                      [](FaultTargets& t, const Value& v) { t.device.type = v.text; }},
                     {"poll-r", "", false, "antwortet auf Abrufe mit R",
-                     [](FaultTargets& t, const Value&) { AnswerPollsWith(t, kNothingKnown); }},
+                     [](FaultTargets& t, const Value&) { t.device.replies.instead = kNothingKnown; }},
                     {"poll-n", "", false, "antwortet auf Abrufe mit N",
-                     [](FaultTargets& t, const Value&) { AnswerPollsWith(t, kRefused); }},
+                     [](FaultTargets& t, const Value&) { t.device.replies.instead = kRefused; }},
                     {"cut-record", "", false, "der letzte Datensatz bricht ab",
                      [](FaultTargets& t, const Value&) { t.device.replies.cutRecord = true; }},
                     {"silence-after", "2", true, "verstummt nach N Datensätzen",

@@ -87,7 +87,8 @@ void RunDevice(SimulatorOptions& options, const sigset_t& awaited) {
   std::cout << "oxsim: OX " << given.generation << " (" << Settings(device.Line()) << ", " << points
             << " Messstellen) an " << options.parts.host.link << " -> " << host.Path() << std::endl;
   while (endWanted == 0) {
-    host.Step(awaited);
+    host.Work();
+    host.Wait(awaited);
     if (dumpWanted == 0) continue;
     dumpWanted = 0;
     Dump(device, options.dump);
@@ -101,7 +102,8 @@ void RunModem(const SimulatorOptions& options, const sigset_t& awaited) {
   std::cout << "oxsim: Modem (" << Settings(modem.Line()) << ") an " << options.parts.host.link << " -> "
             << host.Path() << std::endl;
   while (endWanted == 0) {
-    host.Step(awaited);
+    host.Work();
+    host.Wait(awaited);
     if (sendWanted == 0) continue;
     sendWanted = 0;
     modem.DropModemLine(host.Now());

@@ -11,6 +11,7 @@ constexpr size_t kShortestSeveral = 2;  // the framing line and the end line
 }  // namespace
 
 ReplyLines Shaped(ReplyLines lines, const ReplyShape& shape) {
+  if (!shape.instead.empty()) return {shape.instead};
   const bool several = lines.size() >= kShortestSeveral;
   if (several && shape.silenceAfter) lines.resize(std::min(lines.size(), 1 + *shape.silenceAfter));
   if (!shape.cutRecord) return lines;

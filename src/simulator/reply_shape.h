@@ -12,6 +12,7 @@ namespace ox::sim {
 struct ReplyShape {
   std::size_t leastRecords = 0;             ///< fills a collective poll up to so many records
   std::optional<std::size_t> silenceAfter;  ///< a reply of several records breaks off after so many
+  Bytes instead;                            ///< "R" or "N" in place of every reply; empty: none
   bool cutRecord = false;  ///< the last record stops in its middle, and nothing comes after it
 };
 

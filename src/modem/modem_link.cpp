@@ -60,7 +60,7 @@ bool ModemLink::WakeModem() {
 
 Bytes ModemLink::AwaitAnswer() {
   for (;;) {
-    const Bytes part = waits_.WaitForInput(LineWaits::kDialogueWait);
+    Bytes part = waits_.WaitForInput(LineWaits::kDialogueWait);
     if (part.empty()) {
       host_.windows.ShowMessage(kWrongAnswer);
       return {};

@@ -25,12 +25,12 @@ class PacedLine {
 
  private:
   struct Incoming {
-    Seconds due;
-    char character;
+    Seconds due = 0;
+    char character = 0;
     LineSettings pc;
   };
   struct Outgoing {
-    Seconds due;
+    Seconds due = 0;
     Bytes character;
   };
 

@@ -72,7 +72,7 @@ LineSettings PtyLine::PcSettings() const {
 
 Bytes PtyLine::Read() {
   Bytes arrived;
-  std::array<char, 4096> buffer;
+  std::array<char, 4096> buffer{};
   for (;;) {
     const ssize_t count = read(master_, buffer.data(), buffer.size());
     if (count > 0) {

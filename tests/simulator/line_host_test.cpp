@@ -55,7 +55,7 @@ class LineHostTest : public ::testing::Test {
     Bytes reply;
     constexpr int kPatienceMilliseconds = 2000;  // only ever waited out by a test that fails
     pollfd waited{port_, POLLIN, 0};
-    std::array<char, 256> buffer;
+    std::array<char, 256> buffer{};
     while (reply.size() < expected && poll(&waited, 1, kPatienceMilliseconds) > 0) {
       const ssize_t count = read(port_, buffer.data(), buffer.size());
       if (count <= 0) break;

@@ -77,7 +77,7 @@ TEST(DeviceDialogue, ForgetsARequestThatDoesNotCome) {
 TEST(DeviceDialogue, UnderstandsOnlyItsOwnSettings) {
   struct Case {
     LineSettings pc;
-    bool understood;
+    bool understood = false;
   };
   const Case cases[] = {
       {{9600, 'O', 7}, true},  {{9600, 'O', LineSettings::kUnknownBits}, true}, {{9600, 'O', 8}, false},
@@ -187,7 +187,7 @@ TEST(DeviceFaults, SpoilChosenRepliesOfTheDialogue) {
 }
 
 TEST(DeviceFaults, ShapePollReplies) {
-  const auto collective = [](ReplyShape shape) {
+  const auto collective = [](const ReplyShape& shape) {
     DeviceOptions options = WithStations();
     options.replies = shape;
     Device device(options);

@@ -41,7 +41,8 @@ class LineHostTest : public ::testing::Test {
     tcgetattr(port_, &settings);
     cfmakeraw(&settings);
     cfsetspeed(&settings, speed);
-    settings.c_cflag = odd ? settings.c_cflag | PARENB | PARODD : settings.c_cflag & ~PARODD;
+    settings.c_cflag =
+        odd ? settings.c_cflag | PARENB | PARODD : settings.c_cflag & ~static_cast<tcflag_t>(PARODD);
     tcsetattr(port_, TCSANOW, &settings);
   }
 

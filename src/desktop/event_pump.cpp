@@ -7,7 +7,7 @@ namespace ox {
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenLooks{1};
-constexpr std::chrono::milliseconds kLongestRest{8};
+constexpr std::chrono::milliseconds kLongestRest{20};
 
 }  // namespace
 

@@ -16,6 +16,10 @@ constexpr double kRoundSeconds = 0.00005;
 constexpr double kLongestShowing = 200000;
 constexpr double kMillisecondsPerSecond = 1000;
 
+double Interval(const Timer& timer) {
+  return timer.IntervalMilliseconds() / kMillisecondsPerSecond;
+}
+
 }  // namespace
 
 void TestWindows::In(double seconds, std::function<void()> action) {
@@ -30,7 +34,7 @@ std::vector<std::string> TestWindows::TakeMessages() {
 }
 
 void TestWindows::OpenMain(Window& window) {
-  open_.push_back(&window);
+  Enter(window);
   window.Open();
   window.Activate();
 }
@@ -62,10 +66,8 @@ double TestWindows::NextEvent(double limit) const {
   if (const auto input = ports_.NextInput(); input && *input > clock_.Elapsed())
     next = std::min(next, *input);
   for (const Due& due : actions_) next = std::min(next, due.when);
-  for (Timer* timer : OpenTimers()) {
-    const auto last = lastTicks_.find(timer);
-    const double since = last == lastTicks_.end() ? clock_.Elapsed() : last->second;
-    next = std::min(next, since + timer->IntervalMilliseconds() / kMillisecondsPerSecond);
+  for (const RunningTimer& running : timers_) {
+    if (running.since) next = std::min(next, *running.since + Interval(*running.timer));
   }
   return next;
 }
@@ -82,31 +84,33 @@ void TestWindows::RunDueActions() {
 }
 
 void TestWindows::TickTimers() {
-  const std::vector<Timer*> timers = OpenTimers();
-  std::erase_if(lastTicks_, [&](const auto& entry) { return std::ranges::count(timers, entry.first) == 0; });
-  for (Timer* timer : timers) {
-    const auto [entry, fresh] = lastTicks_.try_emplace(timer, clock_.Elapsed());
-    const double interval = timer->IntervalMilliseconds() / kMillisecondsPerSecond;
-    if (fresh || clock_.Elapsed() < entry->second + interval) continue;
-    entry->second = clock_.Elapsed();
-    timer->Tick();
+  // By index: a tick may open further windows.
+  for (std::size_t i = 0; i < timers_.size(); ++i) {
+    RunningTimer& running = timers_[i];
+    if (!running.timer->Enabled()) {
+      running.since.reset();
+    } else if (!running.since) {
+      running.since = clock_.Elapsed();
+    } else if (clock_.Elapsed() >= *running.since + Interval(*running.timer)) {
+      running.since = clock_.Elapsed();
+      running.timer->Tick();
+    }
   }
 }
 
-std::vector<Timer*> TestWindows::OpenTimers() const {
-  std::vector<Timer*> timers;
-  for (const Window* window : open_) {
-    for (Control* control : window->Controls()) {
-      auto* timer = dynamic_cast<Timer*>(control);
-      if (timer != nullptr && timer->Enabled()) timers.push_back(timer);
-    }
+void TestWindows::Enter(Window& window) {
+  for (Control* control : window.Controls()) {
+    if (auto* timer = dynamic_cast<Timer*>(control)) timers_.push_back({&window, timer, std::nullopt});
   }
-  return timers;
+}
+
+void TestWindows::Leave(Window& window) {
+  std::erase_if(timers_, [&](const RunningTimer& running) { return running.window == &window; });
 }
 
 void TestWindows::ShowModal(Window& window) {
   shown_.push_back(window.Name());
-  open_.push_back(&window);
+  Enter(window);
   window.Open();
   window.Activate();
   if (window.IsOpen()) {
@@ -123,7 +127,7 @@ void TestWindows::ShowModal(Window& window) {
     ADD_FAILURE() << "nobody closes the window " << window.Name();
     window.RequestClose();
   }
-  std::erase(open_, &window);
+  Leave(window);
 }
 
 ox::Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -69,7 +70,8 @@ class TestWindows : public WindowSystem {
   double NextEvent(double limit) const;
   void RunDueActions();
   void TickTimers();
-  std::vector<Timer*> OpenTimers() const;
+  void Enter(Window& window);
+  void Leave(Window& window);
 
   TestClock& clock_;
   TestPorts& ports_;
@@ -80,8 +82,13 @@ class TestWindows : public WindowSystem {
   std::vector<std::string> messages_;
   std::size_t messagesTaken_ = 0;
   std::vector<std::string> shown_;
-  std::vector<Window*> open_;
-  std::map<Timer*, double> lastTicks_;
+  /// A timer of a window that is open, and when it ticked last or was switched on.
+  struct RunningTimer {
+    Window* window;
+    Timer* timer;
+    std::optional<double> since;
+  };
+  std::vector<RunningTimer> timers_;
   long rests_ = 0;
   bool ended_ = false;
 };

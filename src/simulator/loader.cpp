@@ -111,12 +111,14 @@ void Loader::LookAtFrame(Seconds now, std::vector<TimedReply>& replies) {
   if (frame_.size() < kHeaderSize) return;
   const BytesView header = BytesView(frame_).substr(0, kHeaderSize);
   const std::size_t data = DataSize(header);
+  const bool complete = frame_.size() == kHeaderSize + data;
+  if (frame_.size() > kHeaderSize && !complete) return;  // its header was looked at when it came
   if (!HeaderSound(header)) {
     // The data still come: they must not be taken for wake-ups.
     toSkip_ = data;
     state_ = data == 0 ? State::Idle : State::Skipping;
     Answer(false, now, replies);
-  } else if (frame_.size() == kHeaderSize + data) {
+  } else if (complete) {
     state_ = State::Idle;
     Answer(true, now, replies);
   }

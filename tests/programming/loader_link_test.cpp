@@ -25,7 +25,7 @@ class LoaderLinkTest : public testing::Test {
     host_.ports.ForgetSent();
     link_.OpenForLoader();
     const double start = host_.clock.Elapsed();
-    const Bytes result = link_.SendBlock({'V', seconds});
+    Bytes result = link_.SendBlock({'V', seconds});
     elapsed_ = host_.clock.Elapsed() - start;
     link_.Close();
     host_.ports.Connect(1, nullptr);

@@ -67,7 +67,7 @@ TEST_F(TableSweep, EveryReplyFromTheUpdateRequestOn) {
 }
 
 TEST_F(TableSweep, EveryReplyUpToTheLastKindQueryOfARunningLoader) {
-  constexpr std::size_t kReplies = 2 * 4;  // wake-ups and answers of "V", "a", "b" and "c"
+  constexpr std::size_t kReplies = 8;  // to the wake-ups and frames of "V", "a", "b" and "c"
   Prepare('c').BreakReplies(InLoader(DeviceOfKind('c')), kReplies);
 }
 

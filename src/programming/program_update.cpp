@@ -27,6 +27,7 @@ constexpr int kUnlockRefused = 13;
 constexpr int kPrepareRefused = 14;
 constexpr int kBlockRefused = 15;
 constexpr int kKindRefused = 91;
+
 }  // namespace
 
 std::string ProgramUpdateConnectionMessage() {

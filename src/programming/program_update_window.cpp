@@ -58,8 +58,11 @@ Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {
   // One byte more than the format's tells a file that is too long.
   const std::optional<Bytes> file = host_.files.Read(path, update_.format.FileSize() + 1);
   LoadedProgram loaded = ReadProgramFile(file.value_or(Bytes()), update_.format);
-  if (loaded.status == ProgramFileStatus::kWrongSize) Abort("Datei " + path + " fehlerhaft!");
-  if (loaded.status == ProgramFileStatus::kChecksumError) Abort("Checksummenfehler in Datei " + path + "!");
+  if (loaded.status != ProgramFileStatus::kGood) {
+    ForgetProgram();
+    Abort(loaded.status == ProgramFileStatus::kWrongSize ? "Datei " + path + " fehlerhaft!"
+                                                         : "Checksummenfehler in Datei " + path + "!");
+  }
   return std::move(loaded.program);
 }
 

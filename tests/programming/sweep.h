@@ -42,8 +42,9 @@ class Sweep {
   Sweep(TestHost& host, SweptProcedure procedure) : host_(host), procedure_(std::move(procedure)) {}
 
   /// Breaks the first `most` replies of the loader, one after the other, in every way: silence, refusal,
-  /// other characters, too many, too late, the port gone. Each attempt begins with a new device.
-  void BreakReplies(const sim::DeviceOptions& device, std::size_t most = Bytes::npos);
+  /// other characters, too many, too late, the port gone. Of the blocks it takes every `blockStride`-th. Each
+  /// attempt begins with a new device.
+  void BreakReplies(const sim::DeviceOptions& device, std::size_t most = Bytes::npos, int blockStride = 1);
 
   /// Cuts the line before the first character that is sent, the second and so on up to `most`, each time
   /// `stride` further. The attempts follow one another on one device where the procedure allows it, so that

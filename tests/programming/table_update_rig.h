@@ -1,15 +1,9 @@
 // An update window with tables at hand, in front of a simulated device.
 #pragma once
 
-#include <fstream>
-#include <iterator>
-#include <memory>
-#include <string>
-
-#include "chooser/dateiwahl.h"
+#include "programming/demo_file.h"
+#include "programming/update_rig.h"
 #include "programming/updatetab.h"
-#include "simulator/device.h"
-#include "support/test_host.h"
 
 namespace ox::test {
 
@@ -25,32 +19,12 @@ inline const TableTexts kSmallTables{
     "/P/\"0001\" /T/\"Pegel\" /M/\"cm \"\n/P/\"0002\" /T/\"Abfluss\" /M/\"m/s\"\n/E/ ",
     "/N/\"12345678\" /P/\"0001,0002\"\n/N/\"00000002\" /P/\"0002\"\n/E/ "};
 
-inline Bytes DemoFile(const std::string& name) {
-  std::ifstream file(OX_DEMO_FOLDER "/" + name, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(file), {});
-}
-
 inline TableTexts DemoTables() {
   return {DemoFile("netz.mes"), DemoFile("netz.par"), DemoFile("netz.zuo")};
 }
 
-struct TableUpdateRig {
+struct TableUpdateRig : UpdateRig {
   TableUpdateRig() { host.windows.OpenMain(window); }
-
-  void Connect(const sim::DeviceOptions& options) {
-    device = std::make_unique<sim::Device>(options);
-    host.ports.Connect(1, device.get());
-  }
-
-  /// The user clicks a box and types a path into the chooser; cancels it when the path is empty.
-  void Choose(CheckBox& box, const std::string& path) {
-    host.windows.OnShown("Dateiwahl", [path](Window& shown) {
-      auto& dialogue = dynamic_cast<Dateiwahl&>(shown);
-      dialogue.Text2.Edit(path);
-      dialogue.Command1.Click();
-    });
-    box.Click();
-  }
 
   void Load(const TableTexts& tables) {
     host.files.content["/netz.mes"] = tables.mes;
@@ -61,10 +35,6 @@ struct TableUpdateRig {
     Choose(window.ChZuo, "/netz.zuo");
   }
 
-  TestHost host;
-  Subs subs;
-  FileChooser chooser{host.host, subs};
-  std::unique_ptr<sim::Device> device;
   updatetab window{host.host, subs, chooser};
 };
 

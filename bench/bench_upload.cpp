@@ -1,0 +1,122 @@
+// Whole updates into a simulated device, against the time that their characters take on the line.
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/desk.h"
+#include "bench/figures.h"
+#include "bench/simulator_child.h"
+#include "bench/tapped_ports.h"
+#include "chooser/file_chooser.h"
+#include "programming/updatepro.h"
+#include "programming/updatepro_ox3.h"
+#include "programming/updatetab.h"
+
+namespace ox::bench {
+namespace {
+
+constexpr double kRatioLimit = 1.005;
+constexpr double kTableBlocks = 64;
+constexpr double kProgram2Blocks = 128;
+constexpr double kProgram3Blocks = 256;
+
+/// Characters of one block: wake-up, header, data, the two answers.
+constexpr double kCharactersPerBlock = 1 + 8 + 256 + 2;
+constexpr double kBitsPerCharacter = 10;
+constexpr double kBaud = 19200;
+
+constexpr std::size_t kFrameSize = 8 + 256;
+
+/// Notes when the first block's wake-up left and when the last block's answer came.
+class BlockTimes : public PortTap {
+ public:
+  void BeforeOutput(BytesView bytes) override {
+    if (bytes == "S") wakeUp_ = Now();
+    inBlock_ = bytes.size() == kFrameSize;
+    if (inBlock_ && blocks_++ == 0) start_ = wakeUp_;
+  }
+  void AfterInput(BytesView /*bytes*/) override {
+    if (inBlock_) end_ = Now();
+  }
+
+  double Blocks() const { return blocks_; }
+  double Seconds() const { return end_ - start_; }
+
+ private:
+  double wakeUp_ = 0;
+  bool inBlock_ = false;
+  int blocks_ = 0;
+  double start_ = 0;
+  double end_ = 0;
+};
+
+/// Prints the figures of one update; false when it did not reach its end.
+bool Report(Figures& figures, const std::string& name, const BlockTimes& times, double blocks,
+            const PlayedUser& user) {
+  if (times.Blocks() != blocks || user.LastMessage().find("erfolgreich") == std::string::npos) {
+    std::fprintf(stderr, "bench_upload: %s: %g blocks. %s\n", name.c_str(), times.Blocks(),
+                 user.LastMessage().c_str());
+    return false;
+  }
+  const double onTheLine = blocks * kCharactersPerBlock * kBitsPerCharacter / kBaud;
+  Figures::Print(name + ", its characters on the line", onTheLine, "s");
+  Figures::Print(name + ", first wake-up to last answer", times.Seconds(), "s");
+  figures.Print(name + ", ratio of the two", times.Seconds() / onTheLine, "", kRatioLimit);
+  return true;
+}
+
+/// The host, the device and the session of one update.
+struct Rig {
+  Rig(Desk& desk, std::vector<std::string> options)
+      : device(std::move(options)), ports(desk.posix.ports, times), host(desk.HostWith(ports)) {}
+
+  SimulatorChild device;
+  BlockTimes times;
+  TappedPorts ports;
+  Host host;
+  Subs subs;
+  FileChooser chooser{host, subs};
+};
+
+void ChooseFile(Desk& desk, CheckBox& box, const std::string& name) {
+  desk.user.WillChoose(OX_DEMO_FOLDER "/" + name);
+  box.Click();
+}
+
+bool UpdateTables(Desk& desk, Figures& figures) {
+  Rig rig(desk, {"--tables", OX_DEMO_FOLDER});
+  updatetab window(rig.host, rig.subs, rig.chooser);
+  desk.user.Use(window, [&] {
+    ChooseFile(desk, window.ChMes, "netz.mes");
+    ChooseFile(desk, window.ChPar, "netz.par");
+    ChooseFile(desk, window.ChZuo, "netz.zuo");
+    window.TabStart.Click();
+  });
+  return Report(figures, "table update of 64 blocks", rig.times, kTableBlocks, desk.user);
+}
+
+template <class ProgramWindow>
+bool UpdateProgram(Desk& desk, Figures& figures, const std::string& generation, const std::string& file,
+                   double blocks) {
+  Rig rig(desk, {"--generation", generation});
+  ProgramWindow window(rig.host, rig.subs, rig.chooser);
+  desk.user.Use(window, [&] {
+    ChooseFile(desk, window.ChPro, file);
+    window.ProStart.Click();
+  });
+  return Report(figures, "program update of generation " + generation, rig.times, blocks, desk.user);
+}
+
+}  // namespace
+}  // namespace ox::bench
+
+int main(int argumentCount, char** arguments) {
+  ox::bench::Desk desk(argumentCount, arguments);
+  ox::bench::Figures figures;
+  bool done = ox::bench::UpdateTables(desk, figures);
+  done &= ox::bench::UpdateProgram<ox::updatepro>(desk, figures, "2", "ox2.pro", ox::bench::kProgram2Blocks);
+  done &=
+      ox::bench::UpdateProgram<ox::UpdateproOx3>(desk, figures, "3", "ox3.pr3", ox::bench::kProgram3Blocks);
+  return done ? figures.ExitStatus() : EXIT_FAILURE;
+}

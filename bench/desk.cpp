@@ -1,0 +1,70 @@
+// Playing the user on the real window system.
+#include "bench/desk.h"
+
+#include <QTimer>
+#include <filesystem>
+#include <system_error>
+
+#include <cstdlib>
+
+#include "chooser/dateiwahl.h"
+#include "platform/window.h"
+
+namespace ox::bench {
+namespace {
+
+/// Runs an action as soon as events are handled again, which is when the window is on the screen.
+void Soon(std::function<void()> action) {
+  QTimer::singleShot(0, std::move(action));
+}
+
+int& WithPlatform(int& argumentCount) {
+  if (std::getenv("DISPLAY") == nullptr) qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_NO_GLIB", "1");  // as the program has it
+  return argumentCount;
+}
+
+}  // namespace
+
+void PlayedUser::Use(Window& window, const std::function<void()>& action) {
+  Soon([&] {
+    QApplication::processEvents();  // the first painting is over before anything is measured
+    action();
+    window.RequestClose();
+  });
+  real_.ShowModal(window);
+}
+
+void PlayedUser::ShowModal(Window& window) {
+  if (auto* chooser = dynamic_cast<Dateiwahl*>(&window)) {
+    Soon([this, chooser] {
+      chooser->Text2.Edit(choice_);
+      chooser->Command1.Click();
+    });
+  }
+  real_.ShowModal(window);
+}
+
+Answer PlayedUser::ShowMessage(std::string_view text, Buttons /*buttons*/) {
+  lastMessage_ = text;
+  return Answer::Ok;
+}
+
+ScratchFolder::ScratchFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "oxbench.XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
+  path_ = name;
+  std::filesystem::current_path(path_);
+}
+
+ScratchFolder::~ScratchFolder() {
+  std::error_code ignored;
+  std::filesystem::current_path("/", ignored);
+  std::filesystem::remove_all(path_, ignored);
+}
+
+Desk::Desk(int& argumentCount, char** arguments) : application(WithPlatform(argumentCount), arguments) {
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+}  // namespace ox::bench

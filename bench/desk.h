@@ -1,0 +1,68 @@
+// The program's real host, with a desk in front of it: a working folder of its own and somebody who uses the
+// windows.
+#pragma once
+
+#include <QApplication>
+#include <functional>
+#include <string>
+
+#include "desktop/qt_window_system.h"
+#include "platform/host.h"
+#include "platform/posix/posix_host.h"
+
+namespace ox::bench {
+
+/// Shows windows on the real window system and does what a user would do with message boxes and the file
+/// chooser.
+class PlayedUser : public WindowSystem {
+ public:
+  explicit PlayedUser(WindowSystem& real) : real_(real) {}
+
+  /// What the user types into the file chooser from now on.
+  void WillChoose(const std::string& path) { choice_ = path; }
+  /// The last message box; empty when there was none.
+  const std::string& LastMessage() const { return lastMessage_; }
+
+  /// Shows a window, does something with it once it is on the screen, and closes it.
+  void Use(Window& window, const std::function<void()>& action);
+
+  void Yield() override { real_.Yield(); }
+  void Rest() override { real_.Rest(); }
+  void ShowModal(Window& window) override;
+  using WindowSystem::ShowMessage;
+  Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  void EndProgram() override { real_.EndProgram(); }
+
+ private:
+  WindowSystem& real_;
+  std::string choice_;
+  std::string lastMessage_;
+};
+
+/// A new empty folder, the working folder for as long as this object is; removed with all in it.
+class ScratchFolder {
+ public:
+  ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  ~ScratchFolder();
+
+ private:
+  std::string path_;
+};
+
+/// One per program. Without a DISPLAY the windows are painted off the screen.
+struct Desk {
+  Desk(int& argumentCount, char** arguments);
+
+  /// The host with the ports given; they outlive what uses it.
+  Host HostWith(SerialPorts& ports) { return {user, posix.clock, ports, posix.files, posix.random}; }
+
+  ScratchFolder folder;
+  QApplication application;
+  PosixHost posix;
+  QtWindowSystem windows{posix.openPorts};
+  PlayedUser user{windows};
+};
+
+}  // namespace ox::bench

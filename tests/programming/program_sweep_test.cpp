@@ -76,7 +76,7 @@ class ProgramSweep : public testing::Test {
 TEST_F(ProgramSweep, EveryReplyOfGeneration2FromTheUpdateRequestOn) {
   // The first "V" went unanswered: the device was in its dialogue.
   const auto expected = [](char letter, int before) { return Expected2(letter, before + 1); };
-  Prepare(rig2_, expected).BreakReplies(DeviceOfGeneration(2), Bytes::npos, 2);
+  Prepare(rig2_, expected).BreakReplies(DeviceOfGeneration(2));
 }
 
 TEST_F(ProgramSweep, EveryReplyOfARunningLoaderOfGeneration2) {
@@ -86,7 +86,7 @@ TEST_F(ProgramSweep, EveryReplyOfARunningLoaderOfGeneration2) {
 }
 
 TEST_F(ProgramSweep, EveryReplyOfGeneration3) {
-  Prepare(rig3_, Expected3).BreakReplies(DeviceOfGeneration(3), Bytes::npos, 32);
+  Prepare(rig3_, Expected3).BreakReplies(DeviceOfGeneration(3), Bytes::npos, 16);
 }
 
 TEST_F(ProgramSweep, CutsOfTheLine) {

@@ -169,6 +169,42 @@ TEST(ProgramUpdate, NoticesAnExchangedDevice) {
   EXPECT_EQ(attempt.Start(another), Strings{WrongAnswer(13)});
 }
 
+TEST(ProgramUpdate, GrowsItsStatusLineBeforeTheRightBlocks) {
+  const struct {
+    int generation, refused;
+    std::size_t marks;
+  } rows[] = {{2, 0, 4}, {2, 1, 5}, {2, 4, 5}, {2, 5, 6}, {3, 0, 1}, {3, 7, 1}, {3, 8, 2}};
+  for (const auto& row : rows) {
+    Attempt attempt(row.generation);
+    attempt.Connect(DeviceOfGeneration(row.generation));
+    attempt.device->Faults().Add(
+        {.which = {.letter = 'P', .nth = row.refused}, .kind = sim::ReplyFault::Kind::Replaced, .text = "N"});
+    EXPECT_EQ(attempt.Start({}).size(), 1U);
+    const std::string before = row.generation == 2 ? "" : kLoaded;
+    EXPECT_EQ(attempt.window().Go.Text(), before + std::string(row.marks, '>')) << row.refused;
+  }
+}
+
+TEST(ProgramUpdate, GivesEveryReplyItsTime) {
+  constexpr double kMargin = 0.1;
+  const struct {
+    int generation;
+    char letter;
+    double seconds;
+  } rows[] = {{2, 'V', 1}, {2, 'a', 1}, {2, '0', 30}, {2, '1', 30},
+              {2, 'P', 5}, {3, 'c', 1}, {3, 'P', 10}, {3, 'V', 1}};
+  for (const auto& row : rows) {
+    for (const bool late : {false, true}) {
+      Attempt attempt(row.generation);
+      attempt.Connect(DeviceOfGeneration(row.generation));
+      attempt.device->Faults().Add({.which = {.stage = sim::ReplyStage::LoaderReply, .letter = row.letter},
+                                    .kind = sim::ReplyFault::Kind::Late,
+                                    .delay = row.seconds + (late ? kMargin : -kMargin)});
+      EXPECT_EQ(attempt.Start({}) == Strings{kSuccess}, !late) << row.generation << row.letter;
+    }
+  }
+}
+
 TEST(ProgramUpdate, ReportsAMissingPort) {
   for (const int generation : {2, 3}) {
     Attempt attempt(generation);

@@ -116,13 +116,20 @@ TEST_F(UpdateTables, WritesItsImageIntoEveryKindOfDeviceWhichThenAnswersPollsFro
         EXPECT_EQ(window.Go.Text(), marks);
         EXPECT_EQ(host.ports.OpenCount(), 0);
       });
+      Bytes requests;
+      device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
+        if (origin.stage == sim::ReplyStage::LoaderReply) requests += origin.letter;
+      });
       EXPECT_EQ(Start(), Strings{kSuccess});
+      const Bytes kinds = Bytes("abc").substr(0, Bytes("abc").find(kind) + 1);
+      EXPECT_EQ(requests, (inLoader ? "V" : "W") + kinds + "2" + Bytes(64, 'P') + "WLX");
       EXPECT_EQ(window.Go.Text(), "");
       EXPECT_EQ(device->Memory().Tables(), (kind == 'a' ? images.older : images.generation3).bytes);
 
       Window polling(host.windows, "Polling", "");
       TextBox trace(polling, "trace");
       DeviceLink link(host.host, subs.settings, trace);
+      device->Faults().Observe(nullptr);
       const Bytes reply = link.DeviceDialogue("P", true);
       EXPECT_NE(reply.find("10100100"), Bytes::npos);
       EXPECT_NE(reply.find("12345678"), Bytes::npos);

@@ -124,8 +124,8 @@ TEST(ProgramUpdate, WritesTheProgramThatTheDeviceThenTells) {
 }
 
 TEST(ProgramUpdate, TakesOnlyTheDeviceItWasOpenedFor) {
-  const auto refusing = [](int generation, const Bytes& kinds) {
-    sim::DeviceOptions options = DeviceOfGeneration(generation);
+  const auto accepting = [](const Bytes& kinds, int generation, bool inLoader = false) {
+    sim::DeviceOptions options = DeviceOfGeneration(generation, inLoader);
     options.loaderKinds = kinds;
     return options;
   };
@@ -141,32 +141,16 @@ TEST(ProgramUpdate, TakesOnlyTheDeviceItWasOpenedFor) {
               {2, DeviceOfGeneration(3), kHint, false},
               {3, DeviceOfGeneration(1), kDeviceChanged, false},
               {3, DeviceOfGeneration(2), kDeviceChanged, false},
-              {2, refusing(2, ""), kGeneration1, true},
+              {2, accepting("", 2), kGeneration1, true},
               {2, DeviceOfGeneration(1, true), kGeneration1, true},
-              {3, refusing(3, "b"), WrongAnswer(91), true}};
+              {2, accepting("a", 3, true), WrongAnswer(13), true},
+              {3, accepting("b", 3), WrongAnswer(91), true}};
   for (const auto& row : rows) {
     Attempt attempt(row.window);
     EXPECT_EQ(attempt.Start(row.device), Strings{row.message});
     EXPECT_FALSE(attempt.Sent("P\x13"));
     EXPECT_EQ(attempt.device && attempt.device->LoaderRunning(), row.inLoader) << row.message;
   }
-}
-
-TEST(ProgramUpdate, NoticesAnExchangedDevice) {
-  // The main window found the device that fits; before the update another one is plugged in.
-  for (const int generation : {2, 3}) {
-    Attempt attempt(generation);
-    attempt.Connect(DeviceOfGeneration(generation));
-    RunConnectionTest(attempt.host.host, attempt.subs.settings);
-    ASSERT_TRUE(attempt.subs.settings.Connected);
-    EXPECT_EQ(attempt.Start(DeviceOfGeneration(5 - generation)),
-              Strings{generation == 2 ? kHint : kDeviceChanged});
-  }
-  // A generation III device takes the place during the preparation: it knows neither "0" nor "1".
-  Attempt attempt(2);
-  sim::DeviceOptions another = DeviceOfGeneration(3, true);
-  another.loaderKinds = "a";
-  EXPECT_EQ(attempt.Start(another), Strings{WrongAnswer(13)});
 }
 
 TEST(ProgramUpdate, GrowsItsStatusLineBeforeTheRightBlocks) {

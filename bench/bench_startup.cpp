@@ -64,6 +64,7 @@ int main(int argumentCount, char** arguments) {
 
   TimeStart(display, arguments[2]);  // the first start warms the caches
   std::vector<double> times;
+  times.reserve(kStarts);
   for (int start = 0; start < kStarts; ++start) {
     times.push_back(TimeStart(display, arguments[2]) * kMillisecondsPerSecond);
   }

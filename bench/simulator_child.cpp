@@ -20,6 +20,7 @@ constexpr std::chrono::milliseconds kBetweenLooks{20};
 
 [[noreturn]] void Exec(std::vector<std::string>& words) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);

@@ -86,15 +86,13 @@ bool Dateiwahl::ListFolder(const std::string& folder) {
   const auto subfolders = host_.files.FoldersIn(folder);
   auto files = host_.files.FilesIn(folder);
   if (!subfolders || !files) return false;
-  folder_ = folder;
-  fileNames_ = *std::move(files);
 
   std::vector<std::string> lines;
+  std::vector<std::string> paths;
   std::string indent;
-  folderPaths_.clear();
   const auto add = [&](const std::string& name, std::string path) {
     lines.push_back(indent + name);
-    folderPaths_.push_back(std::move(path));
+    paths.push_back(std::move(path));
   };
   for (const NamedFolder& above : WayTo(folder, style_)) {
     add(above.name, above.path);
@@ -102,6 +100,10 @@ bool Dateiwahl::ListFolder(const std::string& folder) {
   }
   const int own = static_cast<int>(lines.size()) - 1;
   for (const std::string& name : *subfolders) add(name, JoinPath(folder, name, style_));
+  // Only now, when nothing can break off any more, so that lines and paths always belong together.
+  folder_ = folder;
+  fileNames_ = *std::move(files);
+  folderPaths_ = std::move(paths);
   Dir1.SetItems(std::move(lines));
   Dir1.SetSelected(own);
 

@@ -49,11 +49,12 @@ void Verbindungstest::OnFailure() {
 }
 
 void Verbindungstest::TestConnection() {
+  // First of all: a test that breaks off has found nothing.
+  settings_.Connected = false;
   settings_.DeviceIdent.clear();
   NormaliseSettings();
   COM.SetText("Schnittstelle: COM" +
               ToText(settings_.ComPort.substr(settings_.ComPort.empty() ? 0 : settings_.ComPort.size() - 1)));
-  settings_.Connected = false;
   // The stored pair first: with a known device the test costs one probe.
   const Bytes baudRate = settings_.BaudRate;
   const Bytes parity = settings_.Parity;

@@ -61,8 +61,11 @@ void TextBox::Append(std::string_view text) {
 
 void TextBox::Edit(std::string_view text) {
   if (!Usable() || text_ == text) return;
-  text_ = text;
-  RunHandler(onChange);
+  // What the user typed may be more than the memory holds.
+  RunHandler([this, &text] {
+    text_ = text;
+    if (onChange) onChange();
+  });
 }
 
 void ListBox::SetItems(std::vector<std::string> items) {

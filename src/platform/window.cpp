@@ -66,7 +66,8 @@ void Window::Run(const std::function<void()>& handler) {
 void Window::Unload() {
   if (!loaded_) return;
   loaded_ = false;
-  OnUnload();
+  // Whatever becomes of what it wants to keep: the window goes.
+  Run([this] { OnUnload(); });
   LeaveScreen();
 }
 

@@ -55,7 +55,21 @@ void updatetab::OnLoad() {
   TabStart.SetEnabled(false);
 }
 
+void updatetab::OnFailure() {
+  UpdateWindow::OnFailure();
+  for (Table* table : {&points_, &parameters_, &assignments_}) {
+    if (table->packed.empty()) table->box.SetChecked(false);
+  }
+  EnableStart();
+}
+
+void updatetab::EnableStart() {
+  TabStart.SetEnabled(ChMes.Checked() && ChPar.Checked() && ChZuo.Checked());
+}
+
 void updatetab::ChooseTable(Table& table) {
+  // Until the new table is there, there is none: not even when its loading breaks off.
+  table.packed.clear();
   const std::string path = table.box.Checked() ? chooser_.Choose(table.pattern) : std::string();
   if (path.empty()) {
     table.box.SetChecked(false);
@@ -66,7 +80,7 @@ void updatetab::ChooseTable(Table& table) {
     if (table.packed.empty()) table.box.SetChecked(false);
   }
   Go.SetText(table.box.Checked() ? std::string(table.status) + std::string(kLoaded) : std::string());
-  TabStart.SetEnabled(ChMes.Checked() && ChPar.Checked() && ChZuo.Checked());
+  EnableStart();
 }
 
 Bytes updatetab::LoadTable(const std::string& path, const Table& table) {

@@ -22,6 +22,7 @@ class updatetab : public UpdateWindow {
 
  protected:
   void OnLoad() override;
+  void OnFailure() override;
 
  private:
   /// One of the three tables: how it is chosen and read, and what came of it.
@@ -35,6 +36,8 @@ class updatetab : public UpdateWindow {
 
   /// The user clicked the table's box.
   void ChooseTable(Table& table);
+  /// Only three good tables can be written.
+  void EnableStart();
   /// The packed table of a file; empty after the user was told of its fault.
   Bytes LoadTable(const std::string& path, const Table& table);
   void UpdateDevice();

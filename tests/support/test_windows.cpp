@@ -35,8 +35,14 @@ std::vector<std::string> TestWindows::TakeMessages() {
 
 void TestWindows::OpenMain(Window& window) {
   Enter(window);
-  window.Open();
-  window.Activate();
+  OpenAndActivate(window);
+}
+
+void TestWindows::OpenAndActivate(Window& window) {
+  caller_([&] {
+    window.Open();
+    window.Activate();
+  });
 }
 
 void TestWindows::Pass(double seconds) {
@@ -93,7 +99,7 @@ void TestWindows::TickTimers() {
       running.since = clock_.Elapsed();
     } else if (clock_.Elapsed() >= *running.since + Interval(*running.timer)) {
       running.since = clock_.Elapsed();
-      running.timer->Tick();
+      caller_([&] { running.timer->Tick(); });
     }
   }
 }
@@ -111,12 +117,11 @@ void TestWindows::Leave(Window& window) {
 void TestWindows::ShowModal(Window& window) {
   shown_.push_back(window.Name());
   Enter(window);
-  window.Open();
-  window.Activate();
+  OpenAndActivate(window);
   if (window.IsOpen()) {
     const auto script = scripts_.find(window.Name());
     if (script == scripts_.end()) {
-      window.RequestClose();
+      caller_([&] { window.RequestClose(); });
     } else {
       script->second(window);
     }

@@ -27,21 +27,26 @@ pid_t Start(const char* program) {
   _exit(EXIT_FAILURE);
 }
 
-/// Waits until a window appears that stands for itself: no menu, no hint, nothing of one dot.
-void AwaitWindow(Display* display) {
-  for (;;) {
-    XEvent event;
+/// Whether a window is one to work in: no menu, no hint, no helper of a few dots.
+bool IsMainWindow(Display* display, const XMapEvent& mapped) {
+  constexpr int kSmallest = 50;  // dots
+  XWindowAttributes attributes;
+  return mapped.override_redirect == 0 && XGetWindowAttributes(display, mapped.window, &attributes) != 0 &&
+         attributes.width >= kSmallest && attributes.height >= kSmallest;
+}
+
+void AwaitMainWindow(Display* display) {
+  XEvent event;
+  do {
     XNextEvent(display, &event);
-    if (event.type != MapNotify || event.xmap.override_redirect != 0) continue;
-    return;
-  }
+  } while (event.type != MapNotify || !IsMainWindow(display, event.xmap));
 }
 
 /// Seconds from the start to the window; the program is ended again.
 double TimeStart(Display* display, const char* program) {
   const double start = Now();
   const pid_t child = Start(program);
-  AwaitWindow(display);
+  AwaitMainWindow(display);
   const double time = Now() - start;
   kill(child, SIGTERM);
   waitpid(child, nullptr, 0);

@@ -8,8 +8,8 @@
 
 namespace ox {
 
-/// The program between its host and its windows: owns the session's values, the main window and the file chooser, and
-/// makes every other window when the menu opens it.
+/// The program between its host and its windows: owns the session's values, the main window and the file
+/// chooser, and makes every other window when the menu opens it.
 class Program {
  public:
   /// The host outlives the program.

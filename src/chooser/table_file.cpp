@@ -12,14 +12,6 @@ namespace {
 
 /// Far beyond any table. A larger file is read up to here, and its parser misses what is not there.
 constexpr std::size_t kMaxTableFile = std::size_t{64} * 1024 * 1024;  // bytes
-/// A message quotes a line of the file. A file that is no table may be one endless line, which no message box
-/// could show.
-constexpr std::size_t kLongestMessage = 2000;  // characters
-
-std::string ShownText(const Bytes& text) {
-  if (text.size() <= kLongestMessage) return ToText(text);
-  return ToText(BytesView(text).substr(0, kLongestMessage)) + " ...";
-}
 
 }  // namespace
 
@@ -30,11 +22,11 @@ std::optional<Bytes> ReadTableText(Files& files, const std::string& path) {
 }
 
 void WindowTableMessages::Show(const Bytes& text) {
-  windows_.ShowMessage(ShownText(text));
+  windows_.ShowMessage(ToText(text));
 }
 
 bool WindowTableMessages::Confirm(const Bytes& text) {
-  return windows_.ShowMessage(ShownText(text), Buttons::OkCancel) == Answer::Ok;
+  return windows_.ShowMessage(ToText(text), Buttons::OkCancel) == Answer::Ok;
 }
 
 }  // namespace ox

@@ -10,6 +10,8 @@ namespace ox {
 namespace {
 
 constexpr qsizetype kLongestText = 3000;  // characters; more do not fit on a screen
+/// Holds at least as many characters: a report may quote a line as long as its file.
+constexpr std::size_t kLongestBytes = 4 * (kLongestText + 1);
 
 }  // namespace
 
@@ -18,7 +20,7 @@ Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
   box.setWindowTitle(QStringLiteral("Orvanexe Service"));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  box.setText(CutToFit(OnScreen(text), kLongestText));
+  box.setText(CutToFit(OnMessageBox(text.substr(0, kLongestBytes)), kLongestText));
   QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
   QPushButton* last = ok;
   if (buttons == Buttons::OkCancel)

@@ -22,13 +22,24 @@ QChar Visible(QChar character) {
   return QChar(static_cast<char16_t>(kSymbols + code));
 }
 
+QString WithLineFeeds(std::string_view text) {
+  QString lines = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  return lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+QString WithSymbols(QString text) {
+  for (QChar& character : text) character = Visible(character);
+  return text;
+}
+
 }  // namespace
 
 QString OnScreen(std::string_view text) {
-  QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  for (QChar& character : shown) character = Visible(character);
-  return shown;
+  return WithSymbols(WithLineFeeds(text));
+}
+
+QString OnMessageBox(std::string_view text) {
+  return WithSymbols(WithLineFeeds(text).replace(u'\r', u'\n'));
 }
 
 QString CutToFit(QString text, qsizetype limit) {

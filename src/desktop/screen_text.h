@@ -11,6 +11,9 @@ namespace ox {
 /// unseen.
 QString OnScreen(std::string_view text);
 
+/// The same for a message box, where a lone CR breaks the line too: reports quote lines behind one.
+QString OnMessageBox(std::string_view text);
+
 /// A text of at most `limit` characters, "…" at its end where it was cut off; runs without a blank may be
 /// broken, so that no box grows wider than the screen.
 QString CutToFit(QString text, qsizetype limit);

@@ -1,6 +1,7 @@
 // Text boxes: fields to type in, and traces that grow.
 #include <QTextCursor>
 #include <cstddef>
+#include <utility>
 
 #include "desktop/border.h"
 #include "desktop/control_ties.h"
@@ -9,15 +10,16 @@
 namespace ox {
 namespace {
 
-/// Shows a growing text at the cost of what was added.
-class Trace {
+/// Shows a growing text at the cost of what was added. The widget owns it.
+class Trace : public QObject {
  public:
-  Trace(const TextBox& control, QPlainTextEdit& widget) : control_(control), widget_(widget) {}
+  Trace(const TextBox& control, QPlainTextEdit& widget)
+      : QObject(&widget), control_(control), widget_(widget) {}
 
   void Show(Change change) {
     ShowCommon(control_, widget_, change);
     if (change == Change::Text) Replace();
-    if (change == Change::Appended) ShowMore();
+    if (change == Change::Appended) ShowMoreSoon();
   }
 
  private:
@@ -26,8 +28,18 @@ class Trace {
     shown_ = control_.Text().size();
   }
 
+  /// With the next events, not at once: the device must not wait for the
+  /// screen, and many additions cost no more than one.
+  void ShowMoreSoon() {
+    if (std::exchange(due_, true)) return;
+    QMetaObject::invokeMethod(
+        this, [this] { AtBorder([this] { ShowMore(); }); }, Qt::QueuedConnection);
+  }
+
   void ShowMore() {
+    due_ = false;
     const std::string_view added = std::string_view(control_.Text()).substr(shown_);
+    if (added.empty()) return;
     shown_ = control_.Text().size();
     QTextCursor end(widget_.document());
     end.movePosition(QTextCursor::End);
@@ -38,6 +50,7 @@ class Trace {
   const TextBox& control_;
   QPlainTextEdit& widget_;
   std::size_t shown_ = 0;  // bytes of the control's text
+  bool due_ = false;       // more is to be shown soon
 };
 
 }  // namespace
@@ -57,7 +70,7 @@ void TieField(TextBox& control, QLineEdit& widget) {
 void TieTrace(TextBox& control, QPlainTextEdit& widget) {
   widget.setUndoRedoEnabled(false);  // nobody undoes a trace, and its steps would be kept for ever
   Follow(control, {Change::Enabled, Change::Visible, Change::Text},
-         [trace = Trace(control, widget)](Change change) mutable { trace.Show(change); });
+         [trace = new Trace(control, widget)](Change change) { trace->Show(change); });
 }
 
 }  // namespace ox

@@ -17,7 +17,8 @@ class Clock {
  public:
   virtual ~Clock() = default;
 
-  /// Seconds since local midnight with their fraction, rounded to single precision: falls back to 0 at midnight.
+  /// Seconds since local midnight with their fraction, rounded to single precision: falls back to 0 at
+  /// midnight.
   virtual float SecondsSinceMidnight() = 0;
 
   virtual CivilTime Now() = 0;

@@ -1,5 +1,5 @@
-// The controls of a window: each holds what is shown, tells whoever shows it of a change, and is told what the user
-// did. Controls are public members of their window; they know no toolkit.
+// The controls of a window: each holds what is shown, tells whoever shows it of a change, and is told what
+// the user did. Controls are public members of their window; they know no toolkit.
 #pragma once
 
 #include <functional>
@@ -60,7 +60,8 @@ class Control {
 /// A control with a caption or a content.
 class TextControl : public Control {
  public:
-  TextControl(Window& window, std::string_view name, std::string_view text) : Control(window, name), text_(text) {}
+  TextControl(Window& window, std::string_view name, std::string_view text)
+      : Control(window, name), text_(text) {}
 
   const std::string& Text() const { return text_; }
   void SetText(std::string_view text);
@@ -72,7 +73,8 @@ class TextControl : public Control {
 /// A text that the user only reads.
 class Label : public TextControl {
  public:
-  Label(Window& window, std::string_view name, std::string_view text = {}) : TextControl(window, name, text) {}
+  Label(Window& window, std::string_view name, std::string_view text = {})
+      : TextControl(window, name, text) {}
 
   /// Adds to the end of the text.
   void Append(std::string_view text) { SetText(text_ + std::string(text)); }
@@ -123,7 +125,8 @@ class CheckBox : public TextControl {
 /// A field to type in, of one line or, for traces and displays, of many.
 class TextBox : public TextControl {
  public:
-  TextBox(Window& window, std::string_view name, std::string_view text = {}) : TextControl(window, name, text) {}
+  TextBox(Window& window, std::string_view name, std::string_view text = {})
+      : TextControl(window, name, text) {}
 
   /// Adds to the end of the text and shows the end; costs what is added, not what is there.
   void Append(std::string_view text);
@@ -170,7 +173,8 @@ class ListBox : public Control {
   int selected_ = kNone;
 };
 
-/// Ticks while it is enabled; disabled at first. Ticks that come while the handler still runs reach it nested.
+/// Ticks while it is enabled; disabled at first. Ticks that come while the handler still runs reach it
+/// nested.
 class Timer : public Control {
  public:
   Timer(Window& window, std::string_view name, int intervalMilliseconds);

@@ -33,12 +33,13 @@ class Files {
 
   virtual ~Files() = default;
 
-  /// The file's content, cut off after `limit` bytes; nothing when it cannot be opened or read (a folder, no rights).
+  /// The file's content, cut off after `limit` bytes; nothing when it cannot be opened or read (a folder, no
+  /// rights).
   virtual std::optional<Bytes> Read(const std::string& path, std::size_t limit) = 0;
   std::optional<Bytes> Read(const std::string& path) { return Read(path, kNoLimit); }
 
-  /// Writes the content beside the file and renames it into its place, so that the file is never half written; false,
-  /// with the file as it was, when that failed.
+  /// Writes the content beside the file and renames it into its place, so that the file is never half
+  /// written; false, with the file as it was, when that failed.
   virtual bool Replace(const std::string& path, BytesView content) = 0;
 
   /// Opens a file at its end, made when missing; null when that failed.
@@ -52,7 +53,8 @@ class Files {
   /// The drives of the machine: "C:" and so on, or "/" and the mounted volumes.
   virtual std::vector<std::string> Drives() = 0;
 
-  /// Names, sorted, of the folders and of the files in a folder (full path); nothing when the folder cannot be read.
+  /// Names, sorted, of the folders and of the files in a folder (full path); nothing when the folder cannot
+  /// be read.
   virtual std::optional<std::vector<std::string>> FoldersIn(const std::string& folder) = 0;
   virtual std::optional<std::vector<std::string>> FilesIn(const std::string& folder) = 0;
 };

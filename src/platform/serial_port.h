@@ -16,7 +16,8 @@ class PortError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/ and programming/.
+/// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/ and
+/// programming/.
 class SerialPort {
  public:
   SerialPort() = default;
@@ -24,7 +25,8 @@ class SerialPort {
   SerialPort& operator=(const SerialPort&) = delete;
   virtual ~SerialPort() = default;
 
-  /// Line parameters for the next opening: "<baud>,<parity>,<data bits>,<stop bits>", for example "9600,O,7,1".
+  /// Line parameters for the next opening: "<baud>,<parity>,<data bits>,<stop bits>", for example
+  /// "9600,O,7,1".
   virtual void SetSettings(std::string_view settings) = 0;
 
   /// COM port number, from 1 on; any other is refused at once or at the opening. Not while the port is open.
@@ -35,8 +37,8 @@ class SerialPort {
   /// Takes the port for this program alone. What had arrived before is kept.
   virtual void Open() = 0;
 
-  /// Sends out what was written first, within the time that the line needs for it, then frees the port. Does nothing
-  /// on a closed port and never fails.
+  /// Sends out what was written first, within the time that the line needs for it, then frees the port. Does
+  /// nothing on a closed port and never fails.
   virtual void Close() noexcept = 0;
 
   /// Sends all the bytes, or throws.

@@ -1,4 +1,5 @@
-// A window without a toolkit: its controls, its life from load to unload, and how closing waits for a command.
+// A window without a toolkit: its controls, its life from load to unload, and how closing waits for a
+// command.
 #pragma once
 
 #include <functional>
@@ -12,8 +13,8 @@ namespace ox {
 
 class Control;
 
-/// Base of every window. A window is made by its owner, shown by the window system (Open, Activate) and gone from the
-/// screen when IsOpen turns false. Its controls are public members, its handlers private.
+/// Base of every window. A window is made by its owner, shown by the window system (Open, Activate) and gone
+/// from the screen when IsOpen turns false. Its controls are public members, its handlers private.
 class Window {
  public:
   /// `name` is the window's class and names its form; `caption` is UTF-8.
@@ -34,8 +35,8 @@ class Window {
   void Open();
   /// The window is on the screen: runs OnActivate.
   void Activate();
-  /// The user clicked the close box or pressed Esc. While a command runs, the window is only told, and goes when the
-  /// command has ended.
+  /// The user clicked the close box or pressed Esc. While a command runs, the window is only told, and goes
+  /// when the command has ended.
   void RequestClose();
   bool IsOpen() const { return open_; }
   /// Called once whenever the window goes from the screen.
@@ -48,8 +49,8 @@ class Window {
 
   void Add(Control& control) { controls_.push_back(&control); }
   void NoteFocus(Control& control) { focused_ = &control; }
-  /// Runs one of the window's handlers as a command. A handler that is left by an exception is reported to the user,
-  /// and OnFailure sets the window right.
+  /// Runs one of the window's handlers as a command. A handler that is left by an exception is reported to
+  /// the user, and OnFailure sets the window right.
   void Run(const std::function<void()>& handler);
 
  protected:

@@ -14,18 +14,20 @@ class WindowSystem {
  public:
   virtual ~WindowSystem() = default;
 
-  /// Handles what is pending (clicks, ticks, repaints) and returns at once. For loops with characters in hand.
+  /// Handles what is pending (clicks, ticks, repaints) and returns at once. For loops with characters in
+  /// hand.
   virtual void Yield() = 0;
 
-  /// The same; with nothing pending it waits for input on the open port or for an event, a few milliseconds at most.
-  /// For loops that wait.
+  /// The same; with nothing pending it waits for input on the open port or for an event, a few milliseconds
+  /// at most. For loops that wait.
   virtual void Rest() = 0;
 
-  /// Shows the window over all others and returns when it has been unloaded or hidden. The window stays its owner's.
+  /// Shows the window over all others and returns when it has been unloaded or hidden. The window stays its
+  /// owner's.
   virtual void ShowModal(Window& window) = 0;
 
-  /// Shows a message box with the program's title; `text` is UTF-8, its lines joined with CR LF. Closing the box
-  /// without a choice answers Cancel where there is such a button, else Ok.
+  /// Shows a message box with the program's title; `text` is UTF-8, its lines joined with CR LF. Closing the
+  /// box without a choice answers Cancel where there is such a button, else Ok.
   virtual Answer ShowMessage(std::string_view text, Buttons buttons) = 0;
 
   /// Ends the program at once: no window is asked, no unload handler runs.

@@ -1,6 +1,7 @@
 // The frames and requests of the loader.
 #include "simulator/loader.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -60,6 +61,10 @@ Loader::Loader(LoaderModel model, DeviceMemory& memory, ReplyFaults& faults)
 void Loader::Start() {
   running_ = true;
   state_ = State::Idle;
+  EndAttempt();
+}
+
+void Loader::EndAttempt() {
   area_ = Area::None;
   programUnlocked_ = false;
 }
@@ -67,12 +72,14 @@ void Loader::Start() {
 std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
   const bool withinFrame = state_ == State::Frame || state_ == State::Skipping;
   if (withinFrame && now - lastByte_ > kFrameSilence) state_ = State::Idle;
+  if (now - std::max(lastByte_, lastReply_) > kAttemptSilence) EndAttempt();
   lastByte_ = now;
   std::vector<TimedReply> replies;
   for (const char byte : bytes) {
     if (!running_) break;
     Take(byte, now, replies);
   }
+  if (!replies.empty()) lastReply_ = replies.back().due;
   return replies;
 }
 
@@ -137,7 +144,7 @@ bool Loader::CarryOut() {
   if (frame_.size() > kHeaderSize) return false;  // no other request brings data
   switch (letter) {
     case kVerifyProgram:
-      return memory_.ProgramSound();
+      return area_ != Area::Program || memory_.ProgramSound();
     case kVerifyTables:
       return memory_.TablesSound();
     case kUnlockProgram:

@@ -27,6 +27,9 @@ inline const LoaderModel kLoaderGeneration3{"bc", false};
 /// A request is "S", answered "A", then a block frame, answered "A" or "N". Which area "P" writes: the tables
 /// after "2", the program after "0" and "1". An accepted kind query forgets a preparation; on a device that
 /// wants none for its program it opens the program area. With no area open "P" is refused.
+///
+/// "V" verifies the program while its area is open; else it says no more than that the loader runs. A pause
+/// of kAttemptSilence ends an attempt and closes its area, so a new attempt is always welcome.
 class Loader {
  public:
   /// Memory and faults belong to the device and must outlive the loader.
@@ -46,6 +49,9 @@ class Loader {
   /// Pause within a frame after which the loader waits for "S" again.
   static constexpr Seconds kFrameSilence = 0.5;
 
+  /// Pause after which nothing counts as prepared any more, from the last byte or the reply to it.
+  static constexpr Seconds kAttemptSilence = 2.0;
+
  private:
   enum class State { Idle, Awake, Frame, Skipping };
   enum class Area { None, Tables, Program };
@@ -54,6 +60,7 @@ class Loader {
   void WakeUp(Seconds now, std::vector<TimedReply>& replies);
   void LookAtFrame(Seconds now, std::vector<TimedReply>& replies);
   void Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies);
+  void EndAttempt();
   bool CarryOut();
   bool ConfirmKind(char letter);
   bool PrepareProgram(char letter);
@@ -69,6 +76,7 @@ class Loader {
   Bytes frame_;                   // header and data so far
   std::size_t toSkip_ = 0;        // data bytes of a refused frame that are still to come
   Seconds lastByte_ = 0;
+  Seconds lastReply_ = 0;  // when it left the device
 };
 
 }  // namespace ox::sim

@@ -154,12 +154,14 @@ TEST_F(Bindings, AGrowingTraceIsOnlyAddedTo) {
     if (line > 0) window.trace.Append("\r\n");
     window.trace.Append("PC <- OX  ä<CR>");
   }
+  QCoreApplication::processEvents();
   EXPECT_EQ(trace->document()->blockCount(), kLines);
   EXPECT_EQ(removed, 0);
   EXPECT_EQ(added, trace->document()->characterCount() - 1) << "each character is inserted once";
   EXPECT_TRUE(trace->textCursor().atEnd());
   window.trace.SetText("neu");
   window.trace.Append("er");
+  QCoreApplication::processEvents();
   EXPECT_EQ(trace->toPlainText(), "neuer");
 }
 
@@ -169,6 +171,8 @@ TEST(ScreenText, NothingFromTheLineStaysUnseen) {
       {"\x7F\t\x1B", "␡\t␛"},   {"\r\n\n", "\n\n"}, {"\xFF", "\uFFFD"},
   };
   for (const auto& [text, shown] : cases) EXPECT_EQ(OnScreen(text), QString::fromUtf8(shown)) << text;
+
+  EXPECT_EQ(OnMessageBox("Zeile 1\r\r\n/S/\r\n\n\x01"), QString::fromUtf8("Zeile 1\n\n/S/\n\n␁"));
 
   EXPECT_EQ(CutToFit("abcd", 4), "abcd");
   EXPECT_EQ(CutToFit("abcde", 4), "abc…");

@@ -13,7 +13,7 @@ namespace ox::test {
 
 struct ProgramUpdateRig : UpdateRig {
   /// Generation 2 or 3; the demonstration programs lie where Load expects them.
-  explicit ProgramUpdateRig(int generation) {
+  explicit ProgramUpdateRig(int deviceGeneration) : generation(deviceGeneration) {
     if (generation == 2) {
       made = std::make_unique<updatepro>(host.host, subs, chooser);
     } else {
@@ -33,6 +33,7 @@ struct ProgramUpdateRig : UpdateRig {
   /// What the device holds after an update with the demonstration program.
   Bytes DemoProgram() { return ReadProgramFile(host.files.content[path], format).program; }
 
+  const int generation;
   std::unique_ptr<ProgramUpdateWindow> made;
   std::string path;
   ProgramFormat format = kProgramFormat2;

@@ -202,16 +202,20 @@ TEST(ProgramUpdate, ReportsAMissingPort) {
   }
 }
 
-TEST(ProgramUpdate, AHalfWrittenProgramLeavesTheLoaderWithoutItsYes) {
-  Attempt attempt(2);
-  attempt.Load();
-  attempt.Connect(DeviceOfGeneration(2));
-  attempt.device->Faults().Add({.which = {.letter = 'P', .nth = 100}});
-  EXPECT_EQ(attempt.Start({}),
-            Strings{WrongAnswer(15) + "\r\nWarnung: Orvanexe nicht lauffähig! Bitte Werkstatt aufsuchen!"});
-  attempt.device->Restart();
-  EXPECT_TRUE(attempt.device->LoaderRunning());
-  EXPECT_EQ(attempt.Start({}), Strings{kNoDevice});
+// Generation III is asked in its dialogue first, which a device with half a program has not.
+TEST(ProgramUpdate, AHalfWrittenProgramOfGeneration2IsWrittenByTheNextAttempt) {
+  for (const int generation : {2, 3}) {
+    Attempt attempt(generation);
+    attempt.Load();
+    attempt.Connect(DeviceOfGeneration(generation));
+    attempt.device->Faults().Add({.which = {.letter = 'P', .nth = 100}});
+    const std::string workshop = "\r\nWarnung: Orvanexe nicht lauffähig! Bitte Werkstatt aufsuchen!";
+    EXPECT_EQ(attempt.Start({}), Strings{WrongAnswer(15) + (generation == 2 ? workshop : "")});
+    attempt.device->Restart();
+    EXPECT_TRUE(attempt.device->LoaderRunning());
+    EXPECT_EQ(attempt.Start({}), Strings{generation == 2 ? kSuccess : kNoDevice});
+    EXPECT_EQ(attempt.device->LoaderRunning(), generation == 3);
+  }
 }
 
 TEST(ProgramUpdate, IsNeverCutOffByTheCloseBox) {

@@ -195,7 +195,9 @@ TEST(Loader, WritesAGeneration2ProgramOnlyWhenPrepared) {
   EXPECT_EQ(bench.SendBlocks(program.substr(0, 0x7F00)), 127U);
   EXPECT_EQ(bench.AskAll("VX"), "NN");
   EXPECT_TRUE(bench.loader.Running());
-  EXPECT_EQ(bench.AskAll("Va01"), "NAAA") << "another attempt starts from the beginning";
+  bench.now += 3;
+  EXPECT_EQ(bench.Ask('P', 0, program.substr(0, 256)), "N") << "nothing is prepared after a pause";
+  EXPECT_EQ(bench.AskAll("Va01"), "AAAA") << "the loader runs, and another attempt starts from the beginning";
   EXPECT_EQ(bench.SendBlocks(program + Bytes(256, '\0')), 128U);
   EXPECT_EQ(bench.AskAll("VLX"), "AAA");
   EXPECT_EQ(bench.memory.Program(), program);

@@ -95,6 +95,9 @@ Bytes OpenLine::Read() {
       break;  // a hang-up behind the last characters is found by the next read
     }
   }
+  // An answer proves that the line is faster than its figures say, as a virtual one can be: no request is so
+  // long that it takes more than the grace.
+  if (!arrived.empty()) sentAt_ = std::min(sentAt_, steady_clock::now() + kGrace);
   return Cut(arrived, settings_.DataMask());
 }
 

@@ -45,14 +45,15 @@ function(ox_library name)
   target_link_libraries(${name} PUBLIC ox_flags ${ARG_LINKS})
 endfunction()
 
-# ox_test(NAME SOURCES file... LINKS library...): one GoogleTest program; every test in it is known to ctest.
+# ox_test(NAME SOURCES file... LINKS library... [PROPERTIES name value...]): one GoogleTest program; every test
+# in it is known to ctest, with these properties.
 function(ox_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PROPERTIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ox_flags ${ARG_LINKS} GTest::gtest GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE OX_DEMO_FOLDER="${PROJECT_SOURCE_DIR}/demo")
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ${ARG_PROPERTIES})
 endfunction()
 
 # ox_fuzzer(NAME LINKS library...): one libFuzzer harness, fuzz/NAME.cpp.

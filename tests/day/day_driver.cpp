@@ -29,7 +29,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kPatience{20};
-constexpr std::chrono::milliseconds kBetweenLooks{1};
+constexpr std::chrono::milliseconds kBetweenLooks{4};
 
 QString Q(const std::string& text) {
   return QString::fromStdString(text);

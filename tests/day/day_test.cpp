@@ -311,7 +311,7 @@ class Day {
 
   /// The packed program, which must hold the loader file's code and a sound check word.
   static Bytes PackedProgram() {
-    const Bytes program = PlainProgram(ReadFile("neu/ox3neu.pr3"));
+    Bytes program = PlainProgram(ReadFile("neu/ox3neu.pr3"));
     constexpr std::size_t kCodeSize = 0x1000;
     constexpr std::size_t kPieceAt = 0x40F0;
     constexpr std::size_t kPieceSize = 0x40;
@@ -334,7 +334,7 @@ class Day {
                                   "<CR>\nPC <- OX  0([0-9A-F]{24})<CR>\nPC -> OX  A$"));
                               const auto found = dialogue.match(QString::fromStdString(shown.at("datanz")));
                               if (!found.hasMatch()) return false;
-                              const auto field = [hex = found.captured(1)](int index) {
+                              const auto field = [hex = found.captured(1)](qsizetype index) {
                                 return hex.mid(4 * index, 4).toInt(nullptr, 16);
                               };
                               return shown.at("BatteryCapacity") == Percent(field(0)) &&

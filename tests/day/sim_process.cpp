@@ -34,6 +34,7 @@ std::string ReadLine(int descriptor) {
 
 pid_t Spawn(std::vector<std::string>& arguments, int output) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   const pid_t process = fork();

@@ -82,7 +82,7 @@ void OpenLine::Write(BytesView bytes) {
 
 Bytes OpenLine::Read() {
   Bytes arrived;
-  std::array<char, kReadSize> buffer;
+  std::array<char, kReadSize> buffer{};
   while (arrived.size() < kMostPerRead) {
     const ssize_t count = read(Number(), buffer.data(), buffer.size());
     if (count > 0) {

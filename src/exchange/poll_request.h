@@ -1,7 +1,7 @@
 // What the data exchange asks the device for, and the checks of the fields before it does.
 //
-// A request for single values has 20 characters in fixed columns: letter (1), office code (3), blank,
-// measuring- point number (8), ":", blank, parameter (4), CR. A field left empty is blank, its punctuation
+// A request for single values has 20 characters in fixed columns: letter (1), office code (3), blank, number
+// of the measuring point (8), ":", blank, parameter (4), CR. A field left empty is blank, its punctuation
 // too.
 #pragma once
 

@@ -10,8 +10,7 @@ namespace {
 
 constexpr std::string_view kNoField =
     "Mindestens eines der drei Felder - Amtskennzeichen, Parameter oder Messstellennummer - muss einen "
-    "Eintrag "
-    "enthalten!";
+    "Eintrag enthalten!";
 constexpr std::string_view kNoValue = "Parameter und Messstellennummer müssen einen eingegeben sein!";
 constexpr std::string_view kOffice =
     "Das Feld  > Amtskennzeichen <  muss leer sein oder drei Ziffern enthalten!";

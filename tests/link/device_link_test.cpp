@@ -162,13 +162,6 @@ TEST_F(DeviceDialogue, MidnightStretchesTheWaitThatItOvertakes) {
   EXPECT_EQ(Trace(), ">S <A >T <1<CR> >A");
 }
 
-TEST_F(DeviceDialogue, TheFirstSecondOfTheDayKeepsEveryWaitGoing) {
-  host_.clock.StartAt(0, 0, 0.2);
-  device_.Expect("S").Expect("S", "A").Expect("T", "1\r").Expect("A");
-  EXPECT_EQ(Run("T", false), "1\r");
-  EXPECT_NEAR(seconds_, 1, 0.05) << "ends one second after it began, since that lies behind the first second";
-}
-
 TEST_F(DeviceDialogue, TheTraceIsKeptOrShowsTheLatestDialogueOnly) {
   DeviceLink latest{host_.host, settings_, window_.datanz, TraceMode::LatestOnly};
   device_.Expect("S", "A").Expect("T", "1\r").Expect("A");

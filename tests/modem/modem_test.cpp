@@ -191,6 +191,13 @@ TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
   EXPECT_EQ(Messages(), kNothing);
 }
 
+TEST_F(ModemTest, InTheFirstTenSecondsOfADayTheSendCommandListensOn) {
+  host_.clock.StartAt(0, 0, 0.5);
+  Open(nullptr);
+  window_.Command4.Click();
+  EXPECT_NEAR(host_.clock.Elapsed(), 9.5, 0.05);
+}
+
 TEST_F(ModemTest, ACommandLetsNoSecondOneIn) {
   ScriptedDevice modem;
   modem.Expect("S", "A").Expect(kValueRecord, {{0.9, "A"}});

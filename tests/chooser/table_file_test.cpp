@@ -47,14 +47,6 @@ TEST_F(TableFile, WhatIsNoTableEndsInAMessage) {
   EXPECT_EQ(Message(), "Fehler in Zeile 2, Steuerzeichen /S/ erwartet!\r\r");
   EXPECT_EQ(Parse("/A/" + Bytes(kHuge, '\xE4')), "");
   EXPECT_TRUE(Message().starts_with("Fehler in Zeile 1, Steuerzeichen /S/ erwartet!\r\r/A/ää"));
-
-  TestRandom random;
-  for (int round = 0; round < 200; ++round) {
-    Bytes content;
-    while (content.size() < 300) content += ByteOf(static_cast<unsigned>(random.Next() * 256));
-    EXPECT_EQ(Parse(content), "");
-    EXPECT_TRUE(Message().starts_with("Fehler in Zeile "));
-  }
 }
 
 TEST_F(TableFile, AFileThatCannotBeReadIsNoText) {

@@ -37,26 +37,20 @@ TEST_F(CyclicPoll, RestsTenSecondsFromDisplayToRequestAndEndsByTheAbortWithinThe
   EXPECT_NEAR(Elapsed(), 18, 0.01);
 }
 
-TEST_F(CyclicPoll, AnAbortInADialogueWaitsForItsDisplay) {
-  ExpectPoll(0.9);
-  host_.windows.In(0.4, [&] { window_.Abbruch.Click(); });
-  window_.Zyklischer_Abruf.Click();
-  EXPECT_TRUE(device_.Done());
-  EXPECT_EQ(window_.mewanz.Text(), "AAA|");
-  EXPECT_LT(Elapsed(), 1);
-}
-
-TEST_F(CyclicPoll, ClosingAsksForTheAbort) {
+TEST_F(CyclicPoll, AbortAndClosingWaitForTheDisplayOfADialogueUnderWay) {
   for (const double when : {0.4, 5.0}) {
-    Datenaustausch window(host_.host, subs_, chooser_);
-    host_.windows.OpenMain(window);
-    ExpectPoll(0.9);
-    const double start = Elapsed();
-    host_.windows.In(when, [&] { window.RequestClose(); });
-    window.Zyklischer_Abruf.Click();
-    EXPECT_FALSE(window.IsOpen());
-    EXPECT_TRUE(device_.Done());
-    EXPECT_NEAR(Elapsed() - start, when < 1 ? 0.9 : when, 0.05);
+    for (const bool closes : {false, true}) {
+      Datenaustausch window(host_.host, subs_, chooser_);
+      host_.windows.OpenMain(window);
+      ExpectPoll(0.9);
+      const double start = Elapsed();
+      host_.windows.In(when, [&] { closes ? window.RequestClose() : window.Abbruch.Click(); });
+      window.Zyklischer_Abruf.Click();
+      EXPECT_EQ(window.IsOpen(), !closes);
+      EXPECT_TRUE(device_.Done());
+      EXPECT_EQ(window.mewanz.Text(), "AAA|");
+      EXPECT_NEAR(Elapsed() - start, when < 1 ? 0.9 : when, 0.05);
+    }
   }
 }
 

@@ -1,6 +1,5 @@
 // The polls that the user starts one by one, down to the characters on the line.
 #include "exchange/exchange_window.h"
-#include "simulator/device.h"
 
 namespace ox::test {
 namespace {
@@ -93,22 +92,6 @@ TEST_F(Polls, ClosingDuringAPollWaitsForItsEnd) {
   EXPECT_TRUE(device_.Done());
   EXPECT_FALSE(window_.IsOpen());
   EXPECT_EQ(host_.ports.OpenCount(), 0);
-}
-
-TEST_F(Polls, AThousandRecordsOfADeviceAreShownWhole) {
-  sim::DeviceOptions options;
-  options.stations.points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0013"}}};
-  options.replies.leastRecords = 1000;
-  sim::Device device(options);
-  host_.ports.Connect(1, &device);
-  window_.Sammelabruf.Click();
-  const std::string& values = window_.mewanz.Text();
-  EXPECT_EQ(std::count(values.begin(), values.end(), ':'), 1000);
-  EXPECT_EQ(std::count(values.begin(), values.end(), '\n'), 333);
-  const std::string& trace = window_.datanz.Text();
-  EXPECT_EQ(std::count(trace.begin(), trace.end(), '\n') + 1, 1000 + 6);
-  EXPECT_TRUE(trace.ends_with("\r\nPC <- OX  E<CR>\r\nPC -> OX  A"));
-  EXPECT_TRUE(Messages().empty());
 }
 
 }  // namespace

@@ -97,18 +97,5 @@ TEST(ReplyDisplay, TheIndexTakesWhatLooksLikeAnEntryAndNothingElse) {
   EXPECT_NE(index.Find("87654321"), "");
 }
 
-TEST(ReplyDisplay, AThousandRecordsFindTheirNames) {
-  Bytes entries;
-  Bytes reply = "\r";
-  Bytes expected;
-  for (int i = 0; i < 1000; ++i) {
-    const Bytes name = "P" + std::to_string(1000 + i);
-    entries += Entry(std::to_string(20000000 + i * 7), name);
-    reply += std::to_string(20000000 + i * 7) + ": 0001 s    1.0\r";
-    expected += "   " + name + ": 0001 s    1.0" + (i % 3 == 2 ? "\r\n" : "|");
-  }
-  EXPECT_EQ(FormatValues(reply + "E\r", NameIndex(Table(entries))), expected);
-}
-
 }  // namespace
 }  // namespace ox::test

@@ -12,8 +12,12 @@ constexpr std::chrono::milliseconds kLongestRest{20};
 }  // namespace
 
 EventPump::EventPump(const OpenPorts& ports) : ports_(ports) {
-  longestRest_.setTimerType(Qt::PreciseTimer);
-  longestRest_.setInterval(kLongestRest);
+  beat_.setTimerType(Qt::PreciseTimer);
+  beat_.setInterval(kLongestRest);
+  // A wait rests hundreds of times: the beat is not started and stopped for each of them.
+  QObject::connect(&beat_, &QTimer::timeout, &beat_, [this] {
+    if (resting_ == 0) beat_.stop();
+  });
 }
 
 void EventPump::Yield() {
@@ -25,9 +29,10 @@ void EventPump::Yield() {
 void EventPump::Rest() {
   WatchPorts();
   SetWatching(true);
-  if (resting_++ == 0) longestRest_.start();
+  if (!beat_.isActive()) beat_.start();
+  ++resting_;
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  if (--resting_ == 0) longestRest_.stop();  // not sooner: the outer rest still has to end
+  --resting_;
   SetWatching(false);
   lastLook_ = SteadyClock::now();
 }

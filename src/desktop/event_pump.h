@@ -34,7 +34,7 @@ class EventPump {
   const OpenPorts& ports_;
   std::vector<int> watched_;
   std::vector<std::unique_ptr<QSocketNotifier>> notifiers_;  // enabled only while resting
-  QTimer longestRest_;
+  QTimer beat_;      // ends rests; beats on between rests that follow each other
   int resting_ = 0;  // rests under way: what a click starts may rest inside another
   SteadyClock::time_point lastLook_;
 };

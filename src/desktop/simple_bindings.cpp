@@ -45,10 +45,14 @@ void TieCheckBox(CheckBox& control, QCheckBox& widget) {
 
 void TieLabel(Label& control, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget](Change change) {
-    ShowCommon(control, widget, change);
-    if (change == Change::Text) widget.setText(OnScreen(control.Text()));
-  });
+  // A form says so of a label above other widgets that mostly has nothing to say.
+  const bool hiddenWhenEmpty = widget.property("hiddenWhenEmpty").toBool();
+  Follow(control, {Change::Enabled, Change::Visible, Change::Text},
+         [&control, &widget, hiddenWhenEmpty](Change change) {
+           ShowCommon(control, widget, change);
+           if (change == Change::Text) widget.setText(OnScreen(control.Text()));
+           if (hiddenWhenEmpty) widget.setVisible(control.Visible() && !control.Text().empty());
+         });
 }
 
 void TieTimer(Timer& control, QWidget& form) {

@@ -70,24 +70,29 @@ Bytes Device::TakeSome(Seconds now, std::size_t most) {
 
 void Device::Receive(BytesView bytes, const LineSettings& pc, Seconds now) {
   dialogue_.Settle(now);
-  for (const char byte : bytes) {
-    // Asked for every byte, since one of them can switch the device over.
-    if (Fits(pc, Line())) {
-      ReceiveCharacter(byte, now);
+  while (!bytes.empty()) {
+    // Asked for every piece, since any of them can switch the device over.
+    const bool fits = Fits(pc, Line());
+    const bool toLoader = fits && loader_->Running();
+    const BytesView piece = bytes.substr(0, toLoader ? loader_->Missing() : 1);
+    bytes.remove_prefix(piece.size());
+    if (toLoader) {
+      TakeLoader(piece, now);
+    } else if (fits) {
+      TakeDialogue(piece.front(), now);
     } else if (options_.rubbishWhenUnfit) {
       output_.Add(now, Bytes(1, ByteOf(static_cast<unsigned>(rubbish_()))));
     }
   }
 }
 
-void Device::ReceiveCharacter(char character, Seconds now) {
-  if (!loader_->Running()) {
-    const Bytes masked = MaskedTo(BytesView(&character, 1), Line().dataBits);
-    if (dialogue_.Receive(masked[0], CharacterTime(Line()), now)) EnterLoader(now);
-    return;
-  }
-  for (const TimedReply& reply : loader_->Receive(BytesView(&character, 1), now))
-    output_.Add(reply.due, reply.bytes);
+void Device::TakeDialogue(char character, Seconds now) {
+  const Bytes masked = MaskedTo(BytesView(&character, 1), Line().dataBits);
+  if (dialogue_.Receive(masked[0], CharacterTime(Line()), now)) EnterLoader(now);
+}
+
+void Device::TakeLoader(BytesView piece, Seconds now) {
+  for (const TimedReply& reply : loader_->Receive(piece, now)) output_.Add(reply.due, reply.bytes);
   if (!loader_->Running()) TakeOverTables();
 }
 

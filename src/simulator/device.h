@@ -59,7 +59,8 @@ class Device : public Endpoint {
   ReplyFaults& Faults() { return faults_; }
 
  private:
-  void ReceiveCharacter(char character, Seconds now);
+  void TakeDialogue(char character, Seconds now);
+  void TakeLoader(BytesView piece, Seconds now);
   void EnterLoader(Seconds now);
   void TakeOverTables();
   ReplyLines Answer(BytesView request, Seconds now);

@@ -75,36 +75,43 @@ std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
   if (now - std::max(lastByte_, lastReply_) > kAttemptSilence) EndAttempt();
   lastByte_ = now;
   std::vector<TimedReply> replies;
-  for (const char byte : bytes) {
-    if (!running_) break;
-    Take(byte, now, replies);
+  while (running_ && !bytes.empty()) {
+    const BytesView piece = bytes.substr(0, Missing());
+    bytes.remove_prefix(piece.size());
+    Take(piece, now, replies);
   }
   if (!replies.empty()) lastReply_ = replies.back().due;
   return replies;
 }
 
-void Loader::Take(char byte, Seconds now, std::vector<TimedReply>& replies) {
-  switch (state_) {
-    case State::Idle:
-      if (byte == kWakeUp) WakeUp(now, replies);
-      break;
-    case State::Awake:
-      if (byte == kWakeUp) {
-        WakeUp(now, replies);
-      } else if (byte == kGiveUp) {
-        state_ = State::Idle;
-      } else {
-        state_ = State::Frame;
-        frame_.assign(1, byte);
-      }
-      break;
-    case State::Frame:
-      frame_ += byte;
-      LookAtFrame(now, replies);
-      break;
-    case State::Skipping:
-      if (--toSkip_ == 0) state_ = State::Idle;
-      break;
+std::size_t Loader::Missing() const {
+  if (state_ == State::Skipping) return toSkip_;
+  if (state_ != State::Frame) return 1;
+  const std::size_t size = frame_.size() < kHeaderSize ? kHeaderSize : kHeaderSize + DataSize(frame_);
+  return size - frame_.size();
+}
+
+// No piece is longer than what is missing.
+void Loader::Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies) {
+  if (state_ == State::Frame) {
+    frame_ += piece;
+    LookAtFrame(now, replies);
+  } else if (state_ == State::Skipping) {
+    toSkip_ -= piece.size();
+    if (toSkip_ == 0) state_ = State::Idle;
+  } else {
+    TakeOutsideFrame(piece.front(), now, replies);
+  }
+}
+
+void Loader::TakeOutsideFrame(char byte, Seconds now, std::vector<TimedReply>& replies) {
+  if (byte == kWakeUp) {
+    WakeUp(now, replies);
+  } else if (state_ == State::Awake && byte == kGiveUp) {
+    state_ = State::Idle;
+  } else if (state_ == State::Awake) {
+    state_ = State::Frame;
+    frame_.assign(1, byte);
   }
 }
 

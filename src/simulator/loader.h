@@ -46,6 +46,10 @@ class Loader {
   /// forgotten.
   std::vector<TimedReply> Receive(BytesView bytes, Seconds now);
 
+  /// Bytes that are still to come before the loader says anything, at least 1: the rest of a frame's header
+  /// or of its data. They may be handed over together.
+  std::size_t Missing() const;
+
   /// Pause within a frame after which the loader waits for "S" again.
   static constexpr Seconds kFrameSilence = 0.5;
 
@@ -56,7 +60,8 @@ class Loader {
   enum class State { Idle, Awake, Frame, Skipping };
   enum class Area { None, Tables, Program };
 
-  void Take(char byte, Seconds now, std::vector<TimedReply>& replies);
+  void Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies);
+  void TakeOutsideFrame(char byte, Seconds now, std::vector<TimedReply>& replies);
   void WakeUp(Seconds now, std::vector<TimedReply>& replies);
   void LookAtFrame(Seconds now, std::vector<TimedReply>& replies);
   void Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies);

@@ -54,7 +54,6 @@ void Dateiwahl::OnActivate() {
 }
 
 void Dateiwahl::OnClose() {
-  subs_.chooser.ChosenFile.clear();
   Hide();
 }
 

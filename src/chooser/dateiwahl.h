@@ -31,6 +31,7 @@ class Dateiwahl : public Window {
  protected:
   void OnLoad() override;
   void OnActivate() override;
+  /// Only hides; the choice is empty since the showing began.
   void OnClose() override;
 
  private:

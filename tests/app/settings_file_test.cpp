@@ -43,7 +43,7 @@ TEST_F(SettingsFile, DefaultsStandWithoutAFileAndAreWritten) {
 }
 
 TEST_F(SettingsFile, EverythingIsReadAndWrittenBackInOrder) {
-  Load("EDT\r\n\\M\\\r\n\\Z\\C:\\ziel\r\n\\Q\\C:\\quelle\r\n\\P\\E\r\n\\B\\19200\r\n\\C\\3\r\n");
+  Load("EDT\r\n\\M\\\r\n\\Z\\C:\\ziel\r\n\\Q\\C:\\quelle\r\n\\P\\OE\r\n\\B\\19200\r\n\\C\\3\r\n");
   EXPECT_EQ(settings_.DialogueSettings(), "19200,E,7,1");
   EXPECT_TRUE(start_.MenueTools.Visible());
   EXPECT_TRUE(start_.MenuModem.Visible());

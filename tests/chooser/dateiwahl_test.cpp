@@ -169,6 +169,7 @@ TEST_F(Chooser, CancelledHoweverTheUserLikes) {
 TEST_F(Chooser, GoesBackToTheLastChoiceOrStaysWhereItWas) {
   Choose("*.mes", [](Dateiwahl& window) { Type(window, "netz"); });
   Choose("*.mes", [](Dateiwahl& window) {
+    EXPECT_EQ(window.Text2.Text(), "") << "the last choice is not offered";
     window.Drive1.Select(2);
     window.RequestClose();
   });
@@ -187,7 +188,10 @@ TEST_F(Chooser, GoesBackToTheLastChoiceOrStaysWhereItWas) {
   // A caller may offer a name; it is taken once.
   Values().ChosenFile = "vorschlag.mes";
   Dateiwahl direct(host_.host, subs_);
+  bool enterAccepts = false;
+  direct.Command1.ConnectView([&](Change change) { enterAccepts = change == Change::Default; });
   host_.windows.OpenMain(direct);
+  EXPECT_TRUE(enterAccepts);
   EXPECT_EQ(direct.Text2.Text(), "vorschlag.mes");
   EXPECT_EQ(Values().ChosenFile, "");
 }

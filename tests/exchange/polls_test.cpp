@@ -56,6 +56,7 @@ TEST_F(Polls, EachCommandSendsItsRequestAndShowsItsReply) {
 }
 
 TEST_F(Polls, BadFieldsChangeNothing) {
+  EXPECT_EQ(window_.Focused(), &window_.AKZ);
   Type("12", "12345678", "0012");
   window_.mewanz.SetText("bleibt");
   window_.datanz.SetText("bleibt");

@@ -65,16 +65,15 @@ TEST_F(DeviceDialogue, OneRecord) {
 
 TEST_F(DeviceDialogue, SeveralRecordsInPiecesUpToTheEndLine) {
   device_.Expect("S", {{0.9, "A"}})
-      .Expect("P", {{0.5, "\rx"}, {1.4, "\rRyz"}, {2.3, "\r"}, {2.4, "E\rnoch"}})
+      .Expect("P", {{0.5, "\rx"}, {1.4, "\rRy"}, {2.3, "z"}, {3.2, "\r"}, {3.3, "E\rnoch"}})
       .Expect("A");
   EXPECT_EQ(Run("P", true), "\rx\rRyz\rE\r");
   EXPECT_EQ(Trace(), ">S <A >P <<CR> <x<CR> <Ryz<CR> <E<CR> >A");
 }
 
-TEST_F(DeviceDialogue, TheEndLineIsNoEndOfASingleRecordDialogueAndTheLineIsFlushedBeforeTheReply) {
-  device_.Expect("S", "A").Expect("T", "E\r").Expect("A");
+TEST_F(DeviceDialogue, WhatCameBehindAReplyIsNotTakenForTheNext) {
+  device_.Expect("S", "A").Expect("T", "E\rnoch").Expect("A");
   EXPECT_EQ(Run("T", false), "E\r");
-  // What came behind the line must not be taken for the next reply.
   device_.Expect("S", "A").Expect("T", "neu\r").Expect("A");
   EXPECT_EQ(Run("T", false), "neu\r");
 }
@@ -173,7 +172,10 @@ TEST_F(DeviceDialogue, TheTraceIsKeptOrShowsTheLatestDialogueOnly) {
 
 TEST_F(DeviceDialogue, TheTraceShowsOneLineAnEntry) {
   SerialLine line{host_.host, settings_, window_.datanz, kModemTrace};
+  std::string painted;
+  host_.windows.In(0, [&] { painted = window_.datanz.Text(); });
   line.WriteTrace("R0\r1\r");
+  EXPECT_EQ(painted, "PC <- Modem  0\r1<CR>") << "at once, not with the next wait";
   line.WriteTrace("T");
   line.WriteTrace("T\xFC\n\r\r");
   EXPECT_EQ(window_.datanz.Text(), "PC <- Modem  0\r1<CR>\r\nPC -> Modem  \r\nPC -> Modem  ü\n\r<CR>");

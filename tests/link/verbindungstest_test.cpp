@@ -37,7 +37,10 @@ TEST_F(ConnectionTest, FindsTheDeviceWithTheStoredPairInOneProbe) {
       .Expect("K", {{0.1, "OX 3 V4.00 30.10."}, {0.5, "2006\r"}})
       .Expect("A")
       .Expect("N");
+  bool drawn = false;
+  host_.windows.In(0, [&] { drawn = host_.ports.Openings().empty(); });
   Run(&device);
+  EXPECT_TRUE(drawn) << "before the first probe";
   EXPECT_TRUE(device.Done());
   EXPECT_TRUE(settings_.Connected);
   EXPECT_EQ(settings_.DeviceIdent, "OX 3 V4.00 30.10.2006");

@@ -216,9 +216,14 @@ TEST_F(SlowPowerMonitorTest, ClosingDuringADialogueWaitsForIt) {
   EXPECT_EQ(Samples().size(), 1U);
 }
 
-TEST_F(PowerMonitorTest, ClosingBetweenTwoTicksStopsFirst) {
+TEST_F(PowerMonitorTest, StartsAgainAfterAStopAndStopsBeforeItCloses) {
   Start();
+  monitor_.MonitorStop.Click();
   host_.windows.Pass(1.5);
+  EXPECT_TRUE(Idle());
+  monitor_.MonitorStart.Click();
+  host_.windows.Pass(1.5);
+  EXPECT_TRUE(Running());
   monitor_.Verlassen.Click();
   EXPECT_TRUE(monitor_.IsOpen()) << "disabled while it runs";
   monitor_.RequestClose();

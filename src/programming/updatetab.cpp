@@ -29,6 +29,12 @@ constexpr std::string_view kSuccess = "Tabellenupdate erfolgreich abgeschlossen!
 /// What the type of a device with software from 3.0 on begins with.
 constexpr BytesView kUpdatableType = "OX ";
 
+// The numbers in the abort messages of this procedure.
+constexpr int kNoAcknowledgement = 1;
+constexpr int kLoaderSilent = 2;
+constexpr int kPrepareRefused = 3;
+constexpr int kBlockRefused = 4;
+
 constexpr BlockTransfer kTransfer{.write = request::kWriteTables, .markPeriod = 2, .markPhase = 0};
 
 }  // namespace
@@ -58,7 +64,9 @@ void updatetab::OnLoad() {
 void updatetab::OnFailure() {
   UpdateWindow::OnFailure();
   for (Table* table : {&points_, &parameters_, &assignments_}) {
-    if (table->packed.empty()) table->box.SetChecked(false);
+    if (!table->packed.empty() || !table->box.Checked()) continue;
+    table->box.SetChecked(false);
+    Go.SetText("");
   }
   EnableStart();
 }
@@ -99,7 +107,8 @@ void updatetab::UpdateDevice() {
   const Bytes* image = SelectImage(*images);
   if (image == nullptr) return;
   Mark();
-  if (!Demand(request::kPrepareTables, WrongAnswer(3)) || !WriteBlocks(*image, kTransfer, WrongAnswer(4)) ||
+  if (!Demand(request::kPrepareTables, WrongAnswer(kPrepareRefused)) ||
+      !WriteBlocks(*image, kTransfer, WrongAnswer(kBlockRefused)) ||
       !Demand(request::kVerifyTables, kChecksumError)) {
     return;
   }
@@ -129,9 +138,9 @@ bool updatetab::ReachLoader() {
   if (!FindDevice(kConnectionMessage)) return false;
   if (!settings_.DeviceIdent.starts_with(kUpdatableType)) return Abort(kOldSoftware);
   Mark();
-  if (!EnterLoader(WrongAnswer(1))) return false;
+  if (!EnterLoader(WrongAnswer(kNoAcknowledgement))) return false;
   Mark();
-  return Probe(request::kTableProbe, WrongAnswer(2));
+  return Probe(request::kTableProbe, WrongAnswer(kLoaderSilent));
 }
 
 const Bytes* updatetab::SelectImage(const TableImages& images) {
@@ -141,13 +150,9 @@ const Bytes* updatetab::SelectImage(const TableImages& images) {
   } else if (link_.Accepts(request::kGeneration3Kind) || link_.Accepts(request::kLaterGeneration3Kind)) {
     image = &images.generation3;
   }
-  if (image == nullptr) {
-    Abort(kUnknownKind);
-  } else if (image->status != ImageStatus::kBuilt) {
-    Abort(kGeneration3Unusable);
-    image = nullptr;
-  }
-  return image == nullptr ? nullptr : &image->bytes;
+  if (image != nullptr && image->status == ImageStatus::kBuilt) return &image->bytes;
+  Abort(image == nullptr ? kUnknownKind : kGeneration3Unusable);
+  return nullptr;
 }
 
 }  // namespace ox

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <sstream>
 
 #include "app/messages.h"
@@ -99,6 +100,17 @@ TEST_F(UpdateTables, LoadsATableWhenItsBoxIsSetAndStartsOnlyWithAllThree) {
     ASSERT_EQ(messages.size(), step.messages.size());
     EXPECT_TRUE(messages.empty() || messages[0].starts_with(step.messages[0])) << messages[0];
   }
+}
+
+TEST_F(UpdateTables, ATableWhoseLoadingBreaksOffIsNotLoaded) {
+  Load(kSmallTables);
+  window.ChPar.Click();
+  host.windows.In(0, [] { throw std::bad_alloc(); });
+  Choose(window.ChPar, "/netz.par");
+  EXPECT_EQ(host.windows.TakeMessages(), Strings{"Nicht genügend Speicher: Vorgang abgebrochen!"});
+  EXPECT_FALSE(window.ChPar.Checked());
+  EXPECT_FALSE(window.TabStart.Enabled());
+  EXPECT_EQ(window.Go.Text(), "");
 }
 
 TEST_F(UpdateTables, WritesItsImageIntoEveryKindOfDeviceWhichThenAnswersPollsFromIt) {

@@ -1,14 +1,15 @@
 // The two table images, one for each kind of device, as they are written into its loader.
 //
 // Both are 16384 bytes long: the body, filler bytes 255 up to offset 16381, and at 16382 the checksum, a
-// word. Older body: two words of device addresses with two bytes 00 behind each (device memory begins at 8000
-// hex):
-//   of the linked measuring-point table, which follows at offset 8, and of the packed parameter list behind
-//   it.
+// word.
+//
+// Older body: two words of device addresses with two bytes 00 behind each, of the linked measuring-point
+// table, which follows at offset 8, and of the packed parameter list behind it. Device memory begins at
+// 8000 hex.
+//
 // Body of generation III: four words with two bytes 00 behind each, the distance from the word to the first
-// byte
-//   of section 1 (version), 2 (parameters), 3 (offices) and 4 (measuring points), then the sections, each
-//   followed by 1 to 4 bytes 255 that make its length a multiple of four.
+// byte of section 1 (version), 2 (parameters), 3 (offices) and 4 (measuring points); then the sections, each
+// followed by 1 to 4 bytes 255 that make its length a multiple of four.
 #pragma once
 
 #include <cstddef>

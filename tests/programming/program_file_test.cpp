@@ -1,11 +1,9 @@
-// Program files, against the demonstration programs and a reading of the format made elsewhere.
+// Program files, against a writer of the format made elsewhere.
 #include "programming/program_file.h"
 
 #include <gtest/gtest.h>
 
-#include "programming/demo_file.h"
 #include "simulator/demo_files.h"
-#include "simulator/program_layout.h"
 #include "simulator/sample_program.h"
 
 namespace ox::test {
@@ -17,22 +15,6 @@ Status StatusOf(BytesView file, const ProgramFormat& format) {
   const LoadedProgram loaded = ReadProgramFile(file, format);
   EXPECT_EQ(loaded.program.empty(), loaded.status != Status::kGood);
   return loaded.status;
-}
-
-TEST(ProgramFile, HoldsAProgramThatTheDeviceTakes) {
-  struct Case {
-    const char* name;
-    ProgramFormat format;
-    sim::ProgramLayout layout;
-    BytesView version;
-  };
-  for (const Case& c : {Case{"ox2.pro", kProgramFormat2, sim::kSmallProgram, "V4.20 22.11.2026"},
-                        Case{"ox3.pr3", kProgramFormat3, sim::kLargeProgram, "V5.10 22.11.2026"}}) {
-    const LoadedProgram loaded = ReadProgramFile(DemoFile(c.name), c.format);
-    EXPECT_EQ(loaded.status, Status::kGood) << c.name;
-    EXPECT_TRUE(sim::ProgramSealed(loaded.program, c.layout)) << c.name;
-    EXPECT_EQ(sim::ProgramVersion(loaded.program), c.version);
-  }
 }
 
 TEST(ProgramFile, IsBuiltAsItIsRead) {

@@ -3,6 +3,8 @@
 
 #include <QDialog>
 #include <QMainWindow>
+#include <QSizeGrip>
+#include <QSplitter>
 #include <array>
 
 #include "ui_Dateiwahl.h"
@@ -24,10 +26,21 @@ struct NamedForm {
   std::unique_ptr<QWidget> (*make)(QWidget* parent);
 };
 
+/// Names for a screen reader what the toolkit adds by itself, and no form can name.
+void NameHandles(QWidget& form) {
+  for (QSizeGrip* grip : form.findChildren<QSizeGrip*>()) {
+    grip->setAccessibleName(QStringLiteral("Fenstergröße"));
+  }
+  for (QSplitterHandle* handle : form.findChildren<QSplitterHandle*>()) {
+    handle->setAccessibleName(QStringLiteral("Aufteilung"));
+  }
+}
+
 template <class Form, class Frame>
 std::unique_ptr<QWidget> Make(QWidget* parent) {
   auto frame = std::make_unique<Frame>(parent);
   Form().setupUi(frame.get());
+  NameHandles(*frame);
   return frame;
 }
 

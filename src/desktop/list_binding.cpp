@@ -1,7 +1,9 @@
 // Lists: open ones and drop-down ones.
 #include <QEvent>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "desktop/border.h"
 #include "desktop/control_ties.h"
@@ -18,6 +20,8 @@ QStringList ItemsOf(const ListBox& control) {
 
 /// Hands on what the user does in an open list: every click selects, also one on the line that is selected
 /// already; a double click or Enter chooses for good, whatever the desktop's style makes of a single click.
+/// The first arrow key selects the line that has the focus: the toolkit would pass it by, and an only line
+/// could not be selected.
 class ListUser : public QObject {
  public:
   ListUser(ListBox& control, QListWidget& widget) : QObject(&widget), control_(control), widget_(widget) {
@@ -37,6 +41,10 @@ class ListUser : public QObject {
     if (event->type() == QEvent::MouseButtonPress) told_ = false;
     if (watched != &widget_ || event->type() != QEvent::KeyPress) return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
+    if ((key == Qt::Key_Down || key == Qt::Key_Up) && SelectedRow() == ListBox::kNone) {
+      widget_.setCurrentRow(std::max(widget_.currentRow(), 0), QItemSelectionModel::ClearAndSelect);
+      return true;
+    }
     if ((key != Qt::Key_Return && key != Qt::Key_Enter) || SelectedRow() == ListBox::kNone) return false;
     Activate();
     return true;

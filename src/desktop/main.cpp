@@ -1,5 +1,6 @@
 // The program: the host put together, the main window shown until it is closed.
 #include <QApplication>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -23,6 +24,7 @@ int main(int argumentCount, char** arguments) {
   QApplication application(argumentCount, arguments);
   QApplication::setApplicationName(QStringLiteral("oxservice"));
   QApplication::setDesktopFileName(QStringLiteral("oxservice"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/oxservice.png")));
   QApplication::setQuitOnLastWindowClosed(
       false);  // the program ends with its main window, whatever else closes
   QTranslator translator;

@@ -134,6 +134,10 @@ TEST_F(Bindings, ClicksSelectAndDoubleClicksActivate) {
   window.list.SetItems({"vier"});
   EXPECT_TRUE(list->selectedItems().empty());
   EXPECT_EQ(Happened(), Events{});
+  list->setFocus();
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(Happened(), Events{"select"}) << "the only line can be selected by keyboard";
+  EXPECT_EQ(window.list.SelectedItem(), "vier");
 
   window.drop.SetItems({"/", "/media"});
   EXPECT_EQ(drop->currentIndex(), -1);

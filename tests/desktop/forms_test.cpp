@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <set>
@@ -107,6 +108,34 @@ TEST(Forms, TracesAreReadOnlyAndTakeTheRoom) {
     QCoreApplication::processEvents();
     EXPECT_GE(widget->height(), before.height() + 50) << name;
     EXPECT_EQ(widget->width(), before.width() + 200) << name;
+  }
+}
+
+TEST(Forms, LabelsTakeTheRoomOfTheirText) {
+  Windows windows;
+  const auto chooser = MakeForm("Dateiwahl", nullptr);
+  TieControl(windows.fileChooser.Label1, *chooser);
+  chooser->show();
+  const auto* name = chooser->findChild<QWidget*>("Text2");
+  const int withoutPrompt = name->y();
+  windows.fileChooser.Label1.SetText("Messstellentabelle");
+  QCoreApplication::processEvents();
+  EXPECT_GT(name->y(), withoutPrompt) << "only a prompt that says something takes room";
+  windows.fileChooser.Label1.ConnectView({});
+
+  const std::string marks(60, '>');  // more than any update makes: large fonts are like more marks
+  for (auto [window, status] : {std::pair<Window*, Label*>{&windows.tableUpdate, &windows.tableUpdate.Go},
+                                {&windows.programUpdate2, &windows.programUpdate2.Go},
+                                {&windows.programUpdate3, &windows.programUpdate3.Go}}) {
+    const auto form = MakeForm(window->Name(), nullptr);
+    TieControl(*status, *form);
+    form->show();
+    status->SetText(marks);
+    QCoreApplication::processEvents();
+    const auto* line = form->findChild<QLabel*>("Go");
+    EXPECT_GE(line->contentsRect().width(), line->fontMetrics().horizontalAdvance(line->text()))
+        << window->Name();
+    status->ConnectView({});
   }
 }
 

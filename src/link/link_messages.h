@@ -5,7 +5,7 @@
 
 namespace ox {
 
-/// Follows the session's port when it cannot be opened, or breaks during a dialogue.
+/// Follows the session's port when it cannot be opened, or breaks in use.
 constexpr std::string_view kPortFailure = ": lässt sich nicht öffnen!";
 
 }  // namespace ox

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "link/link_messages.h"
 #include "platform/text.h"
 
 namespace ox {
@@ -108,7 +109,7 @@ bool Verbindungstest::BeginProbe(const Bytes& baud, const Bytes& parity) {
     port_->Output(kWakeUp);
     return true;
   } catch (const PortError&) {
-    host_.windows.ShowMessage("COM" + ToText(settings_.ComPort) + ": lässt sich nicht öffnen!");
+    host_.windows.ShowMessage("COM" + ToText(settings_.ComPort) + std::string(kPortFailure));
     port_->Close();
     return false;
   }

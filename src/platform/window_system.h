@@ -18,8 +18,8 @@ class WindowSystem {
   /// hand.
   virtual void Yield() = 0;
 
-  /// The same; with nothing pending it waits for input on the open port or for an event, a few milliseconds
-  /// at most. For loops that wait.
+  /// The same; with nothing pending it waits for input on the open port or for an event, some hundredths of
+  /// a second at most. For loops that wait.
   virtual void Rest() = 0;
 
   /// Shows the window over all others and returns when it has been unloaded or hidden. The window stays its

@@ -1,16 +1,12 @@
 // The frame of an update run and its shared steps.
 #include "programming/update_window.h"
 
+#include "link/link_messages.h"
 #include "link/verbindungstest.h"
 #include "platform/text.h"
 #include "programming/block_frame.h"
 
 namespace ox {
-namespace {
-
-constexpr std::string_view kPortFailure = ": lässt sich nicht öffnen!";
-
-}  // namespace
 
 std::string WrongAnswer(int number) {
   return "Abbruch der Programmierung(" + std::to_string(number) + "): OX antwortet nicht oder falsch!";

@@ -56,9 +56,9 @@ using Shown = std::pair<std::string, std::vector<std::string>>;
 using Captions = std::vector<std::string>;
 
 TEST_F(StartWindow, ShowsTheChosenPortAndStoresItOnClosing) {
-  host_.files.content["OX.CFG"] = "\\C\\3\r\n";
+  host_.files.content["OX.CFG"] = "\\C\\4\r\n";
   host_.windows.OpenMain(start_);
-  EXPECT_EQ(ComCaptions(), (Captions{"COM1:", "COM2:", "COM3: <", "COM4:"}));
+  EXPECT_EQ(ComCaptions(), (Captions{"COM1:", "COM2:", "COM3:", "COM4: <"}));
   start_.MenuCOM2.Click();
   EXPECT_EQ(ComCaptions(), (Captions{"COM1:", "COM2: <", "COM3:", "COM4:"}));
   start_.RequestClose();

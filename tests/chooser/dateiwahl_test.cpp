@@ -119,7 +119,8 @@ TEST_F(Chooser, ClicksMarkAndDoubleClicksChoose) {
                    [&](Dateiwahl& window) {
                      window.File1.Select(1);
                      EXPECT_EQ(window.Text2.Text(), "Südnetz 2.mes");
-                     window.Dir1.Select(2);  // only marks
+                     window.Dir1.Select(2);      // only marks
+                     Enter(window, "Tabellen");  // is there already
                      EXPECT_EQ(window.Text2.Text(), "Südnetz 2.mes");
                      Enter(window, "alt");
                      EXPECT_EQ(window.Text2.Text(), "C:\\Tabellen\\alt");

@@ -33,7 +33,7 @@ const Strings kSearch{"1:2400,E,7,1", "1:2400,O,7,1", "1:4800,E,7,1",  "1:4800,O
 
 TEST_F(ConnectionTest, FindsTheDeviceWithTheStoredPairInOneProbe) {
   ScriptedDevice device;
-  device.Expect("S", {{0.4, "A"}})
+  device.Expect("S", {{0.48, "A"}})
       .Expect("K", {{0.1, "OX 3 V4.00 30.10."}, {0.5, "2006\r"}})
       .Expect("A")
       .Expect("N");
@@ -90,8 +90,8 @@ TEST_F(ConnectionTest, JudgesWakeUpAndIdentification) {
            {"begins with N", {{0, "A"}}, {{0, "N\r"}}, "?"},
            {"long, begins with N", {{0, "A"}}, {{0, "N" + full + "\r"}}, "NOX 3 123456789012345"},
            {"silent", {{0, "A"}}, {}, nullptr},
-           {"too late together", {{0.3, "A"}}, {{0.8, full + "\r"}}, nullptr},
-           {"wake-up too late", {{0.6, "A"}}, {{0, full + "\r"}}, nullptr},
+           {"too late together", {{0.3, "A"}}, {{0.72, full + "\r"}}, nullptr},
+           {"wake-up too late", {{0.52, "A"}}, {{0, full + "\r"}}, nullptr},
            {"wake-up with more", {{0, "AA"}}, {{0, full + "\r"}}, nullptr},
            {"wrong wake-up", {{0, "N"}}, {{0, full + "\r"}}, nullptr},
        }) {

@@ -223,11 +223,18 @@ TEST_F(UpdateTables, EndsWithTheMessageOfTheStepThatFailed) {
   EXPECT_EQ(window.Go.Text(), ">>>>>>>");
 }
 
-TEST_F(UpdateTables, WaitsThirtySecondsForTheErasing) {
+TEST_F(UpdateTables, GivesEveryReplyItsTime) {
+  constexpr double kMargin = 0.1;
   Load(kSmallTables);
-  Connect(DeviceOfKind('b'));
-  device->Faults().Add({.which = {.letter = '2'}, .kind = sim::ReplyFault::Kind::Late, .delay = 29.5});
-  EXPECT_EQ(Start(), Strings{kSuccess});
+  for (const auto& [letter, seconds] : {std::pair{'W', 1}, {'a', 1}, {'2', 30}, {'P', 3}}) {
+    for (const bool late : {false, true}) {
+      Connect(DeviceOfKind('a'));
+      device->Faults().Add({.which = {.stage = sim::ReplyStage::LoaderReply, .letter = letter},
+                            .kind = sim::ReplyFault::Kind::Late,
+                            .delay = seconds + (late ? kMargin : -kMargin)});
+      EXPECT_EQ(Start() == Strings{kSuccess}, !late) << letter;
+    }
+  }
 }
 
 TEST_F(UpdateTables, TheCloseBoxNeverCutsAnUpdateOff) {

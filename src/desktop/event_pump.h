@@ -21,7 +21,7 @@ class EventPump {
   void Yield();
 
   /// Handles what is pending; with nothing pending it waits until an open port can be read, an event comes or
-  /// a few milliseconds have passed.
+  /// some hundredths of a second have passed.
   void Rest();
 
  private:

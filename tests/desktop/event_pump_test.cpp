@@ -30,7 +30,7 @@ class Pump : public testing::Test {
 
 TEST_F(Pump, InputEndsARestAtOnce) {
   ASSERT_EQ(write(writer.Number(), "A", 1), 1);
-  constexpr int kRests = 200;  // four seconds, were each to last its full time
+  constexpr int kRests = 200;  // six seconds, were each to last its full time
   const auto start = steady_clock::now();
   for (int rest = 0; rest < kRests; ++rest) pump.Rest();
   EXPECT_LT(steady_clock::now() - start, std::chrono::seconds(1));

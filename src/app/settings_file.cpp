@@ -10,6 +10,9 @@ constexpr const char* kFileName = "OX.CFG";
 /// Far beyond any real settings file; what lies behind it is not read.
 constexpr std::size_t kMaxFileSize = 65536;  // bytes
 
+/// Some editors put it in front of a text.
+constexpr BytesView kByteOrderMark = "\xEF\xBB\xBF";
+
 constexpr std::size_t kMarkLength = 3;
 constexpr std::string_view kComMark = "\\C\\";
 constexpr std::string_view kBaudMark = "\\B\\";
@@ -95,7 +98,8 @@ void LoadSettings(Files& files, SessionSettings& settings, SwitchedEntries entri
   settings = SessionSettings();
   const auto content = files.Read(kFileName, kMaxFileSize);
   if (!content) return;
-  FieldReader fields(*content);
+  const bool marked = content->starts_with(kByteOrderMark);
+  FieldReader fields(BytesView(*content).substr(marked ? kByteOrderMark.size() : 0));
   while (!fields.AtEnd()) TakeEntry(fields.Next(), settings, entries);
 }
 

@@ -73,12 +73,14 @@ void Start::ConnectMenu() {
 
 void Start::OnLoad() {
   LoadSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+  settingsLoaded_ = true;
   const int number = subs_.settings.PortNumber();
   if (number >= 1 && number <= 4) ChooseCom(static_cast<std::size_t>(number));
 }
 
 void Start::OnUnload() {
-  SaveSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+  // Settings whose reading broke off must not replace those of the file.
+  if (settingsLoaded_) SaveSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
 }
 
 void Start::ChooseCom(std::size_t number) {

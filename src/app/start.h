@@ -69,6 +69,7 @@ class Start : public Window {
   Host& host_;
   Subs& subs_;
   StartCommands commands_;
+  bool settingsLoaded_ = false;
 };
 
 }  // namespace ox

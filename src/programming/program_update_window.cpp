@@ -24,7 +24,7 @@ ProgramUpdateWindow::ProgramUpdateWindow(const ProgramUpdate& update, Host& host
       update_(update),
       chooser_(chooser) {
   ChPro.onClick = [this] { ChooseProgram(); };
-  ProStart.onClick = [this] { RunUpdate([this] { UpdateDevice(); }); };
+  ProStart.onClick = [this] { RunUpdate(ProStart, [this] { UpdateDevice(); }); };
   proEnd.onClick = [this] { RequestClose(); };
 }
 

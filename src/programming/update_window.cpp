@@ -16,7 +16,7 @@ UpdateWindow::UpdateWindow(Host& host, SessionSettings& settings, std::string_vi
                            std::string_view caption)
     : Window(host.windows, name, caption), host_(host), settings_(settings), link_(host, settings) {}
 
-void UpdateWindow::RunUpdate(const std::function<void()>& steps) {
+void UpdateWindow::RunUpdate(Button& start, const std::function<void()>& steps) {
   EnableCommands(false);
   try {
     steps();
@@ -24,6 +24,7 @@ void UpdateWindow::RunUpdate(const std::function<void()>& steps) {
     Abort("COM" + ToText(settings_.ComPort) + std::string(kPortFailure));
   }
   Reset();
+  start.SetFocus();
 }
 
 void UpdateWindow::EnableCommands(bool enabled) {

@@ -40,7 +40,8 @@ class UpdateWindow : public Window {
 
   /// Carries out the steps with all controls locked. A port that cannot be opened, or breaks, ends them with
   /// its message. At the end, however it came about, the port is closed and the controls can be used again.
-  void RunUpdate(const std::function<void()>& steps);
+  /// The focus returns to the button that started the run.
+  void RunUpdate(Button& start, const std::function<void()>& steps);
 
   void Mark() { Go.Append(">"); }
 

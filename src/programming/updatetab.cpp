@@ -48,7 +48,7 @@ updatetab::updatetab(Host& host, Subs& subs, FileChooser& chooser)
   for (Table* table : {&points_, &parameters_, &assignments_}) {
     table->box.onClick = [this, table] { ChooseTable(*table); };
   }
-  TabStart.onClick = [this] { RunUpdate([this] { UpdateDevice(); }); };
+  TabStart.onClick = [this] { RunUpdate(TabStart, [this] { UpdateDevice(); }); };
   TabEnd.onClick = [this] { RequestClose(); };
 }
 

@@ -67,6 +67,7 @@ TEST_F(SettingsFile, FieldsAreDelimitedTexts) {
            Case{"  \"\\Q\\C:\\a,b\" \r\n\\C\\12", "C:\\a,b",
                 "2"},                                        // quotes protect, the last character counts
            Case{"\n\n\\C\\7\nED\n\\C\n,,\\Q\\x", "x", "7"},  // bare line feeds, short entries
+           Case{"\xEF\xBB\xBF\\C\\3\n", "", "3"},            // a byte order mark
            Case{"\"\\C\\3\n", "", "1"},                      // a quote that is never closed
        }) {
     Load(c.content);

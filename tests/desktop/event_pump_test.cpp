@@ -61,7 +61,10 @@ TEST_F(Pump, UnreadInputDoesNotKeepANestedLoopBusy) {
   Later([&rounds] {
     bool closed = false;  // the loop stands for a message box
     QTimer::singleShot(std::chrono::milliseconds(30), qApp, [&closed] { closed = true; });
-    for (; !closed; ++rounds) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    while (!closed) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+      ++rounds;
+    }
   });
   while (rounds == 0) pump.Rest();
   EXPECT_LT(rounds, 20);

@@ -45,7 +45,7 @@ TEST_F(TableFile, WhatIsNoTableEndsInAMessage) {
   constexpr std::size_t kHuge = 50'000'000;
   EXPECT_EQ(Parse(Bytes(kHuge, 'x')), "");
   EXPECT_EQ(Message(), "Fehler in Zeile 2, Steuerzeichen /S/ erwartet!\r\r");
-  EXPECT_EQ(Parse("/A/" + Bytes(kHuge, '\xE4')), "");
+  EXPECT_EQ(Parse("/A/" + Bytes(kHuge / 20, '\xE4')), "");
   EXPECT_TRUE(Message().starts_with("Fehler in Zeile 1, Steuerzeichen /S/ erwartet!\r\r/A/ää"));
 }
 

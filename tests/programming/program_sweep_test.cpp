@@ -76,7 +76,7 @@ class ProgramSweep : public testing::Test {
 TEST_F(ProgramSweep, EveryReplyOfGeneration2FromTheUpdateRequestOn) {
   // The first "V" went unanswered: the device was in its dialogue.
   const auto expected = [](char letter, int before) { return Expected2(letter, before + 1); };
-  Prepare(rig2_, expected).BreakReplies(DeviceOfGeneration(2));
+  Prepare(rig2_, expected).BreakReplies(DeviceOfGeneration(2), Bytes::npos, 8);
 }
 
 TEST_F(ProgramSweep, EveryReplyOfARunningLoaderOfGeneration2) {

@@ -9,7 +9,7 @@ namespace {
 constexpr std::chrono::milliseconds kBetweenLooks{1};
 /// Input ends a rest at once: this only bounds how late the end of a time-out is noticed, the shortest of
 /// which is half a second.
-constexpr std::chrono::milliseconds kLongestRest{30};
+constexpr std::chrono::milliseconds kLongestRest{50};
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// The frame in which a request goes to the device's loader.
+// The frame in which a request goes to the device's loader; its layout stands in docs/device-formats.md.
 #pragma once
 
 #include <cstddef>

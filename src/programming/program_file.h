@@ -1,4 +1,5 @@
-// The files in which device programs are delivered: ".pro" for generation II, ".pr3" for generation III.
+// The files in which device programs are delivered: ".pro" for generation II, ".pr3" for generation III;
+// their layout stands in docs/device-formats.md.
 #pragma once
 
 #include <cstddef>

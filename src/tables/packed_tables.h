@@ -1,4 +1,5 @@
-// Layout of the packed tables, which the parsers write and linking, images and the value display read.
+// Layout of the packed tables, which the parsers write and linking, images and the value display read;
+// docs/device-formats.md shows each with an example.
 //
 // Packed measuring-point table: version, NUL, NUL; per office: name, NUL, code, NUL, entries, NUL, NUL; NUL.
 //   An entry: number (8), first difference (5), second difference (5), name (5), NUL, 255. In the linked

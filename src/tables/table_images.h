@@ -1,4 +1,5 @@
-// The two table images, one for each kind of device, as they are written into its loader.
+// The two table images, one for each kind of device, as they are written into its loader;
+// docs/device-formats.md shows each with an example.
 //
 // Both are 16384 bytes long: the body, filler bytes 255 up to offset 16381, and at 16382 the checksum, a
 // word.

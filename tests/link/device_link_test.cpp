@@ -1,8 +1,9 @@
-// The dialogue: what goes over the line, what the trace says, what comes back, and how long every failure
-// takes.
+// The dialogue: what goes over the line, what the trace says of it, what comes back, and how long it takes.
 #include "link/device_link.h"
 
 #include <gtest/gtest.h>
+
+#include <regex>
 
 #include "platform/window.h"
 #include "support/scripted_device.h"
@@ -11,174 +12,105 @@
 namespace ox::test {
 namespace {
 
-const std::string kNoAnswer = "Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!";
-
 class DeviceDialogue : public testing::Test {
  protected:
+  using Pieces = std::vector<ScriptedDevice::Piece>;
+  /// What the device hears and what it answers, in turn.
+  using Script = std::vector<std::pair<Bytes, Pieces>>;
+
   /// A window with nothing but a trace panel.
   struct TraceWindow : Window {
     explicit TraceWindow(WindowSystem& windows) : Window(windows, "TraceWindow", "") {}
     TextBox datanz{*this, "datanz"};
   };
 
-  Bytes Run(const Bytes& request, bool multiRecord) {
-    host_.ports.Connect(1, &device_);
-    const double start = host_.clock.Elapsed();
-    Bytes reply = link_.DeviceDialogue(request, multiRecord);
-    seconds_ = host_.clock.Elapsed() - start;
+  /// Returns the reply and, after a blank, the messages.
+  std::string Run(const Script& script, bool multiRecord = true) {
+    device_.emplace(sim::LineSettings{19200, 'E', 7});
+    for (const auto& [heard, answer] : script) device_->Expect(heard, answer);
+    host_.ports.Connect(3, &*device_);
+    std::string told = link_.DeviceDialogue(multiRecord ? "P" : "J1\r", multiRecord);
+    for (const std::string& message : host_.windows.TakeMessages()) told += " " + message;
     EXPECT_EQ(host_.ports.OpenCount(), 0);
-    EXPECT_TRUE(device_.Done());
-    return reply;
+    return told;
   }
 
-  /// The trace as "T" and "R" entries, one after the other.
+  /// The trace on one line, ">" before what was sent and "<" before what came.
   std::string Trace() const {
     std::string trace = window_.datanz.Text();
-    const auto replaceAll = [&](const std::string& from, const std::string& to) {
-      for (auto at = trace.find(from); at != std::string::npos; at = trace.find(from, at)) {
-        trace.replace(at, from.size(), to);
-      }
-    };
-    replaceAll("PC -> OX  ", ">");
-    replaceAll("PC <- OX  ", "<");
-    replaceAll("\r\n", " ");
+    for (const auto& [from, to] : {std::pair{"PC -> OX  ", ">"}, {"PC <- OX  ", "<"}, {"\r\n", " "}}) {
+      trace = std::regex_replace(trace, std::regex(from), to);
+    }
     return trace;
   }
 
   TestHost host_;
-  SessionSettings settings_;
+  SessionSettings settings_{.BaudRate = "19200", .Parity = "E", .ComPort = "3"};
   TraceWindow window_{host_.windows};
   DeviceLink link_{host_.host, settings_, window_.datanz};
-  ScriptedDevice device_;
-  double seconds_ = 0;
+  std::optional<ScriptedDevice> device_;
 };
 
-using Strings = std::vector<std::string>;
-
-TEST_F(DeviceDialogue, OneRecord) {
-  device_.Expect("S", "A").Expect("J1\r", "0123\r456\r").Expect("A");
-  EXPECT_EQ(Run("J1\r", false), "0123\r");
-  EXPECT_EQ(Trace(), ">S <A >J1<CR> <0123<CR> >A");
-  EXPECT_TRUE(host_.windows.Messages().empty());
-  EXPECT_EQ(host_.ports.Openings(), Strings{"1:9600,O,7,1"});
-}
-
-TEST_F(DeviceDialogue, SeveralRecordsInPiecesUpToTheEndLine) {
-  device_.Expect("S", {{0.9, "A"}})
-      .Expect("P", {{0.5, "\rx"}, {1.4, "\rRy"}, {2.3, "z"}, {3.2, "\r"}, {3.3, "E\rnoch"}})
-      .Expect("A");
-  EXPECT_EQ(Run("P", true), "\rx\rRyz\rE\r");
-  EXPECT_EQ(Trace(), ">S <A >P <<CR> <x<CR> <Ryz<CR> <E<CR> >A");
-}
-
-TEST_F(DeviceDialogue, WhatCameBehindAReplyIsNotTakenForTheNext) {
-  device_.Expect("S", "A").Expect("T", "E\rnoch").Expect("A");
-  EXPECT_EQ(Run("T", false), "E\r");
-  device_.Expect("S", "A").Expect("T", "neu\r").Expect("A");
-  EXPECT_EQ(Run("T", false), "neu\r");
-}
-
-TEST_F(DeviceDialogue, WakesUpToThreeTimes) {
-  device_.Expect("S").Expect("S", "A").Expect("T", "1\r").Expect("A");
-  EXPECT_EQ(Run("T", false), "1\r");
-  EXPECT_EQ(Trace(), ">S >S <A >T <1<CR> >A");
-  EXPECT_NEAR(seconds_, 1, 0.05);
-}
-
-TEST_F(DeviceDialogue, ASilentDeviceIsGivenUpAfterThreeSeconds) {
-  device_.Expect("S").Expect("S").Expect("S").Expect("N");
-  EXPECT_EQ(Run("T", false), "");
-  EXPECT_EQ(Trace(), ">S >S >S >N");
-  EXPECT_EQ(host_.windows.Messages(), Strings{kNoAnswer});
-  EXPECT_NEAR(seconds_, 3, 0.1);
-}
-
-TEST_F(DeviceDialogue, AWrongWakeUpAnswerIsRefusedAtOnce) {
-  for (const char* answer : {"AA", "N", "A\r", "x"}) {
-    device_.Expect("S", answer).Expect("N");
-    EXPECT_EQ(Run("T", false), "") << answer;
-    EXPECT_EQ(host_.windows.TakeMessages(), Strings{kNoAnswer}) << answer;
+TEST_F(DeviceDialogue, TakesItsStepsAndTracesThem) {
+  struct Row {
+    Script script;
+    bool multiRecord;
+    Bytes reply;
+    std::string trace;
+    double seconds;
+  };
+  const Script::value_type s{"S", {}}, sA{"S", {{0, "A"}}}, a{"A", {}}, n{"N", {}};
+  const Row rows[] = {
+      // Midnight stretches the wait that it overtakes.
+      {{{"S", {{7, "A"}}}, {"J1\r", {{0, "01\r45\r"}}}, a}, false, "01\r", ">S <A >J1<CR> <01<CR> >A", 7},
+      // What followed a reply is not taken for the beginning of the next.
+      {{sA, {"J1\r", {{0, "E\rnoch"}}}, a}, false, "E\r", ">S <A >J1<CR> <E<CR> >A", 0},
+      {{sA, {"P", {{0.9, "R1"}, {1.8, "\rE\r0"}}}, a}, true, "R1\rE\r", ">S <A >P <R1<CR> <E<CR> >A", 1.8},
+      // The wake-up is tried three times, and its answer is exactly "A".
+      {{s, s, {"S", {{0.95, "A"}}}, {"P", {{0, "E\r"}}}, a}, true, "E\r", ">S >S >S <A >P <E<CR> >A", 2.95},
+      {{s, s, s, n}, false, "", ">S >S >S >N", 3},
+      {{{"S", {{0, "AA"}}}, n}, false, "", ">S <AA >N", 0},
+      {{{"S", {{0, "A\n\r\r"}}}, n}, false, "", ">S <A\n\r<CR> >N", 0},
+      // A device that refuses is still waited for; one that ends gets no acknowledgement.
+      {{sA, {"P", {{0.1, "N"}, {1, "N"}, {1.9, "E\r"}}}, a}, true, "E\r", ">S <A >P <N <N <E<CR> >A", 1.9},
+      {{sA, {"P", {{0, "N"}}}, n}, true, "", ">S <A >P <N >N", 1},
+      {{sA, {"P", {{0, "\r1\r"}, {0.3, "R"}}}}, true, "\r1\r", ">S <A >P <<CR> <1<CR> <R", 0.3},
+      // A line cut off by silence counts as a part; then the next one is waited for.
+      {{sA, {"P", {{0, "\rcut"}}}, n}, true, "\rcut", ">S <A >P <<CR> <cut >N", 2},
+  };
+  host_.clock.StartAt(23, 59, 59.5);
+  std::string trace;
+  for (const Row& row : rows) {
+    host_.ports.ForgetSent();
+    host_.windows.In(0, [&] { EXPECT_EQ(host_.ports.Sent(), "") << "the trace is painted before a wait"; });
+    const double start = host_.clock.Elapsed();
+    const bool failed = row.trace.ends_with(">N");
+    EXPECT_EQ(Run(row.script, row.multiRecord),
+              row.reply + (failed ? " Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!" : ""));
+    EXPECT_TRUE(device_->Done() && device_->Unexpected().empty()) << row.trace;
+    EXPECT_EQ(Trace(), trace += (trace.empty() ? "" : " ") + row.trace);
+    EXPECT_NEAR(host_.clock.Elapsed() - start, row.seconds, 0.05) << row.trace;
+    EXPECT_EQ(host_.ports.Openings().back(), "3:19200,E,7,1");
   }
-  EXPECT_TRUE(Trace().ends_with(">S <x >N"));
-}
-
-TEST_F(DeviceDialogue, SilenceInTheReplyReturnsWhatCame) {
-  device_.Expect("S", "A").Expect("P", "\r1\rabgebro").Expect("N");
-  EXPECT_EQ(Run("P", true), "\r1\rabgebro") << "the cut-off line counts as a part, then there is silence";
-  EXPECT_EQ(Trace(), ">S <A >P <<CR> <1<CR> <abgebro >N");
-  EXPECT_EQ(host_.windows.Messages(), Strings{kNoAnswer});
-  EXPECT_NEAR(seconds_, 2, 0.1) << "one second behind the last character, one more for the next line";
-}
-
-TEST_F(DeviceDialogue, ADeviceThatRefusesIsStillWaitedFor) {
-  device_.Expect("S", "A").Expect("T", {{0.1, "N"}, {0.9, "N"}, {1.8, "ja\r"}}).Expect("A");
-  EXPECT_EQ(Run("T", false), "ja\r");
-  EXPECT_EQ(Trace(), ">S <A >T <N <N <ja<CR> >A");
-  device_.Expect("S", "A").Expect("T", "N").Expect("N");
-  EXPECT_EQ(Run("T", false), "");
-  EXPECT_TRUE(Trace().ends_with(">S <A >T <N >N"));
-  EXPECT_EQ(host_.windows.Messages(), Strings{kNoAnswer});
-}
-
-TEST_F(DeviceDialogue, ADeviceThatEndsGetsNoAcknowledgement) {
-  device_.Expect("S", "A").Expect("P", {{0, "\r1\r"}, {0.3, "R"}});
-  EXPECT_EQ(Run("P", true), "\r1\r");
-  EXPECT_EQ(Trace(), ">S <A >P <<CR> <1<CR> <R");
-  EXPECT_TRUE(host_.windows.Messages().empty());
-  EXPECT_EQ(device_.Unexpected(), "");
 }
 
 TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAndNoResult) {
-  const Strings message{"2: lässt sich nicht öffnen!"};
-  settings_.ComPort = "2";
-  EXPECT_EQ(Run("T", false), "");
-  EXPECT_EQ(host_.windows.TakeMessages(), message) << "not there";
-  for (std::size_t sent = 0; sent < 3; ++sent) {
-    ScriptedDevice device;
-    device.Expect("S", "A").Expect("T", "1\r").Expect("A");
-    host_.ports.Connect(2, &device);
-    host_.ports.BreakAfterSending(sent);
-    EXPECT_EQ(Run("T", false), "") << sent;
-    EXPECT_EQ(host_.windows.TakeMessages(), message) << sent;
-    host_.ports.Mend();
-  }
-  settings_.ComPort = "x";
-  EXPECT_EQ(Run("T", false), "");
-  EXPECT_EQ(host_.windows.TakeMessages(), Strings{"x: lässt sich nicht öffnen!"});
-}
-
-TEST_F(DeviceDialogue, TheCableIsPulledInAWait) {
-  device_.Expect("S", "A").Expect("P", "\r1\r");
+  const Script script{{"S", {{0, "A"}}}, {"P", {{0, "\r1\r"}, {0.8, "E\r"}}}};
   host_.windows.In(0.4, [&] { host_.ports.Break(); });
-  EXPECT_EQ(Run("P", true), "");
-  EXPECT_EQ(host_.windows.Messages(), Strings{"1: lässt sich nicht öffnen!"});
+  EXPECT_EQ(Run(script), " 3: lässt sich nicht öffnen!");
+  for (const auto& [port, sent] : {std::pair{"3", 0U}, {"3", 1U}, {"3", 2U}, {"2", 9U}, {"x", 9U}}) {
+    host_.ports.Mend();
+    host_.ports.BreakAfterSending(sent);
+    settings_.ComPort = port;
+    EXPECT_EQ(Run(script), " " + settings_.ComPort + ": lässt sich nicht öffnen!") << sent;
+  }
 }
 
-TEST_F(DeviceDialogue, MidnightStretchesTheWaitThatItOvertakes) {
-  host_.clock.StartAt(23, 59, 59.5);
-  device_.Expect("S", {{7, "A"}}).Expect("T", "1\r").Expect("A");
-  EXPECT_EQ(Run("T", false), "1\r") << "the first wake-up waits on, however long the answer takes";
-  EXPECT_EQ(Trace(), ">S <A >T <1<CR> >A");
-}
-
-TEST_F(DeviceDialogue, TheTraceIsKeptOrShowsTheLatestDialogueOnly) {
-  DeviceLink latest{host_.host, settings_, window_.datanz, TraceMode::LatestOnly};
-  device_.Expect("S", "A").Expect("T", "1\r").Expect("A");
-  Run("T", false);
-  device_.Expect("S", "A").Expect("T", "2\r").Expect("A");
-  latest.DeviceDialogue("T", false);
-  EXPECT_EQ(Trace(), ">S <A >T <2<CR> >A");
-}
-
-TEST_F(DeviceDialogue, TheTraceShowsOneLineAnEntry) {
-  SerialLine line{host_.host, settings_, window_.datanz, kModemTrace};
-  std::string painted;
-  host_.windows.In(0, [&] { painted = window_.datanz.Text(); });
-  line.WriteTrace("R0\r1\r");
-  EXPECT_EQ(painted, "PC <- Modem  0\r1<CR>") << "at once, not with the next wait";
-  line.WriteTrace("T");
-  line.WriteTrace("T\xFC\n\r\r");
-  EXPECT_EQ(window_.datanz.Text(), "PC <- Modem  0\r1<CR>\r\nPC -> Modem  \r\nPC -> Modem  ü\n\r<CR>");
+TEST_F(DeviceDialogue, ATraceOfTheLatestOnlyIsEmptiedBeforeThePortOpens) {
+  SerialLine(host_.host, settings_, window_.datanz, kDeviceTrace).WriteTrace("T");
+  EXPECT_EQ(window_.datanz.Text(), "PC -> OX  ");
+  DeviceLink(host_.host, settings_, window_.datanz, TraceMode::LatestOnly).DeviceDialogue("T", false);
+  EXPECT_EQ(window_.datanz.Text(), "");
 }
 
 }  // namespace

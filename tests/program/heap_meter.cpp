@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "support/side.h"
+
 namespace ox::test {
 namespace {
 
@@ -13,7 +15,6 @@ struct alignas(std::max_align_t) BlockNote {
   bool ofProgram;
 };
 
-bool programRuns = false;
 HeapUse programHeap;
 /// Allocations of the program until one fails; 0 when none will.
 long untilFailure = 0;
@@ -21,7 +22,7 @@ bool failsFromThenOn = false;
 bool hasFailed = false;
 
 bool FailsNow() {
-  if (!programRuns || untilFailure == 0) return false;
+  if (!Side::ProgramRuns() || untilFailure == 0) return false;
   if (untilFailure > 1) {
     --untilFailure;
     return false;
@@ -39,28 +40,6 @@ void Count(const BlockNote& note, int sign) {
 
 }  // namespace
 
-void* Allocate(std::size_t size) noexcept {
-  if (FailsNow()) return nullptr;
-  auto* note = static_cast<BlockNote*>(std::malloc(sizeof(BlockNote) + size));
-  if (note == nullptr) return nullptr;
-  *note = {size, programRuns};
-  Count(*note, 1);
-  return note + 1;
-}
-
-void* AllocateOrThrow(std::size_t size) {
-  void* block = Allocate(size);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-
-void Free(void* block) noexcept {
-  if (block == nullptr) return;
-  BlockNote* note = static_cast<BlockNote*>(block) - 1;
-  Count(*note, -1);
-  std::free(note);
-}
-
 HeapUse ProgramHeap() {
   return programHeap;
 }
@@ -76,44 +55,30 @@ bool StopFailing() {
   return hasFailed;
 }
 
-Side::Side(bool program) : before_(programRuns) {
-  programRuns = program;
-}
-
-Side::~Side() {
-  programRuns = before_;
-}
-
 }  // namespace ox::test
 
-// All forms that the library may pair with one another; over-aligned blocks are left to it.
-void* operator new(std::size_t size) {
-  return ox::test::AllocateOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-  return ox::test::AllocateOrThrow(size);
-}
+// The forms that single objects and containers use; arrays, which the program has none of, are left to the
+// library.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return ox::test::Allocate(size);
+  using namespace ox::test;
+  if (FailsNow()) return nullptr;
+  auto* note = static_cast<BlockNote*>(std::malloc(sizeof(BlockNote) + size));
+  if (note == nullptr) return nullptr;
+  *note = {size, Side::ProgramRuns()};
+  Count(*note, 1);
+  return note + 1;
 }
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return ox::test::Allocate(size);
+void* operator new(std::size_t size) {
+  void* block = operator new(size, std::nothrow);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
 }
 void operator delete(void* block) noexcept {
-  ox::test::Free(block);
-}
-void operator delete[](void* block) noexcept {
-  ox::test::Free(block);
+  if (block == nullptr) return;
+  ox::test::BlockNote* note = static_cast<ox::test::BlockNote*>(block) - 1;
+  ox::test::Count(*note, -1);
+  std::free(note);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {
-  ox::test::Free(block);
-}
-void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  ox::test::Free(block);
-}
-void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
-  ox::test::Free(block);
-}
-void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
-  ox::test::Free(block);
+  operator delete(block);
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/files.h"
+#include "support/side.h"
 
 namespace ox::test {
 
@@ -26,17 +27,20 @@ class MemoryFiles : public Files {
 
   using Files::Read;
   std::optional<Bytes> Read(const std::string& path, std::size_t limit) override {
+    const Shelter shelter;
     const auto file = content.find(path);
     if (file == content.end() || unreadable.contains(path)) return std::nullopt;
     return file->second.substr(0, limit);
   }
 
   bool Replace(const std::string& path, BytesView bytes) override {
+    const Shelter shelter;
     if (writable) content[path] = bytes;
     return writable;
   }
 
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override {
+    const Shelter shelter;
     if (!writable) return nullptr;
     ++openForAppending;
     content.try_emplace(path);
@@ -44,8 +48,14 @@ class MemoryFiles : public Files {
   }
 
   PathStyle Style() const override { return style; }
-  std::string WorkingFolder() override { return workingFolder; }
-  std::vector<std::string> Drives() override { return drives; }
+  std::string WorkingFolder() override {
+    const Shelter shelter;
+    return workingFolder;
+  }
+  std::vector<std::string> Drives() override {
+    const Shelter shelter;
+    return drives;
+  }
 
   std::optional<std::vector<std::string>> FoldersIn(const std::string& folder) override {
     return NamesIn(folder, true);
@@ -64,6 +74,7 @@ class MemoryFiles : public Files {
     Appender& operator=(const Appender&) = delete;
     ~Appender() override { --files_.openForAppending; }
     bool Append(BytesView bytes) override {
+      const Shelter shelter;
       if (files_.appendable == 0) return false;
       if (files_.appendable != kNoLimit) --files_.appendable;
       files_.content[path_] += bytes;
@@ -76,6 +87,7 @@ class MemoryFiles : public Files {
   };
 
   std::optional<std::vector<std::string>> NamesIn(std::string folder, bool folders) const {
+    const Shelter shelter;
     if (unreadable.contains(folder)) return std::nullopt;
     if (!folder.ends_with(style.separator)) folder += style.separator;
     std::set<std::string> names;

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "support/side.h"
+
 namespace ox::test {
 
 /// One port control of a window.
@@ -14,6 +16,7 @@ class TestPort : public SerialPort {
   ~TestPort() override { TestPort::Close(); }
 
   void SetSettings(std::string_view settings) override {
+    const Shelter shelter;
     settings_ = settings;
     const auto line = sim::ParseLineSettings(settings_);
     if (!line) throw PortError("settings");
@@ -28,6 +31,7 @@ class TestPort : public SerialPort {
   bool PortOpen() const override { return open_; }
 
   void Open() override {
+    const Shelter shelter;
     const auto line = ports_.lines_.find(number_);
     if (ports_.broken_ || open_ || line == ports_.lines_.end()) throw PortError("missing");
     if (std::ranges::any_of(ports_.open_,
@@ -41,11 +45,13 @@ class TestPort : public SerialPort {
   }
 
   void Close() noexcept override {
+    const Shelter shelter;
     open_ = false;
     std::erase(ports_.open_, this);
   }
 
   void Output(BytesView bytes) override {
+    const Shelter shelter;
     Check();
     const std::size_t passing = std::min(bytes.size(), ports_.sendable_.value_or(bytes.size()));
     ports_.sent_ += bytes.substr(0, passing);
@@ -61,6 +67,7 @@ class TestPort : public SerialPort {
   }
 
   Bytes Input() override {
+    const Shelter shelter;
     Check();
     sim::Endpoint* device = Device();
     if (device == nullptr) return {};
@@ -69,6 +76,7 @@ class TestPort : public SerialPort {
   }
 
   void SetModemLine(bool on) override {
+    const Shelter shelter;
     Check();
     ports_.modemLine_.push_back(on);
   }
@@ -96,6 +104,7 @@ class TestPort : public SerialPort {
 };
 
 std::unique_ptr<SerialPort> TestPorts::Create() {
+  const Shelter shelter;
   return std::make_unique<TestPort>(*this);
 }
 

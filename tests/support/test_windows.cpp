@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "support/side.h"
+
 namespace ox::test {
 namespace {
 
@@ -39,10 +41,9 @@ void TestWindows::OpenMain(Window& window) {
 }
 
 void TestWindows::OpenAndActivate(Window& window) {
-  caller_([&] {
-    window.Open();
-    window.Activate();
-  });
+  const Exposure exposure;
+  window.Open();
+  window.Activate();
 }
 
 void TestWindows::Pass(double seconds) {
@@ -51,11 +52,13 @@ void TestWindows::Pass(double seconds) {
 }
 
 void TestWindows::Yield() {
+  const Shelter shelter;
   RunDueActions();
   TickTimers();
 }
 
 void TestWindows::Rest() {
+  const Shelter shelter;
   ++rests_;
   WaitUntil(clock_.Elapsed() + (ports_.InputWaiting() ? kRoundSeconds : kRestSeconds));
 }
@@ -99,7 +102,8 @@ void TestWindows::TickTimers() {
       running.since = clock_.Elapsed();
     } else if (clock_.Elapsed() >= *running.since + Interval(*running.timer)) {
       running.since = clock_.Elapsed();
-      caller_([&] { running.timer->Tick(); });
+      const Exposure exposure;
+      running.timer->Tick();
     }
   }
 }
@@ -115,13 +119,15 @@ void TestWindows::Leave(Window& window) {
 }
 
 void TestWindows::ShowModal(Window& window) {
+  const Shelter shelter;
   shown_.push_back(window.Name());
   Enter(window);
   OpenAndActivate(window);
   if (window.IsOpen()) {
     const auto script = scripts_.find(window.Name());
     if (script == scripts_.end()) {
-      caller_([&] { window.RequestClose(); });
+      const Exposure exposure;
+      window.RequestClose();
     } else {
       script->second(window);
     }
@@ -136,6 +142,7 @@ void TestWindows::ShowModal(Window& window) {
 }
 
 ox::Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
+  const Shelter shelter;
   messages_.emplace_back(text);
   if (observer_) observer_(messages_.back());
   if (buttons == Buttons::Ok || answers_.empty()) return ox::Answer::Ok;

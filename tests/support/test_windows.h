@@ -36,12 +36,6 @@ class TestWindows : public WindowSystem {
   /// Called with every message box before it is answered.
   void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
 
-  /// Makes every call of the host into the program, but those of the scripts, through `caller`: a test tells
-  /// the two apart by it.
-  void CallProgramThrough(std::function<void(const std::function<void()>&)> caller) {
-    caller_ = std::move(caller);
-  }
-
   // What the user saw.
 
   const std::vector<std::string>& Messages() const { return messages_; }
@@ -86,7 +80,6 @@ class TestWindows : public WindowSystem {
   std::vector<Due> actions_;
   std::deque<ox::Answer> answers_;
   std::function<void(const std::string&)> observer_;
-  std::function<void(const std::function<void()>&)> caller_ = [](const auto& call) { call(); };
   std::vector<std::string> messages_;
   std::size_t messagesTaken_ = 0;
   std::vector<std::string> shown_;

@@ -1,9 +1,7 @@
-// The power monitor over a day, and what can go wrong in it.
+// The power monitor between its buttons, its device and its log.
 #include "power/power_monitor.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 #include "simulator/device.h"
 #include "support/scripted_device.h"
@@ -13,243 +11,217 @@ namespace ox::test {
 namespace {
 
 constexpr const char* kLog = "PowerManagementLog.txt";
-constexpr const char* kLogFailure = "Fehler beim Öffnen von PowerManagementLog.txt !";
-constexpr const char* kWrongAnswer = "Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!";
-const Bytes kNoPresetRequest = ">\x7F\r";  // as seven bits
+constexpr const char* kStoppedByLog = "idle: Fehler beim Öffnen von PowerManagementLog.txt !";
+const Bytes kNoPreset = ">\x7F\r";  // as seven bits
 const Bytes kSample = ">031703B630390352007B0005\r";
 
-class PowerMonitorTest : public ::testing::Test {
+class PowerMonitorTest : public testing::Test {
  protected:
-  void SetUp() override {
-    settings_.DeviceIdent = "OX 3";
-    Answer(&device_);
-  }
-
-  void Answer(sim::Endpoint* device) { host_.ports.Connect(1, device); }
-
-  /// The script of one sample.
-  static void ExpectSample(ScriptedDevice& device, const Bytes& request, const Bytes& reply) {
-    device.Expect("S", "A").Expect(request, reply).Expect("A");
-  }
-
-  void Start() {
+  PowerMonitorTest() {
+    host_.ports.Connect(1, &device_);
     host_.windows.OpenMain(monitor_);
+  }
+
+  void Answer(std::vector<ScriptedDevice::Piece> reply, const Bytes& request = kNoPreset) {
+    device_.Expect("S", "A").Expect(request, std::move(reply)).Expect("A");
+  }
+  /// The device answers so many requests with this.
+  void Answer(const Bytes& reply, int times = 1) {
+    for (int i = 0; i < times; ++i) Answer({{0, reply}});
+  }
+
+  /// Starts and lets the time pass until the last of so many ticks is over.
+  void Run(int ticks) {
     monitor_.MonitorStart.Click();
+    host_.windows.Pass(ticks + 0.1);
   }
 
-  bool Idle() const {
-    return monitor_.MonitorStart.Enabled() && !monitor_.MonitorStop.Enabled() &&
-           monitor_.Verlassen.Enabled() && !monitor_.PowerTimer.Enabled() &&
-           host_.files.openForAppending == 0 && host_.ports.OpenCount() == 0;
+  /// What the window and its log are in, and the messages since the last call.
+  std::string State() {
+    const bool running[] = {!monitor_.MonitorStart.Enabled(), monitor_.MonitorStop.Enabled(),
+                            !monitor_.Verlassen.Enabled(), monitor_.PowerTimer.Enabled(),
+                            host_.files.openForAppending != 0};
+    const auto signs = std::ranges::count(running, true);
+    std::string state = signs == std::ssize(running) ? "running" : signs != 0 ? "neither" : "idle";
+    if (!monitor_.IsOpen()) state += ", closed";
+    for (const std::string& message : host_.windows.TakeMessages()) state += ": " + message;
+    return state;
   }
 
-  bool Running() const {
-    return !monitor_.MonitorStart.Enabled() && monitor_.MonitorStop.Enabled() &&
-           !monitor_.Verlassen.Enabled() && monitor_.PowerTimer.Enabled() &&
-           host_.files.openForAppending == 1;
+  std::string Shown() const {
+    return monitor_.BatteryCapacity.Text() + "|" + monitor_.BatteryCheckCapacity.Text() + "|" +
+           monitor_.OperationVoltage.Text() + "|" + monitor_.BatteryVoltage.Text() + "|" +
+           monitor_.Temperature.Text() + "|" + monitor_.ChargeControllerState.Text();
   }
 
-  /// The log's lines behind the first header.
-  std::vector<std::string> Samples() {
-    std::vector<std::string> lines;
-    std::istringstream log(host_.files.content[kLog]);
-    for (std::string line; std::getline(log, line);) {
-      EXPECT_TRUE(line.ends_with('\r'));
-      if (line.size() > 1 && line.front() != '-') lines.push_back(line.substr(0, line.size() - 1));
-    }
-    return lines;
+  auto SamplesLogged() { return std::ranges::count(host_.files.content[kLog], 'N'); }
+
+  void Preset(const char* charge) {
+    monitor_.TPreset.Edit(charge);
+    monitor_.CPreset.Click();
   }
 
   TestHost host_;
   SessionSettings settings_;
-  sim::Device device_{sim::DeviceOptions{}};
+  ScriptedDevice device_;
   PowerMonitor monitor_{host_.host, settings_};
 };
 
-TEST_F(PowerMonitorTest, ShowsTheStatusAndTheLatestDialogueOnly) {
-  ScriptedDevice device;
-  for (int i = 0; i < 2; ++i) ExpectSample(device, kNoPresetRequest, kSample);
-  Answer(&device);
-  Start();
-  EXPECT_TRUE(Running());
+TEST_F(PowerMonitorTest, ShowsEveryReplyFieldByField) {
+  const std::pair<Bytes, std::string> repliesAndShown[] = {
+      {kSample, "79.1%|95.0%|12.345V|0.850V| 23°C|Schnellladung"},
+      {">0007000003E80001005F0001more\r", "0.7%|0.0%|1.000V|0.001V|-5°C|Entladung"},
+      {">7FFFFFFF8000FFF680000002\r", "3276.7%|0.1%|32.768V|0.010V|-32868°C|Ladung blockiert"},
+      {">03x7  12G00099-1006400 3\r", "0.3%|0.0%|0.000V|0.153V| 0°C|???"},  // up to what is no digit
+      {">006403b6006400640063000a\r", "10.0%|95.0%|0.100V|0.100V|-1°C|Ladung verhindert"},
+      {">006403B6006400640063000\r", "10.0%|95.0%|0.100V|0.100V|-1°C|???"},
+      {">006403B600640064006300\r", "|||||"},  // too short
+      {">000000000000000000000003\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Warten auf Temperatur"},
+      {">000000000000000000000004\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Initialladung"},
+      {">000000000000000000000006\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Zeitgesteuerte Ladung"},
+      {"\r", "|||||"},
+      {">000000000000000000000007\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Überladung"},
+      {">000000000000000000000008\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Ladung beendet"},
+      {">000000000000000000000009\r", "0.0%|0.0%|0.000V|0.000V|-100°C|Akkukontrolle"},
+      {">00000000000000000000000B\r", "0.0%|0.0%|0.000V|0.000V|-100°C|???"},
+      {">00000000000000000000FFFF\r", "0.0%|0.0%|0.000V|0.000V|-100°C|???"},
+  };
+  Run(0);
+  for (const auto& [reply, shown] : repliesAndShown) {
+    Answer(reply);
+    host_.windows.Pass(1);
+    EXPECT_EQ(Shown(), shown) << reply;
+  }
+  EXPECT_EQ(SamplesLogged(), 14) << "all that were shown";
+}
+
+TEST_F(PowerMonitorTest, LogsEveryChangeAndEveryMinuteOfItsRuns) {
+  host_.clock.StartAt(23, 59, 57.5);
+  Answer(kSample, 3);
+  Answer(">031703B630390352007B0007\r", 61);
+  Run(64);
+  monitor_.MonitorStop.Click();
+  host_.windows.Pass(1);
+  Answer(kSample);
+  Run(1);
+  const std::string header = "\r\n\r\n" + std::string(140, '-') + "\r\n";
+  const auto line = [](const std::string& time, const std::string& state) {
+    return "11-" + time +
+           "  Akkuldg:  79.1%  Akkuspg: 0.850V  Netzteilspg: 12.345V  Kapazität:  95.0%  Temp.: 23°C  "
+           "Ladebetrieb: " +
+           state + "\r\n";
+  };
+  EXPECT_EQ(host_.files.content[kLog], header + line("16-2026 23:59:58", "Schnellladung") +
+                                           line("17-2026 00:00:00", "Schnellladung") +  // midnight
+                                           line("17-2026 00:00:01", "Überladung") +
+                                           line("17-2026 00:01:01", "Überladung") + header +
+                                           line("17-2026 00:01:03", "Schnellladung"));
+}
+
+TEST(PowerLog, KeepsTheEndsOfLongTextsAndIsDueHalfASecondEarly) {
+  EXPECT_EQ(LogLine({2027, 1, 2, 3, 4, 5}, {"3276.7%", "0.7%", "0.001V", "+20.000V", "-32868°C", "???"}),
+            "01-02-2027 03:04:05  Akkuldg: 276.7%  Akkuspg:20.000V  Netzteilspg:  0.001V  "
+            "Kapazität:   0.7%  Temp.:868°C  Ladebetrieb: ???");
+  LogRule rule;
+  rule.Restart(30);
+  EXPECT_TRUE(rule.TakeIfDue(0, 30)) << "the first sample always";
+  EXPECT_FALSE(rule.TakeIfDue(0, 89.25F));
+  EXPECT_TRUE(rule.TakeIfDue(0, 89.5F));
+}
+
+TEST_F(PowerMonitorTest, RunsBetweenStartAndStopp) {
+  EXPECT_EQ(State(), "idle");
+  Run(0);
+  EXPECT_EQ(State(), "running");
   EXPECT_EQ(host_.ports.Sent(), "") << "the first request goes out with the first tick";
-  host_.windows.Pass(2.5);
-  EXPECT_TRUE(device.Done());
-  EXPECT_EQ(device.Unexpected(), "");
+  Answer(kSample, 3);
+  host_.windows.Pass(2);
   EXPECT_EQ(host_.ports.Sent(), "S>\xFF\rAS>\xFF\rA");
-  EXPECT_EQ(monitor_.BatteryCapacity.Text() + monitor_.BatteryCheckCapacity.Text(), "79.1%95.0%");
-  EXPECT_EQ(monitor_.OperationVoltage.Text() + monitor_.BatteryVoltage.Text(), "12.345V0.850V");
-  EXPECT_EQ(monitor_.Temperature.Text() + monitor_.ChargeControllerState.Text(), " 23°CSchnellladung");
   EXPECT_EQ(monitor_.datanz.Text(),
             "PC -> OX  S\r\nPC <- OX  A\r\nPC -> OX  >ÿ<CR>\r\n"
             "PC <- OX  >031703B630390352007B0005<CR>\r\nPC -> OX  A");
-  EXPECT_EQ(Samples().size(), 1U);
   monitor_.MonitorStop.Click();
-  EXPECT_TRUE(Running()) << "until the next tick";
+  EXPECT_EQ(State(), "running") << "until the next tick";
   host_.windows.Pass(1);
-  EXPECT_TRUE(Idle());
-}
-
-TEST_F(PowerMonitorTest, ADayLosesNoLineAndKeepsNothing) {
-  constexpr double kDay = 86400;
-  host_.clock.StartAt(10, 0, 0.25);
-  std::size_t states = 0;
-  std::size_t longestTrace = 0;
-  monitor_.ChargeControllerState.ConnectView([&](Change) { ++states; });
-  monitor_.datanz.ConnectView(
-      [&](Change) { longestTrace = std::max(longestTrace, monitor_.datanz.Text().size()); });
-  Start();
-  host_.windows.Pass(kDay + 0.5);
-  EXPECT_TRUE(Running());
-  EXPECT_GE(host_.ports.Openings().size(), kDay - 1) << "one dialogue a tick";
-
-  const std::vector<std::string> lines = Samples();
-  std::size_t changes = 0;
-  int last = -1000;
-  std::string lastState;
-  for (const std::string& line : lines) {
-    const int day = std::stoi(line.substr(3, 2)) - 16;
-    const int now = ((day * 24 + std::stoi(line.substr(11, 2))) * 60 + std::stoi(line.substr(14, 2))) * 60 +
-                    std::stoi(line.substr(17, 2));
-    const std::string state = line.substr(line.rfind(": ") + 2);
-    const bool midnight = day == 1 && now % static_cast<int>(kDay) <= 1;
-    if (state != lastState) ++changes;
-    EXPECT_TRUE(lastState.empty() || now - last <= 61) << line;
-    EXPECT_TRUE(state != lastState || midnight || now - last >= 59) << line;
-    last = now;
-    lastState = state;
-  }
-  EXPECT_EQ(changes, states) << "every state that was shown stands in the log";
-  EXPECT_GT(states, 1000U);
-  EXPECT_LT(longestTrace, 200U);
-}
-
-TEST_F(PowerMonitorTest, APresetIsSentOnce) {
-  ScriptedDevice device;
-  ExpectSample(device, kNoPresetRequest, kSample);
-  ExpectSample(device, ">\x32\r", kSample);
-  for (int i = 0; i < 2; ++i) ExpectSample(device, kNoPresetRequest, kSample);
-  ExpectSample(device, Bytes(">\0\r", 3), kSample);
-  Answer(&device);
-  Start();
-  host_.windows.Pass(1.5);
-  const auto preset = [this](const char* text) {
-    monitor_.TPreset.Edit(text);
-    monitor_.CPreset.Click();
-  };
-  preset("50");
-  host_.windows.Pass(2);
-  preset("150");
-  host_.windows.Pass(1);
-  preset("kein");
-  host_.windows.Pass(1);
-  EXPECT_TRUE(device.Done());
-  EXPECT_EQ(device.Unexpected(), "");
-}
-
-TEST_F(PowerMonitorTest, AShortReplyBlanksTheDisplaysAndIsNotLogged) {
-  ScriptedDevice device;
-  ExpectSample(device, kNoPresetRequest, kSample);
-  ExpectSample(device, kNoPresetRequest, ">031703B6\r");
-  ExpectSample(device, kNoPresetRequest, "\r");
-  Answer(&device);
-  Start();
-  host_.windows.Pass(3.5);
-  EXPECT_TRUE(Running());
-  for (const Label* display :
-       {&monitor_.BatteryCapacity, &monitor_.BatteryCheckCapacity, &monitor_.OperationVoltage,
-        &monitor_.BatteryVoltage, &monitor_.Temperature, &monitor_.ChargeControllerState}) {
-    EXPECT_EQ(display->Text(), "") << display->Name();
-  }
-  EXPECT_EQ(Samples().size(), 1U);
-}
-
-TEST_F(PowerMonitorTest, StopsWhenTheDeviceFallsSilentAndStartsAgain) {
-  Start();
-  host_.windows.Pass(1.5);
-  device_.Faults().Add({.which = {.times = 3}});
-  host_.windows.Pass(5);
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(host_.windows.TakeMessages(), std::vector<std::string>{kWrongAnswer});
-  monitor_.MonitorStart.Click();
-  host_.windows.Pass(1.5);
-  EXPECT_TRUE(Running());
-  EXPECT_EQ(Samples().size(), 2U) << "the first sample of each run";
-  host_.ports.Break();
-  host_.windows.Pass(1);
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(host_.windows.TakeMessages(), std::vector<std::string>{"1: lässt sich nicht öffnen!"});
-}
-
-/// A reply that takes 2.5 seconds: two ticks come while it is under way.
-class SlowPowerMonitorTest : public PowerMonitorTest {
- protected:
-  void SetUp() override {
-    slow_.Expect("S", "A")
-        .Expect(kNoPresetRequest,
-                {{0.9, kSample.substr(0, 5)}, {1.7, kSample.substr(5, 5)}, {2.5, kSample.substr(10)}})
-        .Expect("A");
-    Answer(&slow_);
-    Start();
-  }
-
-  ScriptedDevice slow_;
-};
-
-TEST_F(SlowPowerMonitorTest, TicksNeverOverlapAndStopTakesEffectAfterTheReply) {
-  host_.windows.In(2.2, [this] { monitor_.MonitorStop.Click(); });
-  host_.windows.Pass(3.7);
-  EXPECT_EQ(host_.ports.Sent(), "S>\xFF\rA");
-  EXPECT_EQ(Samples().size(), 1U) << "the reply still counts";
-  EXPECT_TRUE(Running());
-  host_.windows.Pass(1.1);
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(host_.ports.Sent(), "S>\xFF\rA");
-}
-
-TEST_F(SlowPowerMonitorTest, ClosingDuringADialogueWaitsForIt) {
-  host_.windows.In(2.2, [this] { monitor_.RequestClose(); });
-  host_.windows.In(3.3, [this] { EXPECT_TRUE(monitor_.IsOpen()); });
-  host_.windows.Pass(3.7);
-  EXPECT_FALSE(monitor_.IsOpen());
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(Samples().size(), 1U);
-}
-
-TEST_F(PowerMonitorTest, StartsAgainAfterAStopAndStopsBeforeItCloses) {
-  Start();
-  monitor_.MonitorStop.Click();
-  host_.windows.Pass(1.5);
-  EXPECT_TRUE(Idle());
-  monitor_.MonitorStart.Click();
-  host_.windows.Pass(1.5);
-  EXPECT_TRUE(Running());
-  monitor_.Verlassen.Click();
-  EXPECT_TRUE(monitor_.IsOpen()) << "disabled while it runs";
+  EXPECT_EQ(State(), "idle");
+  Run(1);
+  Preset("50");
   monitor_.RequestClose();
-  EXPECT_FALSE(monitor_.IsOpen());
-  EXPECT_TRUE(Idle());
-  host_.windows.OpenMain(monitor_);
+  EXPECT_EQ(State(), "idle, closed");
+  monitor_.Open();
+  Answer(kSample);
+  Run(1);
+  EXPECT_EQ(State(), "running") << "the preset is forgotten";
+  monitor_.MonitorStop.Click();
+  host_.windows.Pass(1);
   monitor_.Verlassen.Click();
-  EXPECT_FALSE(monitor_.IsOpen());
+  EXPECT_EQ(State(), "idle, closed");
 }
 
-TEST_F(PowerMonitorTest, ALogThatCannotBeWrittenStopsIt) {
-  host_.files.writable = false;
-  Start();
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(host_.windows.TakeMessages(), std::vector<std::string>{kLogFailure});
-  EXPECT_EQ(host_.ports.Sent(), "");
+TEST_F(PowerMonitorTest, SendsAPresetFrom0To100Once) {
+  sim::Device device{sim::DeviceOptions{}};
+  host_.ports.Connect(1, &device);
+  Run(0);
+  const std::pair<const char*, char> textsAndPresets[] = {
+      {"50", 50},         {" 50%", 50},    {"+7", 7},         {"007", 7},
+      {"12,9", 12},       {"", 0},         {"ä50", 0},        {"nan", 0},
+      {"-", 0},           {".6", 1},       {"0.5", 0},        {"1.5", 2},
+      {"2.50", 2},        {"2.5001", 3},   {"2.49", 2},       {"99.9", 100},
+      {"100.5", 100},     {"-0.5", 0},     {"-1", '\xFF'},    {"-1.5", '\xFF'},
+      {"100.51", '\xFF'}, {"150", '\xFF'}, {"65586", '\xFF'}, {"4294967346", '\xFF'},
+  };
+  for (const auto& [text, preset] : textsAndPresets) {
+    Preset(text);
+    host_.ports.ForgetSent();
+    host_.windows.Pass(2);
+    EXPECT_EQ(host_.ports.Sent(), Bytes("S>") + preset + "\rAS>\xFF\rA") << text;
+  }
+}
 
+TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
+  const std::vector<ScriptedDevice::Piece> slow{
+      {0.9, kSample.substr(0, 5)}, {1.7, kSample.substr(5, 5)}, {2.5, kSample.substr(10)}};
+  Answer(slow);
+  host_.windows.In(2.1, [this] { Preset("50"); });
+  host_.windows.In(2.2, [this] { monitor_.MonitorStop.Click(); });
+  Run(3);
+  EXPECT_EQ(State(), "running");
+  host_.windows.Pass(1.4);
+  EXPECT_EQ(State(), "idle");
+  EXPECT_EQ(host_.ports.Sent(), "S>\xFF\rA") << "ticks never overlap";
+  Answer(slow, ">\x32\r");  // what was preset meanwhile
+  host_.windows.In(2.2, [this] { monitor_.RequestClose(); });
+  host_.windows.In(3.3, [this] { EXPECT_EQ(State(), "running"); });
+  Run(4);
+  EXPECT_EQ(State(), "idle, closed");
+  EXPECT_EQ(SamplesLogged(), 2);
+}
+
+TEST_F(PowerMonitorTest, StopsWhenDevicePortOrLogFailsAndStartsAgain) {
+  Answer(kSample);
+  Run(6);
+  EXPECT_EQ(State(), "idle: Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!");
+  host_.ports.Break();
+  Run(1);
+  EXPECT_EQ(State(), "idle: 1: lässt sich nicht öffnen!");
+
+  host_.ports.Mend();
+  host_.ports.ForgetSent();
+  host_.files.writable = false;
+  Run(1);
+  EXPECT_EQ(State(), kStoppedByLog);
   host_.files.writable = true;
-  host_.files.appendable = 4;  // header and first sample
-  monitor_.MonitorStart.Click();
-  host_.windows.Pass(1.5);
-  EXPECT_TRUE(Running());
+  host_.files.appendable = 2;  // lines: a part of the header
+  Run(1);
+  EXPECT_EQ(State(), kStoppedByLog);
+  EXPECT_EQ(host_.ports.Sent(), "");
+  host_.files.appendable = 4;  // the header and the first sample
   host_.windows.OnMessage([this](const std::string&) { host_.windows.Pass(3); });
-  host_.windows.Pass(62);
-  EXPECT_TRUE(Idle());
-  EXPECT_EQ(host_.windows.TakeMessages(), std::vector<std::string>{kLogFailure});
+  Answer(kSample, 61);
+  Run(60);
+  EXPECT_EQ(State(), "running");
+  host_.windows.Pass(2);
+  EXPECT_EQ(State(), kStoppedByLog);
 }
 
 }  // namespace

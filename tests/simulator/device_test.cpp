@@ -1,260 +1,133 @@
-// The simulated device: its line, its text dialogue and its faults there.
+// The simulated device and the simulated modem: their text dialogues and what they tell.
 #include "simulator/device.h"
 
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <set>
+
 #include "simulator/line_pc.h"
+#include "simulator/modem.h"
 
 namespace ox::sim {
 namespace {
 
-constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";
-constexpr BytesView kUpdateAcknowledgement = "@UPDATEACK\r";
+using namespace std::string_literals;
 
-StationData TwoOffices() {
-  StationData stations;
-  stations.parameters = {{"0012", "Pegel    ", "cm "}, {"0340", "Wasser   ", "^C "}};
-  stations.points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0340"}},
-                     {"00000009", "456", "Wehr ", 0, 0, {"0012"}}};
-  return stations;
-}
+const Bytes kIdentification = "OX 3 SW 3.20 11/2026 \r|";
 
-DeviceOptions WithStations() {
-  DeviceOptions options;
-  options.stations = TwoOffices();
-  return options;
-}
-
-ReplySelection Every(ReplyStage stage) {
-  return {stage, std::nullopt, 0, 1000};
-}
-
-TEST(DeviceDialogue, IdentifiesItselfAndTakesWhatFollowsSilently) {
+TEST(Device, WakesUpTakesOneRequestAndSleeps) {
   Device device({});
-  LinePc pc(device);
-  EXPECT_EQ(pc.Dialogue("K"), "OX 3 SW 3.20 11/2026 \r");
-  EXPECT_EQ(pc.Ask("N"), "");
-  EXPECT_EQ(pc.Ask("K"), "") << "asleep again";
-  DeviceOptions options;
-  options.generation = 1;
-  options.version = "1.0";
-  Device first(options);
-  EXPECT_EQ(LinePc(first).Dialogue("K"), "OX 1 1.0             \r");
-  options.type = "ZX";
-  Device other(options);
-  EXPECT_EQ(LinePc(other).Dialogue("K"), "ZX   1.0             \r");
+  LinePc pc{device};
+  EXPECT_EQ(pc.Talk({"K", "S", "S", "K", "N", "K"}), "|A|A|" + kIdentification + "||");
+  EXPECT_EQ(pc.Talk({"S", "N", "T"}), "A|||") << "the PC gives up";
+  EXPECT_EQ(pc.Talk({"SK", "\rS", "A"}), "|A||")
+      << "a text that goes on is no wake-up, and ends with its line";
+  EXPECT_EQ(pc.Talk({"S" + Bytes(79, 'x'), "S", "A"}), "|A||") << "or where no request is so long";
+  EXPECT_EQ(pc.Talk({"S", "J123"}), "A||");
+  pc.now += Dialogue::kPatience;
+  EXPECT_EQ(pc.Talk({"\r", "S", "J123"}), "N|A||");
+  pc.now += Dialogue::kPatience + 0.01;
+  EXPECT_EQ(pc.Talk({"S", "N"}), "A||") << "the request is forgotten";
+
+  device.Receive("S", pc.line, 100);
+  EXPECT_DOUBLE_EQ(device.NextOutput().value(), 100 + 20.0 / 9600) << "after a pause of two characters";
+  EXPECT_EQ(device.TakeOutput(100 + 19.9 / 9600), "");
+  EXPECT_EQ(device.TakeOutput(100 + 20.1 / 9600), "A");
 }
 
-TEST(DeviceDialogue, AnswersTheWakeUpOnlyAfterAPause) {
-  Device device({});
-  LinePc pc(device);
-  pc.Send("S");
-  ASSERT_TRUE(device.NextOutput().has_value());
-  EXPECT_DOUBLE_EQ(*device.NextOutput(), 20.0 / 9600);
-  EXPECT_EQ(device.TakeOutput(19.0 / 9600), "");
-  EXPECT_EQ(device.TakeOutput(21.0 / 9600), "A");
-
-  pc.Send("K");
-  pc.Ask("A");
-  pc.Send("S");
-  EXPECT_EQ(pc.Ask("K"), "") << "a text that goes on is no wake-up";
-  pc.Ask("\r");
-  EXPECT_EQ(pc.Ask("S"), "A") << "and ends with its line";
-  EXPECT_EQ(pc.Ask("S"), "A") << "a second wake-up begins again";
-  EXPECT_EQ(pc.Ask("N"), "");
-  EXPECT_EQ(pc.Ask("T"), "") << "the PC has given up";
-}
-
-TEST(DeviceDialogue, ForgetsARequestThatDoesNotCome) {
-  Device device({});
-  LinePc pc(device);
-  EXPECT_EQ(pc.Ask("S"), "A");
-  EXPECT_EQ(pc.Ask("J123"), "");
-  pc.Pass(Dialogue::kPatience + 1);
-  EXPECT_EQ(pc.Ask("S"), "A");
-}
-
-TEST(DeviceDialogue, UnderstandsOnlyItsOwnSettings) {
-  struct Case {
-    LineSettings pc;
-    bool understood = false;
-  };
-  const Case cases[] = {
-      {{9600, 'O', 7}, true},  {{9600, 'O', LineSettings::kUnknownBits}, true}, {{9600, 'O', 8}, false},
-      {{9600, 'E', 7}, false}, {{9600, LineSettings::kNotOdd, 7}, false},       {{4800, 'O', 7}, false},
-      {kLoaderLine, false},
-  };
-  for (const Case& row : cases) {
-    Device device({});
-    EXPECT_EQ(LinePc(device, row.pc).Ask("S"), row.understood ? "A" : "") << row.pc.baud << row.pc.parity;
-    DeviceOptions options;
-    options.rubbishWhenUnfit = true;
-    Device noisy(options);
-    EXPECT_EQ(LinePc(noisy, row.pc).Ask("S").size(), 1U);
+TEST(Device, UnderstandsOnlyItsOwnSettings) {
+  Device silent({});
+  Device noisy({.rubbishWhenUnfit = true});
+  for (const LineSettings& line : {LineSettings{9600, 'O', 8}, {9600, 'E', 7}, {4800, 'O', 7}, kLoaderLine}) {
+    EXPECT_EQ((LinePc{silent, line}.Talk({"S"})), "|") << line.baud << line.parity;
+    EXPECT_EQ((LinePc{noisy, line}.Talk({"S"})).size(), 2U);
   }
-  EXPECT_TRUE(Fits({19200, LineSettings::kNotOdd, 0}, kLoaderLine)) << "a pseudo-terminal hides the rest";
 }
 
-TEST(DeviceDialogue, AnswersPollsFromItsStations) {
-  Device device(WithStations());
-  LinePc pc(device);
-  struct Case {
-    Bytes request;
-    size_t records;
-    Bytes first;
-  };
-  const Case several[] = {
-      {"P", 3, "12345678: 0012 "},
-      {"J123               \r", 2, "12345678: 0012 "},
-      {"J456               \r", 1, "00000009: 0012 "},
-      {"J789               \r", 0, ""},
-      {"J              0340\r", 1, "12345678: 0340 "},
-      {"J456 12345678:     \r", 2, "12345678: 0012 "},  // with a number the office does not count
-  };
-  for (const Case& row : several) {
-    const Bytes reply = pc.Dialogue(row.request);
-    EXPECT_EQ(reply.size(), 1 + row.records * 24 + 2) << row.request;
-    EXPECT_EQ(reply.substr(0, 1 + row.first.size()), "\r" + row.first);
-    EXPECT_TRUE(reply.ends_with("E\r"));
-  }
-  const Bytes single = pc.Dialogue("J    12345678: 0012\r");
-  EXPECT_EQ(single.size(), 25U);
-  EXPECT_EQ(single.substr(0, 16), "012345678: 0012 ");
-  EXPECT_EQ(single.back(), '\r');
-  const Bytes longer = pc.Dialogue("Z    12345678: 0340\r");
-  EXPECT_EQ(longer.substr(0, 16), "012345678: 0340 ");
-  EXPECT_GT(longer.size(), 25U);
-}
-
-TEST(DeviceDialogue, RefusesWhatItCannotAnswer) {
-  Device device(WithStations());
-  LinePc pc(device);
-  const std::pair<Bytes, Bytes> cases[] = {
+TEST(Device, AnswersRequestsColumnByColumn) {
+  Device device({.stations = {.parameters = {{"0012", "Pegel    ", "cm "}, {"0340", "Luftdruck", "hPa"}},
+                              .points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0340"}},
+                                         {"00000009", "4A6", "Wehr ", 0, 0, {"0012"}}}},
+                 .clockStart = 951782399});
+  LinePc pc{device};
+  const std::string stage = "12345678: 0012 [ fs]    [ 0-9]{3}";
+  const std::string pressure = "12345678: 0340 [ fs] ( 9[89]|10[0-3])\\d[.]\\d\r";
+  const std::string weir = "00000009: 0012 [ fs]    [ 0-9]{3}\r";
+  const std::pair<Bytes, std::string> rows[] = {
+      {"T", "028.02.00 23:59:59\r"},
+      {"P", "\r" + stage + "\r" + pressure + weir + "E\r"},
+      {"J4A6               \r", "\r" + weir + "E\r"},
+      {"J789               \r", "\rE\r"},
+      {"J              0340\r", "\r" + pressure + "E\r"},
+      {"J4A6 12345678:     \r", "\r" + stage + "\r" + pressure + "E\r"},  // the number alone counts
+      {"J    12345678: 0012\r", "0" + stage + "\r"},
+      {"Z    12345678: 0012\r", "0" + stage + " cm \r"},
       {"J    12345678: 0999\r", "R"},
-      {"Z    99999999: 0012\r", "R"},
-      {"Z    12345678:     \r", "N"},
-      {"J12  12345678: 0012\r", "N"},
-      {"J    1234567x: 0012\r", "N"},
-      {"J\r", "N"},
-      {"Q\r", "N"},
-      {Bytes(80, 'x'), "N"},
-  };
-  for (const auto& [request, answer] : cases) EXPECT_EQ(pc.Dialogue(request), answer) << request;
-}
-
-TEST(DeviceDialogue, TellsItsTime) {
-  DeviceOptions options;
-  options.clockStart = 951782399;  // 28.02.2000 23:59:59
-  Device device(options);
-  LinePc pc(device);
-  EXPECT_EQ(pc.Dialogue("T"), "028.02.00 23:59:59\r");
-  pc.Pass(2);
-  EXPECT_EQ(pc.Dialogue("T"), "029.02.00 00:00:01\r");
-}
-
-TEST(DeviceDialogue, ANewDialogueCutsAnOldReplyOff) {
-  Device device(WithStations());
-  LinePc pc(device);
-  pc.Ask("S");
-  pc.Send("P");
-  pc.Pass(1);
-  EXPECT_EQ(device.TakeSome(pc.Now(), 5), "\r1234");
-  EXPECT_EQ(pc.Ask("S"), "A");
-}
-
-TEST(DeviceFaults, SpoilChosenRepliesOfTheDialogue) {
-  struct Case {
-    ReplyFault fault;
-    Bytes request;
-    Bytes answer;
-  };
-  const Case cases[] = {
-      {{Every(ReplyStage::DialogueWakeUp), ReplyFault::Kind::Silence}, "K", "-"},
-      {{Every(ReplyStage::DialogueWakeUp), ReplyFault::Kind::Replaced, "X"}, "K", "-X"},
-      {{Every(ReplyStage::DialogueWakeUp), ReplyFault::Kind::Late, "", 1.5}, "K", "-"},
-      {{{ReplyStage::DialogueReply, 'K'}, ReplyFault::Kind::Replaced, "N"}, "K", "N"},
-      {{{ReplyStage::DialogueReply, 'P', 1}, ReplyFault::Kind::Silence}, "P", "\rE\r"},
-      {{Every(ReplyStage::DialogueReply), ReplyFault::Kind::Split, "", 0.1}, "K", "OX 3 SW 3.20 11/2026 \r"},
-  };
-  for (const Case& row : cases) {
-    DeviceOptions options = WithStations();
-    options.stations.points.resize(1);
-    options.stations.points[0].parameters.resize(1);
-    Device device(options);
-    device.Faults().Add(row.fault);
-    EXPECT_EQ(LinePc(device).Dialogue(row.request), row.answer);
+      {"Z    99999999: 0012\r", "R"}};
+  for (const auto& [request, pattern] : rows) {
+    const Bytes reply = pc.Talk({"S", request});
+    EXPECT_TRUE(std::regex_match(reply, std::regex("A[|]" + pattern + "[|]"))) << request << "\n" << reply;
   }
-}
-
-TEST(DeviceFaults, ShapePollReplies) {
-  const auto collective = [](const ReplyShape& shape) {
-    DeviceOptions options = WithStations();
-    options.replies = shape;
-    Device device(options);
-    return LinePc(device).Dialogue("P");
-  };
-  EXPECT_EQ(collective({1000, {}, {}, false}).size(), 1 + 1002 * 24 + 2U) << "whole rounds of three";
-  EXPECT_EQ(collective({0, 2, {}, false}).size(), 1 + 2 * 24U);
-  EXPECT_EQ(collective({0, {}, {}, true}).size(), 1 + 2 * 24 + 12U);
-  EXPECT_EQ(collective({0, 0, {}, true}), "\r");
-  DeviceOptions options = WithStations();
-  options.replies.cutRecord = true;
-  Device device(options);
-  LinePc pc(device);
-  EXPECT_EQ(pc.Dialogue("J    12345678: 0012\r"), "012345678: 00");
-  EXPECT_EQ(pc.Dialogue("J    12345678: 0999\r"), "R");
-}
-
-TEST(DeviceLoader, TakesOverAtItsOwnSettings) {
-  Device device({});
-  LinePc pc(device);
-  pc.Send(kUpdateRequest);
-  EXPECT_TRUE(device.LoaderRunning());
-  EXPECT_EQ(device.Line(), kLoaderLine);
-  EXPECT_EQ(pc.Ask("S"), kUpdateAcknowledgement) << "and nothing at the old settings";
-  pc.Set(kLoaderLine);
-  EXPECT_EQ(pc.Ask("S"), "A");
-  const Bytes leave("X\x13\x58\0\0\0\0\x3D", 8);
-  EXPECT_EQ(pc.Ask(leave), "A");
-  EXPECT_FALSE(device.LoaderRunning());
-  EXPECT_EQ(pc.Ask("S"), "");
-  pc.Set({9600, 'O', 7});
-  EXPECT_EQ(pc.Dialogue("K").size(), 22U);
-}
-
-TEST(DeviceLoader, ARequestLostOnTheWayChangesNothing) {
-  Device device({});
-  device.Faults().Add({{ReplyStage::UpdateAcknowledgement}, ReplyFault::Kind::Silence, "", 0, true});
-  LinePc pc(device);
-  EXPECT_EQ(pc.Ask(kUpdateRequest), "");
-  EXPECT_FALSE(device.LoaderRunning());
-  EXPECT_EQ(pc.Ask(kUpdateRequest), kUpdateAcknowledgement);
-}
-
-TEST(DeviceLoader, RunsFromTheStartWhenSwitchedOnThatWay) {
-  DeviceOptions options;
-  options.startInLoader = true;
-  Device device(options);
-  EXPECT_EQ(LinePc(device).Ask("S"), "");
-  EXPECT_EQ(LinePc(device, kLoaderLine).Ask("S"), "A");
-  device.Restart();
-  EXPECT_EQ(LinePc(device).Dialogue("K").size(), 22U) << "its program is sound";
-}
-
-TEST(DevicePower, TellsItsStatusAndObeysThePreset) {
-  Device device({});
-  LinePc pc(device);
-  const Bytes status = pc.Dialogue(">\xFF\r");
-  ASSERT_EQ(status.size(), 26U);
-  EXPECT_EQ(status.substr(0, 5), "00317");
-  for (const int percent : {0, 13, 50, 83, 100}) {  // among them CR and "S"
-    const Bytes reply = pc.Dialogue(Bytes(">") + ByteOf(static_cast<unsigned>(percent)) + "\r");
-    EXPECT_EQ(std::stoi(reply.substr(1, 4), nullptr, 16), percent * 10);
+  for (const Bytes& request : {"Z    12345678:     \r"s, "J12  12345678: 0012\r"s, "J    1234567x: 0012\r"s,
+                               "J\r"s, "Q\r"s, ">SS"s, Bytes(80, 'x')}) {
+    EXPECT_EQ(pc.Talk({"S", request}), "A|N|") << request;
   }
-  DeviceOptions options;
-  options.generation = 2;
-  Device older(options);
-  EXPECT_EQ(LinePc(older).Dialogue(">\xFF\r"), "N");
+  const std::pair<Bytes, Bytes> presets[] = {{"\xFF", "00317"},
+                                             {"\0"s, "00000"},
+                                             {"\r", "00082"},
+                                             {"S", "0033E"},
+                                             {"d", "003E8"}};  // none, 0, 13, 83 and 100 percent
+  for (const auto& [preset, charge] : presets)
+    EXPECT_EQ(pc.Talk({"S", ">" + preset + "\r"}).substr(2, 5), charge);
+  pc.now = 2;
+  EXPECT_EQ(pc.Talk({"S", "T"}), "A|029.02.00 00:00:01\r|");
+  device.Receive("S", pc.line, pc.now);
+  device.Receive("P", pc.line, pc.now + 1);
+  EXPECT_EQ(device.TakeSome(pc.now + 2, 6), "A\r1234");
+  EXPECT_EQ(pc.Talk({"S", "N"}), "A||") << "a new dialogue cuts an old reply off";
+  Device older({.generation = 2, .type = "ZX", .version = "1.0"});
+  EXPECT_EQ((LinePc{older}.Talk({"S", "K", "S", ">\xFF\r"})), "A|ZX   1.0             \r|A|N|");
+}
+
+TEST(Device, ItsBatteryRunsThroughAllStatesInAQuarterOfAnHour) {
+  PowerSupply supply;
+  std::set<int> states;
+  for (int second = 0; second <= 900; ++second) {
+    supply.Advance(second);
+    states.insert(supply.Status().state);
+    EXPECT_EQ(supply.Status().mainsVoltage == 0, supply.Status().state == 1) << second;
+  }
+  EXPECT_EQ(states, (std::set<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+TEST(Device, ItsLoaderTakesOverAtItsOwnSettingsUntilARestart) {
+  Device device({});
+  device.Faults().Add({.which = {ReplyStage::UpdateAcknowledgement}, .requestLost = true});
+  LinePc pc{device};
+  EXPECT_EQ(pc.Talk({"S@UPDATEREQ\r", "S", "K"}), "|A|" + kIdentification) << "the request was lost";
+  EXPECT_EQ(pc.Talk({"S@UPDATEREQ\r", "S"}), "@UPDATEACK\r||");
+  EXPECT_EQ((LinePc{device, kLoaderLine}.Talk({"S", "X\x13\x58\0\0\0\0\x3D"s, "S"})), "A|A||");
+  EXPECT_EQ(pc.Talk({"S", "K"}), "A|" + kIdentification);
+}
+
+TEST(SimulatedModem, TakesSoundRecordsAndSendsThemOnOrder) {
+  const Bytes office = "*123 161106 1430\r";
+  const Bytes value = "#12345678: 0012 s  12.3 \r";
+  const Bytes missing = "#12345678: 0012   -#### \r";
+  SimulatedModem modem({.burstPeriod = 100});
+  LinePc pc{modem};
+  EXPECT_EQ(pc.Talk({"S", office, "S", value, "S", missing, office}), "A|A|A|A|A|A||");
+  EXPECT_EQ(pc.Talk({"S", "*123 161106 143\r", "S", "\r", "S", Bytes(80, '#')}), "A|NR|A|NR|A|NR|");
+  EXPECT_EQ(pc.Talk({"S", "#12345678: 0012 s  12.3\r", "S", "#12345678: 0012 s +12.3 \r"}), "A|NR|A|NR|");
+  EXPECT_EQ(pc.Talk({"S", "N", office}), "A|||") << "the PC gives up";
+  EXPECT_EQ((LinePc{modem, {9600, 'E', 7}}.Talk({"S"})), "|");
+  modem.DropModemLine(pc.now);
+  const Bytes burst = "CONNECT\r" + office + value + missing + "NO CARRIER\r";
+  EXPECT_EQ(pc.Talk({""}), burst + "|");
+  EXPECT_EQ(modem.NextOutput(), 100);
+  EXPECT_EQ(modem.TakeOutput(99) + modem.TakeOutput(100) + modem.TakeOutput(102), burst);
+  EXPECT_EQ(modem.NextOutput(), 200);
 }
 
 }  // namespace

@@ -2,45 +2,31 @@
 #pragma once
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "simulator/endpoint.h"
 
 namespace ox::sim {
 
-class LinePc {
- public:
-  explicit LinePc(Endpoint& end, LineSettings line = {9600, 'O', 7}) : end_(end), line_(line) {}
+struct LinePc {
+  Endpoint& end;
+  LineSettings line = {9600, 'O', 7};
+  Seconds now = 0;
 
-  void Set(LineSettings line) { line_ = line; }
-  Seconds Now() const { return now_; }
-  void Pass(Seconds span) { now_ += span; }
-  void Send(BytesView bytes) { end_.Receive(bytes, line_, now_); }
-
-  /// Sends, then takes everything that comes before a silence of one second.
-  Bytes Ask(BytesView bytes) {
-    Send(bytes);
-    Bytes reply;
-    constexpr Seconds kSilence = 1;
-    for (auto next = end_.NextOutput(); next && *next < now_ + kSilence; next = end_.NextOutput()) {
-      now_ = std::max(now_, *next);
-      reply += end_.TakeOutput(now_);
+  /// Sends one text after the other and takes what comes before a silence of one second; each reply ends with
+  /// "|".
+  Bytes Talk(std::initializer_list<Bytes> texts) {
+    Bytes replies;
+    for (const Bytes& text : texts) {
+      end.Receive(text, line, now);
+      for (auto next = end.NextOutput(); next && *next < now + 1; next = end.NextOutput()) {
+        now = std::max(now, *next);
+        replies += end.TakeOutput(now);
+      }
+      replies += "|";
     }
-    return reply;
+    return replies;
   }
-
-  /// A whole dialogue; "-" and the wake-up's answer when that is not "A".
-  Bytes Dialogue(BytesView request) {
-    const Bytes ready = Ask("S");
-    if (ready != "A") return "-" + ready;
-    Bytes reply = Ask(request);
-    Send("A");
-    return reply;
-  }
-
- private:
-  Endpoint& end_;
-  LineSettings line_;
-  Seconds now_ = 0;
 };
 
 }  // namespace ox::sim

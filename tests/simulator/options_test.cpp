@@ -1,88 +1,102 @@
-// The command line and the faults that it names.
+// The command line of oxsim, and what each fault that it names does to a device.
 #include "simulator/options.h"
 
 #include <gtest/gtest.h>
+
+#include <iterator>
+#include <regex>
+#include <sstream>
 
 #include "simulator/line_pc.h"
 
 namespace ox::sim {
 namespace {
 
-TEST(Options, AreReadInBothSpellings) {
+using namespace std::string_literals;
+
+/// Reads a command line; what is wrong with it, empty when nothing is.
+std::string Read(const std::string& line, SimulatorOptions& options) {
+  std::istringstream words(line);
   std::string error;
-  const SimulatorOptions read =
-      ReadOptions({"--generation", "2", "--baud=4800", "--parity", "E", "--link=x=y", "--unpaced", "--kinds",
-                   "b", "--seed", "42", "--fault", "unplug=7", "--fault=silence-after"},
-                  error);
-  EXPECT_EQ(error, "");
-  EXPECT_EQ(read.parts.device.generation, 2);
-  EXPECT_EQ(read.parts.device.baud, 4800U);
-  EXPECT_EQ(read.parts.modem.line, (LineSettings{4800, 'E', 7}));
-  EXPECT_EQ(read.parts.host.link, "x=y");
-  EXPECT_FALSE(read.parts.host.paced);
-  EXPECT_EQ(read.parts.device.loaderKinds, "b");
-  EXPECT_EQ(read.parts.device.seed, 42U);
-  EXPECT_EQ(read.parts.host.unplugAfter, 7U);
-  EXPECT_EQ(read.parts.device.replies.silenceAfter, 2U) << "the fault's own value";
+  options = ReadOptions({std::istream_iterator<std::string>(words), {}}, error);
+  return error;
+}
+
+TEST(Options, AreReadInBothSpellings) {
+  SimulatorOptions read;
+  ASSERT_EQ(
+      Read("--generation 2 --baud=4800 --parity E --version-text SW4 --kinds b --loader --modem --link=x=y "
+           "--tables=a --seed 42 --unpaced --dump b --help --fault unplug --fault=modem-burst=7",
+           read),
+      "");
+  const auto& [device, replies, modem, host] = read.parts;
+  EXPECT_EQ(std::tuple(device.generation, device.baud, device.parity, device.version, device.loaderKinds),
+            std::tuple(2, 4800U, 'E', "SW4", "b"));
+  EXPECT_EQ(std::tuple(device.seed, device.startInLoader, host.link, host.unplugAfter, host.paced),
+            std::tuple(42U, true, "x=y", 200U, false));
+  EXPECT_EQ(std::tuple(modem.line, modem.burstPeriod), std::tuple(LineSettings{4800, 'E', 7}, 7));
+  EXPECT_EQ(std::tuple(read.modem, read.tables, read.dump, read.help), std::tuple(true, "a", "b", true));
 }
 
 TEST(Options, RefuseWhatTheyDoNotKnow) {
-  const std::pair<std::vector<std::string>, std::string> cases[] = {
-      {{"--nix"}, "unbekannte Option --nix"},
-      {{"--baud"}, "--baud braucht einen Wert"},
-      {{"--baud", "300"}, "--baud: 300 geht nicht"},
-      {{"--generation", "4"}, "--generation: 4 geht nicht"},
-      {{"--parity", "N"}, "--parity: N geht nicht"},
-      {{"--kinds", "ax"}, "--kinds: ax geht nicht"},
-      {{"--seed", "1x"}, "--seed: 1x geht nicht"},
-      {{"--fault", "nix"}, "--fault: nix geht nicht"},
-      {{"--fault", "unplug=-1"}, "--fault: unplug=-1 geht nicht"},
-      {{"--fault", "unplug="}, "--fault: unplug= geht nicht"},
-      {{"--fault", "silent=1"}, "--fault: silent=1 geht nicht"},
-  };
-  for (const auto& [arguments, message] : cases) {
-    std::string error;
-    ReadOptions(arguments, error);
-    EXPECT_EQ(error, message);
+  SimulatorOptions read;
+  EXPECT_EQ(Read("--nix", read), "unbekannte Option --nix");
+  EXPECT_EQ(Read("--baud", read), "--baud braucht einen Wert");
+  for (const std::string option : {"baud 300", "generation 4", "parity N", "kinds ax", "seed 1x", "fault nix",
+                                   "fault unplug=-1", "fault unplug=", "fault silent=1"}) {
+    EXPECT_EQ(Read("--" + option, read),
+              "--" + std::regex_replace(option, std::regex(" "), ": ") + " geht nicht");
   }
+  const std::regex help(
+      "[^]*  --fault NAME\\[=WERT\\] +schaltet[^]*    silent +antwortet[^]*    slow-2=20000 +löscht[^]*");
+  EXPECT_TRUE(std::regex_match(HelpText(), help)) << HelpText();
+}
+
+/// What a device with a fault replies to a wake-up and a request. To none, what its loader replies, which
+/// erases the tables and takes two blocks, and what was written of the second.
+Bytes Told(const std::string& fault, const Bytes& request = {}) {
+  FaultTargets targets;
+  targets.device.stations.points = {{"12345678", "123", "Pegel", 0, 0, {"0012"}}};
+  EXPECT_TRUE(SwitchOn(fault, targets));
+  Device device(targets.device);
+  for (const ReplyFault& each : targets.replies) device.Faults().Add(each);
+  if (!request.empty()) return LinePc{device}.Talk({"S", request});
+  const Bytes told =
+      LinePc{device}.Talk({"S@UPDATEREQ\r"}) +
+      LinePc{device, kLoaderLine, 1}.Talk(
+          {"S2\x13\x58\0\0\0\0\x63"s, "SP\x13\x58\0\0\0\x01\x44x"s, "SP\x13\x58\0\0\x01\x01\x43x"s});
+  return told + device.Memory().Tables()[1];
 }
 
 TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
-  struct Case {
-    std::string fault;
-    Bytes request;
-    Bytes reply;
-  };
-  const Case cases[] = {
-      {"silent", "K", "-"},
-      {"wakeup=AA", "K", "-AA"},
-      {"sleepy=1", "K", "-"},
-      {"ident-n", "K", "N"},
-      {"ident-short", "K", "OX 3 SW 3.2\r"},
-      {"type=OX 9", "K", "OX 9 SW 3.20 11/2026 \r"},
-      {"poll-r", "P", "R"},
-      {"poll-n", "T", "N"},
-      {"power-short", ">\xFF\r", "007D003B63039\r"},
-      {"power-negative", ">\xFF\r", "0FFF9FC18FFFFCFC7005A0001\r"},
-      {"late=1500", "K", "-"},
-      {"split=1", "K", "OX 3 SW 3.20 11/2026 \r"},
-      {"ack-no-cr", "K", "OX 3 SW 3.20 11/2026 \r"},
-  };
-  for (const Case& row : cases) {
-    FaultTargets targets;
-    ASSERT_TRUE(SwitchOn(row.fault, targets)) << row.fault;
-    Device device(targets.device);
-    for (const ReplyFault& fault : targets.replies) device.Faults().Add(fault);
-    EXPECT_EQ(LinePc(device).Dialogue(row.request), row.reply) << row.fault;
-  }
-}
+  const std::tuple<std::string, Bytes, Bytes> rows[] = {
+      {"silent", "A", "||"},    {"sleepy", "A", "||"},   {"wakeup=AA", "A", "AA||"},
+      {"late=1001", "A", "||"}, {"late", "A", "A||"},    {"split=1001", "K", "A|O|"},
+      {"ident-n", "K", "A|N|"}, {"poll-r", "P", "A|R|"}, {"poll-n", "T", "A|N|"}};
+  for (const auto& [fault, request, replies] : rows) EXPECT_EQ(Told(fault, request), replies) << fault;
+  EXPECT_EQ(Told("split=999", "K"), "A|OX 3 SW 3.20 11/2026 \r|");
+  EXPECT_EQ(Told("type=OX 9", "K"), "A|OX 9 SW 3.20 11/2026 \r|");
+  EXPECT_EQ(Told("ident-short", "K"), "A|OX 3 SW 3.2\r|");
+  EXPECT_EQ(Told("records=2", "P"), "A|\r12345678: 0012     41.3\r12345678: 0012     41.7\rE\r|");
+  EXPECT_EQ(Told("silence-after=1", "P"), "A|\r12345678: 0012     41.3\r|");
+  EXPECT_EQ(Told("cut-record", "P"), "A|\r12345678: 00|");
+  EXPECT_EQ(Told("cut-record", "J    12345678: 0012\r"), "A|012345678: 00|");
+  EXPECT_EQ(Told("cut-record", "J    12345678: 0999\r"), "A|R|");
+  EXPECT_EQ(Told("power-short", ">\xFF\r"), "A|007D003B63039\r|");
+  EXPECT_EQ(Told("power-state", ">\xFF\r"), "A|007D003B6303903520017000B\r|");
+  EXPECT_EQ(Told("power-negative", ">\xFF\r"), "A|0FFF9FC18FFFFCFC7005A0001\r|");
 
-TEST(NamedFaults, AreAllInTheHelp) {
-  const std::string help = HelpText();
-  for (const char* name :
-       {"--fault NAME[=WERT]", "block-n=10", "unplug=200", "modem-burst=15", "slow-2=20000"}) {
-    EXPECT_NE(help.find(name), std::string::npos) << name;
-  }
+  // A block that is refused or swallowed is not written; one whose reply alone goes missing is.
+  const std::pair<std::string, Bytes> blocks[] = {{"ack", "@UPDATENAK\r|AA|AA|AA|x"},
+                                                  {"ack-no-cr", "@UPDATEACK|AA|AA|AA|x"},
+                                                  {"slow-2=1001", "@UPDATEACK\r|A|||x"},
+                                                  {"slow-2=999", "@UPDATEACK\r|AA|AA|AA|x"},
+                                                  {"block-n=1", "@UPDATEACK\r|AA|AA|AN|\xFF"},
+                                                  {"block-lost=1", "@UPDATEACK\r|AA|AA|A|\xFF"},
+                                                  {"block-silent=1", "@UPDATEACK\r|AA|AA|A|x"},
+                                                  {"block-aa=1", "@UPDATEACK\r|AA|AA|AAA|x"},
+                                                  {"block-noise=1", "@UPDATEACK\r|AA|AA|A\177A|x"}};
+  for (const auto& [fault, replies] : blocks) EXPECT_EQ(Told(fault), replies) << fault;
 }
 
 }  // namespace

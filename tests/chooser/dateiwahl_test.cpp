@@ -1,9 +1,7 @@
-// Choosing files in folder trees of both path styles.
+// Choosing files in folder trees of both path styles, as the user sees it.
 #include "chooser/dateiwahl.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "chooser/file_chooser.h"
 #include "support/test_host.h"
@@ -11,257 +9,182 @@
 namespace ox::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 class Chooser : public testing::Test {
  protected:
   Chooser() {
-    MemoryFiles& files = host_.files;
-    files.style = {'\\', true};
-    files.drives = {"A:", "C:", "D:"};
-    files.workingFolder = "C:\\Tabellen";
-    for (const char* path : {"C:\\auto.cfg", "C:\\Tabellen\\Netz.MES", "C:\\Tabellen\\Südnetz 2.mes",
-                             "C:\\Tabellen\\netz.par", "C:\\Tabellen\\alt\\netz.mes", "D:\\sichern.mes"}) {
-      files.content[path];
+    for (const char* path : {R"(C:\Tab\Netz.MES)", R"(C:\Tab\Süd 2.mes)", R"(C:\Tab\netz.par)",
+                             R"(C:\Tab\alt\netz.mes)", R"(D:\sichern.mes)", "/home/ox/n.mes", "/mnt/x/a b/c"})
+      host_.files.content[path];
+    host_.files.emptyFolders = {R"(C:\Tab\zu)"};
+    host_.files.unreadable = {R"(A:\)", R"(C:\Tab\zu)"};
+  }
+
+  /// A new chooser in its first showing. The working folder decides the style.
+  Dateiwahl& StartIn(const std::string& folder) {
+    const bool slashes = folder.starts_with('/');
+    host_.files.style = slashes ? PathStyle{'/', false} : PathStyle{'\\', true};
+    host_.files.drives = {"A:", "C:", "D:"};
+    if (slashes) host_.files.drives = {"/", "/mnt/x", "/mnt"};
+    host_.files.workingFolder = folder;
+    window_.emplace(host_.host, subs_);
+    subs_.chooser.FilePattern = "*.mes";
+    host_.windows.OpenMain(*window_);
+    return *window_;
+  }
+
+  /// The lines, a star behind the selected one.
+  static std::string Lines(const ListBox& list) {
+    std::string lines;
+    for (const std::string& item : list.Items()) {
+      lines += (lines.empty() ? "" : ",") + item + (item == list.SelectedItem() ? "*" : "");
     }
-    files.emptyFolders.insert("C:\\Tabellen\\geheim");
-    files.unreadable = {"A:\\", "C:\\Tabellen\\geheim"};
+    return lines + " | ";
   }
 
-  /// The same tree, or so, as a host without drive letters has it.
-  void UseSlashes() {
-    MemoryFiles& files = host_.files;
-    files.style = {'/', false};
-    files.drives = {"/", "/mnt/stick"};
-    files.workingFolder = "/home/ox";
-    files.unreadable = {"/root"};
-    files.content.clear();
-    files.emptyFolders = {"/root"};
-    for (const char* path : {"/home/ox/netz.mes", "/mnt/stick/a b/ä.mes", "/mnt/stick/x.par"})
-      files.content[path];
+  /// Drives, folders, files and the name field; then what the user was told.
+  std::string Seen(const Dateiwahl& window) {
+    std::string seen = Lines(window.Drive1) + Lines(window.Dir1) + Lines(window.File1) + window.Text2.Text();
+    for (const std::string& message : host_.windows.TakeMessages()) seen += " ! " + message;
+    return seen;
   }
 
-  /// Shows the chooser to a user who does so; without anything to do the user closes it.
-  std::string Choose(const std::string& pattern, const std::function<void(Dateiwahl&)>& user) {
-    host_.windows.OnShown("Dateiwahl", [&](Window& window) { user(dynamic_cast<Dateiwahl&>(window)); });
-    return chooser_.Choose(pattern);
+  /// What the chooser left behind: the file, and drive and folder to come back to.
+  std::string Left() const {
+    const ChooserValues& values = subs_.chooser;
+    return values.ChosenFile + " | " + values.LastDrive + " " + values.LastFolder;
   }
-
-  static void Type(Dateiwahl& window, const std::string& name) {
-    window.Text2.Edit(name);
-    window.Command1.Click();
-  }
-
-  static int IndexOf(const ListBox& list, const std::string& item) {
-    const auto found = std::find_if(list.Items().begin(), list.Items().end(), [&](const std::string& line) {
-      return line.substr(std::min(line.find_first_not_of(' '), line.size())) == item;
-    });
-    return found == list.Items().end() ? ListBox::kNone : static_cast<int>(found - list.Items().begin());
-  }
-  static void Enter(Dateiwahl& window, const std::string& folder) {
-    window.Dir1.Activate(IndexOf(window.Dir1, folder));
-  }
-
-  ChooserValues& Values() { return subs_.chooser; }
 
   TestHost host_;
   Subs subs_;
-  FileChooser chooser_{host_.host, subs_};
+  std::optional<Dateiwahl> window_;
 };
 
-TEST_F(Chooser, BeginsInTheWorkingFolderWithThePatternAndAnEmptyName) {
-  Values().ChooserPrompt = "Bitte";
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     EXPECT_EQ(window.Drive1.Items(), (Strings{"A:", "C:", "D:"}));
-                     EXPECT_EQ(window.Drive1.SelectedItem(), "C:");
-                     EXPECT_EQ(window.Dir1.Items(), (Strings{"C:\\", "  Tabellen", "    alt", "    geheim"}));
-                     EXPECT_EQ(window.Dir1.Selected(), 1);
-                     EXPECT_EQ(window.File1.Items(), (Strings{"Netz.MES", "Südnetz 2.mes"}));
-                     EXPECT_EQ(window.Text1.Text(), "*.mes");
-                     EXPECT_EQ(window.Text2.Text(), "");
-                     EXPECT_EQ(window.Focused(), &window.Text2);
-                     EXPECT_EQ(window.Label1.Text(), "Bitte");
-                     EXPECT_EQ(window.Command2.Text(), "Abbrechen");
-                     window.Text1.Edit("*.PAR; x*");
-                     EXPECT_EQ(window.File1.Items(), (Strings{"netz.par"}));
-                     window.RequestClose();
-                   }),
-            "");
+TEST_F(Chooser, LeadsThroughDrivesFoldersAndFiles) {
+  Dateiwahl& window = StartIn(R"(C:\Tab)");
+  EXPECT_EQ(Seen(window), R"(A:,C:*,D: | C:\,  Tab*,    alt,    zu | Netz.MES,Süd 2.mes | )");
+  // A click only marks a folder; the one that is listed already is no change.
+  window.File1.Select(1);
+  window.Dir1.Select(2);
+  EXPECT_EQ(Seen(window), R"(A:,C:*,D: | C:\,  Tab,    alt*,    zu | Netz.MES,Süd 2.mes* | Süd 2.mes)");
+  window.Dir1.Activate(1);
+  EXPECT_EQ(Seen(window), R"(A:,C:*,D: | C:\,  Tab*,    alt,    zu | Netz.MES,Süd 2.mes | Süd 2.mes)");
+  window.Dir1.Activate(3);
+  window.Drive1.Select(0);
+  EXPECT_EQ(Seen(window), R"(A:*,C:,D: | C:\,  Tab,    alt,    zu* | Netz.MES,Süd 2.mes | Süd 2.mes)"
+                          R"( ! Fehler beim Lesen des Ordners: C:\Tab\zu! ! Gerät nicht verfügbar)");
+  window.Dir1.Activate(2);
+  EXPECT_EQ(Seen(window), R"(A:,C:*,D: | C:\,  Tab,    alt* | netz.mes | C:\Tab\alt)");
+  window.Dir1.Activate(0);
+  EXPECT_EQ(Seen(window), R"(A:,C:*,D: | C:\*,  Tab |  | C:\)");
+  window.Drive1.Select(2);
+  EXPECT_EQ(Seen(window), R"(A:,C:,D:* | D:\* | sichern.mes | D:\)");
+  window.File1.Activate(0);
+  EXPECT_FALSE(window.IsOpen());
+  EXPECT_EQ(Left(), R"(D:\sichern.mes | D: \)");
+}
+
+TEST_F(Chooser, ComesBackToTheLastChoiceOrStaysWhereItWas) {
+  struct Row {
+    std::string seen;
+    std::function<void(Dateiwahl&)> user;
+    std::string left;
+  };
+  const std::string home = "/*,/mnt/x,/mnt | /,  home,    ox* | n.mes | ";
+  const Row rows[] = {
+      {"/*,/mnt/x,/mnt |  |  | ",
+       [](Dateiwahl& w) { w.Drive1.Select(0), w.Dir1.Activate(1), w.Dir1.Activate(2), w.File1.Activate(0); },
+       "/home/ox/n.mes | / home/ox"},
+      {home, [](Dateiwahl& w) { w.Drive1.Select(1), w.Command2.Click(); }, " | / home/ox"},
+      {home, [&](Dateiwahl& w) { w.Drive1.Select(1), subs_.chooser.LastFolder = "fort"; }, " | / fort"},
+      {"/,/mnt/x*,/mnt | /,  mnt,    x*,      a b |  | ", [](Dateiwahl&) {}, " | / fort"},
+  };
+  StartIn("/fort");
+  FileChooser chooser(host_.host, subs_);
+  for (const Row& row : rows) {
+    host_.windows.OnShown("Dateiwahl", [&](Window& shown) {
+      auto& window = dynamic_cast<Dateiwahl&>(shown);
+      EXPECT_EQ(Seen(window), row.seen);
+      row.user(window);
+      window.RequestClose();
+    });
+    EXPECT_EQ(chooser.Choose("*.mes"), subs_.chooser.ChosenFile);
+    EXPECT_EQ(Left(), row.left);
+  }
+}
+
+TEST_F(Chooser, OffersANameInTheUsersLanguage) {
+  Dateiwahl& window = StartIn(R"(C:\Tab)");
+  EXPECT_EQ(window.Command2.Text(), "Abbrechen");
+  subs_.settings.Language = "GB";
+  subs_.chooser = {.ChosenFile = "netz", .ChooserPrompt = "Bitte"};
+  bool enterAccepts = false;
+  window.Command1.ConnectView([&](Change change) { enterAccepts = change == Change::Default; });
+  host_.windows.OpenMain(window);
+  EXPECT_TRUE(enterAccepts);
+  EXPECT_EQ(window.Focused(), &window.Text2);
+  EXPECT_EQ(Left(), " |  ") << "offered once";
+  EXPECT_EQ(window.Label1.Text() + window.Command2.Text(), "BitteCancel");
+  window.Drive1.Select(0);
+  EXPECT_TRUE(Seen(window).ends_with(" | netz ! Device not available"));
+  window.Command1.Click();
+  EXPECT_EQ(Left(), R"(C:\Tab\netz | C: \Tab)") << "no pattern, no extension";
 }
 
 TEST_F(Chooser, NamesBecomePaths) {
-  struct Row {
-    const char* typed;
-    const char* pattern;
-    const char* chosen;
-    bool remembered;
+  const std::string rows[][3] = {
+      {R"(C:\Tab)", "netz", R"(C:\Tab\netz.mes | C: \Tab)"},
+      {R"(C:\Tab)", "netz.txt", R"(C:\Tab\netz.txt | C: \Tab)"},
+      {R"(C:\Tab)", R"(alt.\)", R"( | C: \Tab)"},
+      {R"(C:\Tab)", "/ä", R"(C:\Tab\/ä.mes | C: \Tab)"},
+      {R"(C:\)", "netz.mes", R"(C:\netz.mes | C: \)"},
+      {R"(\\rechner\x)", "netz", R"(\\rechner\x\netz.mes |  )"},
+      {"/home/ox", "C:x", "/home/ox/C:x.mes | / home/ox"},
+      {"/", "netz", "/netz.mes | / "},
+      {"/mnt/x/a b", "c", "/mnt/x/a b/c.mes | /mnt/x /a b"},
+      {"/mnt/xy", "c", "/mnt/xy/c.mes | /mnt /xy"},
+      // Absolute names stand for themselves; their folders are not remembered.
+      {R"(C:\Tab)", R"(D:\alt.x\netz)", R"(D:\alt.x\netz |  )"},
+      {R"(C:\Tab)", "c:a", "c:a.mes |  "},
+      {R"(C:\Tab)", R"(\netz)", R"(\netz.mes |  )"},
+      {"/home/ox", "/tmp/x", "/tmp/x.mes |  "},
+      {"/home/ox", "", " |  "},
   };
-  const Row rows[] = {
-      {"netz", "*.mes", "C:\\Tabellen\\netz.mes", true},
-      {"netz.txt", "*.mes", "C:\\Tabellen\\netz.txt", true},
-      {"alt.\\", "*.mes", "", true},
-      {"netz", "", "C:\\Tabellen\\netz", true},
-      {"D:\\alt\\netz.mes", "*.mes", "D:\\alt\\netz.mes", false},
-      {"\\netz", "*.mes", "\\netz.mes", false},
-      {"", "*.mes", "", false},
-  };
-  for (const Row& row : rows) {
-    Values() = {};
-    EXPECT_EQ(Choose(row.pattern, [&](Dateiwahl& window) { Type(window, row.typed); }), row.chosen);
-    EXPECT_EQ(Values().LastDrive, row.remembered ? "C:" : "") << row.typed;
-    EXPECT_EQ(Values().LastFolder, row.remembered ? "\\Tabellen" : "") << row.typed;
+  for (const auto& [folder, typed, left] : rows) {
+    subs_.chooser = {};
+    Dateiwahl& window = StartIn(folder);
+    window.Text2.Edit(typed);
+    window.Command1.Click();
+    EXPECT_FALSE(window.IsOpen());
+    EXPECT_EQ(Left(), left) << typed;
   }
 }
 
-TEST_F(Chooser, ClicksMarkAndDoubleClicksChoose) {
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     window.File1.Select(1);
-                     EXPECT_EQ(window.Text2.Text(), "Südnetz 2.mes");
-                     window.Dir1.Select(2);      // only marks
-                     Enter(window, "Tabellen");  // is there already
-                     EXPECT_EQ(window.Text2.Text(), "Südnetz 2.mes");
-                     Enter(window, "alt");
-                     EXPECT_EQ(window.Text2.Text(), "C:\\Tabellen\\alt");
-                     EXPECT_EQ(window.Dir1.Items(), (Strings{"C:\\", "  Tabellen", "    alt"}));
-                     Enter(window, "C:\\");
-                     EXPECT_EQ(window.Text2.Text(), "C:\\");
-                     EXPECT_TRUE(window.File1.Items().empty());
-                     Enter(window, "Tabellen");
-                     window.File1.Activate(0);
-                     EXPECT_FALSE(window.IsOpen());
-                   }),
-            "C:\\Tabellen\\Netz.MES");
-  // The folder's path in the name field is a name like any other.
-  EXPECT_EQ(Choose("*.mes",
-                   [](Dateiwahl& window) {
-                     Enter(window, "alt");
-                     window.Command1.Click();
-                   }),
-            "C:\\Tabellen\\alt.mes");
-  // In the root no separator is doubled, and the root is remembered.
-  EXPECT_EQ(Choose("*.mes",
-                   [](Dateiwahl& window) {
-                     window.Drive1.Select(2);
-                     EXPECT_EQ(window.Text2.Text(), "D:\\");
-                     window.File1.Activate(0);
-                   }),
-            "D:\\sichern.mes");
-  EXPECT_EQ(Values().LastDrive + " " + Values().LastFolder, "D: \\");
-}
-
-TEST_F(Chooser, CancelledHoweverTheUserLikes) {
-  const std::function<void(Dateiwahl&)> ways[] = {
-      [](Dateiwahl& window) { window.Command2.Click(); },
-      [](Dateiwahl& window) { window.RequestClose(); },
-      [](Dateiwahl& window) {
-        window.File1.Select(0);
-        window.Command2.Click();
-      },
+TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
+  const std::string all = ".mes,Mrz.mes,März.mes,NETZ.MES,aXbXc," + std::string(60, 'a') +
+                          ",netz,netz.mes,netz.mesx,netz.par,Ä.mes,€";
+  std::istringstream names(all);
+  for (std::string name; std::getline(names, name, ',');) host_.files.content["/m/" + name];
+  Dateiwahl& window = StartIn("/m");
+  EXPECT_EQ(Lines(window.File1), ".mes,Mrz.mes,März.mes,NETZ.MES,netz.mes,Ä.mes | ");
+  const std::pair<const char*, std::string> rows[] = {
+      {" n*.ME? ", "NETZ.MES,netz.mes"},
+      {"M?rz.*", "März.mes"},
+      {"ä.mes", ""},
+      {"?", "€"},
+      {"netz?", ""},
+      {"aXbXc*?", ""},
+      {"*.par; a*X?;", "aXbXc,netz.par"},
+      {";", ""},
+      // Were every star tried for itself, this would take for ever.
+      {"*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", ""},
+      {"*.*", all},
+      {"**", all},
+      {" ", all},
   };
-  for (const auto& way : ways) {
-    EXPECT_EQ(Choose("*.mes", way), "");
-    EXPECT_EQ(Values().ChosenFile, "");
-    EXPECT_EQ(Values().LastDrive, "");
+  for (const auto& [pattern, fitting] : rows) {
+    window.Text1.Edit(pattern);
+    EXPECT_EQ(Lines(window.File1), fitting + " | ") << pattern;
   }
-}
-
-TEST_F(Chooser, GoesBackToTheLastChoiceOrStaysWhereItWas) {
-  Choose("*.mes", [](Dateiwahl& window) { Type(window, "netz"); });
-  Choose("*.mes", [](Dateiwahl& window) {
-    EXPECT_EQ(window.Text2.Text(), "") << "the last choice is not offered";
-    window.Drive1.Select(2);
-    window.RequestClose();
-  });
-  Choose("*.par", [](Dateiwahl& window) {
-    EXPECT_EQ(window.Drive1.SelectedItem(), "C:");
-    EXPECT_EQ(window.File1.Items(), (Strings{"netz.par"}));
-    EXPECT_EQ(window.Text2.Text(), "");
-    window.Drive1.Select(2);
-    window.RequestClose();
-  });
-  Values().LastFolder = "\\fort";
-  Choose("*.mes", [](Dateiwahl& window) {
-    EXPECT_EQ(window.File1.Items(), (Strings{"sichern.mes"}));
-    window.RequestClose();
-  });
-  // A caller may offer a name; it is taken once.
-  Values().ChosenFile = "vorschlag.mes";
-  Dateiwahl direct(host_.host, subs_);
-  bool enterAccepts = false;
-  direct.Command1.ConnectView([&](Change change) { enterAccepts = change == Change::Default; });
-  host_.windows.OpenMain(direct);
-  EXPECT_TRUE(enterAccepts);
-  EXPECT_EQ(direct.Text2.Text(), "vorschlag.mes");
-  EXPECT_EQ(Values().ChosenFile, "");
-}
-
-TEST_F(Chooser, WhatCannotBeReadIsToldAndNotEntered) {
-  for (const char* language : {"D", "GB"}) {
-    subs_.settings.Language = language;
-    Choose("*.mes", [&](Dateiwahl& window) {
-      window.Drive1.Select(0);
-      EXPECT_EQ(window.Drive1.SelectedItem(), "A:");
-      EXPECT_EQ(window.Dir1.Items().size(), 4U);
-      EXPECT_EQ(window.Text2.Text(), "");
-      Enter(window, "geheim");
-      EXPECT_EQ(window.File1.Items().size(), 2U);
-      EXPECT_EQ(window.Command2.Text() == "Cancel", language == std::string("GB"));
-      window.RequestClose();
-    });
-  }
-  const std::string folder = "Fehler beim Lesen des Ordners: C:\\Tabellen\\geheim!";
-  EXPECT_EQ(host_.windows.Messages(),
-            (Strings{"Gerät nicht verfügbar", folder, "Device not available", folder}));
-}
-
-TEST_F(Chooser, WithoutDriveLettersTheVolumesAreTheDrives) {
-  UseSlashes();
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     EXPECT_EQ(window.Dir1.Items(), (Strings{"/", "  home", "    ox"}));
-                     EXPECT_EQ(window.Drive1.SelectedItem(), "/");
-                     Type(window, "netz");
-                   }),
-            "/home/ox/netz.mes");
-  EXPECT_EQ(Values().LastDrive + " " + Values().LastFolder, "/ home/ox");
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     EXPECT_EQ(window.File1.Items(), Strings{"netz.mes"});
-                     window.Drive1.Select(1);
-                     EXPECT_EQ(window.Dir1.Items(), (Strings{"/", "  mnt", "    stick", "      a b"}));
-                     Enter(window, "a b");
-                     EXPECT_EQ(window.Drive1.SelectedItem(), "/mnt/stick");
-                     window.File1.Activate(0);
-                   }),
-            "/mnt/stick/a b/ä.mes");
-  EXPECT_EQ(Values().LastDrive + " " + Values().LastFolder, "/mnt/stick /a b");
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     EXPECT_EQ(window.File1.Items(), Strings{"ä.mes"});
-                     Enter(window, "/");
-                     Enter(window, "root");
-                     EXPECT_EQ(window.Text2.Text(), "/");
-                     Type(window, "/tmp/x");
-                   }),
-            "/tmp/x.mes");
-  EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Lesen des Ordners: /root!"});
-}
-
-TEST_F(Chooser, AFolderTreeThatIsGoneLeavesAnEmptyChooser) {
-  host_.files.workingFolder = "C:\\fort";
-  EXPECT_EQ(Choose("*.mes",
-                   [&](Dateiwahl& window) {
-                     EXPECT_TRUE(window.Dir1.Items().empty());
-                     EXPECT_EQ(window.Drive1.Items().size(), 3U);
-                     window.Dir1.Activate(0);
-                     window.File1.Activate(0);
-                     window.Drive1.Select(1);
-                     EXPECT_EQ(window.Dir1.Items(), (Strings{"C:\\", "  Tabellen"}));
-                     window.Command2.Click();
-                   }),
-            "");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The modem window against scripted and simulated modems.
+// The modem window: what it sends, and what it makes of the modem's answers.
 #include "modem/modem.h"
 
 #include <gtest/gtest.h>
@@ -10,54 +10,53 @@
 namespace ox::test {
 namespace {
 
+using Pieces = std::vector<ScriptedDevice::Piece>;
 using Texts = std::vector<std::string>;
 
-const Texts kNothing;
-constexpr const char* kWrongAnswer = "Modem antwortet nicht oder falsch: Prozedur abgebrochen!";
-constexpr const char* kRefused = "Achtung: Modem hat Daten nicht angenommen!";
-constexpr const char* kNoPort = "1: lässt sich nicht öffnen!";
-constexpr const char* kValueRecord = "#12345678: 0012 s  12.3 \r";
+const std::string kRefused = "Achtung: Modem hat Daten nicht angenommen!";
+const std::string kNoPort = "1: lässt sich nicht öffnen!";
+const Bytes kDateRecord = "*123 161106 1430\r";
+const Bytes kDateSent = "S" + kDateRecord;
+const Bytes kValueRecord = "#12345678: 0012 s  12.3 \r";
 
-class ModemTest : public ::testing::Test {
+class ModemTest : public testing::Test {
  protected:
-  void Open(sim::Endpoint* modem) {
-    host_.ports.Connect(1, modem);
+  /// Every field is right at first.
+  ModemTest() {
+    host_.ports.Connect(1, &modem_);
     host_.windows.OpenMain(window_);
-  }
-
-  void TypeDate() {
     window_.TAKZ.Edit("123");
     window_.TDAT.Edit("161106");
     window_.TUHR.Edit("1430");
-  }
-
-  void TypeValue() {
     window_.TMST.Edit("12345678");
     window_.TPAR.Edit("0012");
     window_.TBEW.Edit("s");
     window_.TMEW.Edit("12.3");
   }
 
-  Texts Messages() { return host_.windows.TakeMessages(); }
+  Texts Click(Button& button) {
+    host_.ports.ForgetSent();
+    button.Click();
+    return host_.windows.TakeMessages();
+  }
 
   TestHost host_;
   SessionSettings settings_;
+  ScriptedDevice modem_;
   Modem window_{host_.host, settings_};
 };
 
-TEST_F(ModemTest, SendsBothRecordsOnOneOpenPort) {
-  ScriptedDevice modem;
-  modem.Expect("S").Expect("S", "A").Expect("*123 161106 1430\r", "A");
-  modem.Expect("S", "A").Expect(kValueRecord, {{0.1, "N"}, {0.9, "A"}});
-  Open(&modem);
-  TypeDate();
-  TypeValue();
-  window_.Command2.Click();
+TEST_F(ModemTest, SendsItsRecordsOnOneOpenPortOneAtATime) {
+  modem_.Expect("S").Expect("S", "A").Expect(kDateRecord, "A");
+  EXPECT_EQ(Click(window_.Command2), Texts());
+  EXPECT_EQ(host_.ports.Sent(), "S" + kDateSent);
   EXPECT_EQ(window_.Focused(), nullptr);
-  window_.Command3.Click();
-  EXPECT_TRUE(modem.Done());
-  EXPECT_EQ(modem.Unexpected(), "");
-  EXPECT_EQ(Messages(), kNothing);
+  modem_.Expect("S", "A").Expect(kValueRecord, Pieces{{0.1, "N"}, {0.9, "A"}});
+  host_.windows.In(0.3, [this] {
+    for (Button* button : {&window_.Command2, &window_.Command3, &window_.Command4}) button->Click();
+  });
+  EXPECT_EQ(Click(window_.Command3), Texts());
+  EXPECT_EQ(host_.ports.Sent(), "S" + kValueRecord);
   EXPECT_EQ(window_.Focused(), &window_.TMST);
   EXPECT_EQ(window_.Datanz.Text(),
             "PC -> Modem  S\r\nPC -> Modem  S\r\nPC <- Modem  A\r\n"
@@ -65,196 +64,142 @@ TEST_F(ModemTest, SendsBothRecordsOnOneOpenPort) {
             "PC -> Modem  S\r\nPC <- Modem  A\r\nPC -> Modem  #12345678: 0012 s  12.3 <CR>\r\n"
             "PC <- Modem  N\r\nPC <- Modem  A");
   EXPECT_EQ(host_.ports.Openings(), Texts{"1:9600,O,7,1"});
-  EXPECT_EQ(host_.ports.OpenCount(), 1);
-  window_.Command5.Click();
-  window_.Command1.Click();
-  EXPECT_FALSE(window_.IsOpen());
-  EXPECT_EQ(host_.ports.OpenCount(), 0);
 }
 
 TEST_F(ModemTest, TellsOfEveryAnswerThatIsNoAcceptance) {
-  struct Case {
-    std::vector<ScriptedDevice::Piece> toWakeUp;
-    std::vector<ScriptedDevice::Piece> toRecord;
-    Texts messages;
-    const char* sentAfterRecord;
+  const Texts refused{kRefused};
+  const Texts wrong{"Modem antwortet nicht oder falsch: Prozedur abgebrochen!", kRefused};
+  const std::tuple<Bytes, Bytes, Texts, Bytes> answersToldAndSent[] = {
+      {"A", "R", refused, kDateSent}, {"A", "NR", refused, kDateSent}, {"A", "A\r", refused, kDateSent},
+      {"A", "N", wrong, kDateSent},   {"A", "", wrong, kDateSent},     {"AA", "", wrong, "SN"},
+      {"N", "", wrong, "SN"},         {"", "", wrong, "SSSN"},
   };
-  const Case cases[] = {
-      {{{0, "A"}}, {{0, "R"}}, {kRefused}, ""},        {{{0, "A"}}, {{0, "NR"}}, {kRefused}, ""},
-      {{{0, "A"}}, {{0, "A\r"}}, {kRefused}, ""},      {{{0, "A"}}, {{0, "N"}}, {kWrongAnswer, kRefused}, ""},
-      {{{0, "A"}}, {}, {kWrongAnswer, kRefused}, ""},  {{{0, "AA"}}, {}, {kWrongAnswer, kRefused}, "N"},
-      {{{0, "N"}}, {}, {kWrongAnswer, kRefused}, "N"},
-  };
-  TypeDate();
-  host_.windows.OpenMain(window_);
-  for (const Case& c : cases) {
+  for (const auto& [toWakeUp, toRecord, told, sent] : answersToldAndSent) {
     ScriptedDevice modem;
-    modem.Expect("S", c.toWakeUp);
-    if (*c.sentAfterRecord == '\0') modem.Expect("*123 161106 1430\r", c.toRecord);
+    modem.Expect("S", toWakeUp).Expect(kDateRecord, toRecord);
     host_.ports.Connect(1, &modem);
-    window_.Command2.Click();
-    EXPECT_TRUE(modem.Done());
-    EXPECT_EQ(modem.Unexpected(), c.sentAfterRecord);
-    EXPECT_EQ(Messages(), c.messages);
-    host_.ports.Connect(1, nullptr);
+    EXPECT_EQ(Click(window_.Command2), told);
+    EXPECT_EQ(host_.ports.Sent(), sent) << toWakeUp << toRecord;
   }
-  host_.ports.ForgetSent();
-  window_.Command2.Click();
-  EXPECT_EQ(host_.ports.Sent(), "SSSN") << "a modem that does not wake up";
-  EXPECT_EQ(Messages(), (Texts{kWrongAnswer, kRefused}));
 }
 
-TEST_F(ModemTest, ErrorsStopAndWarningsGoOn) {
-  ScriptedDevice modem;
-  modem.Expect("S", "A").Expect("#16777216: 1000 x  0123 \r", "A");
-  modem.Expect("S", "A").Expect("#00000001: 0001   -12.3 \r", "A");
-  Open(&modem);
-  window_.Command2.Click();
-  EXPECT_EQ(Messages(), Texts{"Das Feld AKZ muss drei Ziffern enthalten!"});
-  const auto click = [this] {
-    window_.Command3.Click();
-    return Messages();
+TEST_F(ModemTest, SendsRightAndDoubtfulFieldsAndRefusesWrongOnes) {
+  sim::SimulatedModem modem({.answer = "A"});
+  host_.ports.Connect(1, &modem);
+  Button* send = &window_.Command2;
+  const auto expect = [&](TextBox& box, const Texts& texts, const std::string& told) {
+    const std::string usual = box.Text();
+    const bool sends = told.empty() || told.starts_with("Warnung");
+    for (const std::string& text : texts) {
+      box.Edit(text);
+      EXPECT_EQ(Click(*send), told.empty() ? Texts() : Texts{told}) << text;
+      EXPECT_EQ(host_.ports.Sent().empty(), !sends) << text;
+      if (send == &window_.Command3) EXPECT_EQ(window_.Focused(), sends ? &window_.TMST : &box) << text;
+    }
+    box.Edit(usual);
   };
-  EXPECT_EQ(click(), Texts{"Das Feld MST-Nr. muss acht Ziffern enthalten!"});
-  EXPECT_EQ(window_.Focused(), &window_.TMST);
-  EXPECT_EQ(window_.TMEW.Text() + window_.TBEW.Text(), "") << "nothing is normalised before its turn";
+  expect(window_.TAKZ, {"", "12", "1234", "12a", "1 2", "äöü"}, "Das Feld AKZ muss drei Ziffern enthalten!");
+  expect(window_.TDAT, {"16.1.6", "16110", "1611061"}, "Das Feld Datum muss sechs Ziffern enthalten!");
+  expect(window_.TUHR, {"14:3", "143", "14:30"}, "Das Feld Uhrzeit muss vier Ziffern enthalten!");
+  send = &window_.Command3;
+  expect(window_.TMST, {"00000000", "16777215"}, "");
+  expect(window_.TMST, {"16777216", "99999999"},
+         "Warnung: Wertebereichsüberschreitung MST-Nr. (00000000...16777215)!");
+  expect(window_.TMST, {"", "1677721", "123456789", "1234567x"},
+         "Das Feld MST-Nr. muss acht Ziffern enthalten!");
+  expect(window_.TPAR, {"0000", "0999"}, "");
+  expect(window_.TPAR, {"1000", "9999"}, "Warnung: Wertebereichsüberschreitung Parameter (0000...0999)!");
+  expect(window_.TPAR, {"999", "00999", "0 99"}, "Das Feld Parameter muss vier Ziffern enthalten!");
+  expect(window_.TBEW, {"", "s", "f", " ", "?", "T", "#"}, "");
+  expect(window_.TBEW, {"S", "F", "t", "ä", "日"},
+         "Warnung: Falsches Bewertungszeichen (keines oder s, f, ?, T,# oder leer)!");
+  expect(window_.TBEW, {"ss", "sf", "  "}, "Bewertungszeichen zu lang!");
+  expect(window_.TMEW, {"0123", "-12.3", " 12.3 ", "####", "...."}, "");
+  expect(window_.TMEW, {"", " ", "+0123", " 12.3  ", "-123 ", "12,3", "-12-3", "123ä", "12345"},
+         "Das Feld Messwert muss ein Vorzeichen und 4 Ziffern enthalten (. und # sind erlaubt)!");
+}
+
+TEST_F(ModemTest, GoesThroughTheFieldsInOrderAndNormalisesTheLastTwo) {
+  for (TextBox* field : {&window_.TAKZ, &window_.TDAT, &window_.TUHR}) field->Edit("");
+  EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld AKZ muss drei Ziffern enthalten!"});
   window_.TMST.Edit("16777216");
-  EXPECT_EQ(click(), (Texts{"Warnung: Wertebereichsüberschreitung MST-Nr. (00000000...16777215)!",
-                            "Das Feld Parameter muss vier Ziffern enthalten!"}));
-  EXPECT_EQ(window_.Focused(), &window_.TPAR);
-  window_.TMST.Edit("00000001");
   window_.TPAR.Edit("1000");
   window_.TBEW.Edit("xx");
-  EXPECT_EQ(click(), (Texts{"Warnung: Wertebereichsüberschreitung Parameter (0000...0999)!",
-                            "Bewertungszeichen zu lang!"}));
-  EXPECT_EQ(window_.Focused(), &window_.TBEW);
-  window_.TPAR.Edit("0001");
+  std::string focused;  // at each message
+  host_.windows.OnMessage([&](const std::string&) {
+    focused += window_.Focused() == nullptr ? "none " : window_.Focused()->Name() + " ";
+  });
+  EXPECT_EQ(Click(window_.Command3).size(), 3U);
+  EXPECT_EQ(focused, "none TMST TMST ") << "a doubtful parameter does not take it";
+  EXPECT_EQ(window_.TMEW.Text(), "12.3");
   window_.TBEW.Edit("");
-  window_.TMEW.Edit("12,3 ");
-  EXPECT_EQ(click(),
-            Texts{"Das Feld Messwert muss ein Vorzeichen und 4 Ziffern enthalten (. und # sind erlaubt)!"});
-  EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), " | 12,3") << "normalised all the same";
-  EXPECT_EQ(window_.Focused(), &window_.TMEW);
-  EXPECT_EQ(host_.ports.Sent(), "");
-
-  window_.TMST.Edit("16777216");
-  window_.TPAR.Edit("1000");
-  window_.TBEW.Edit("x");
-  window_.TMEW.Edit("0123");
-  EXPECT_EQ(click().size(), 3U) << "three warnings";
-  window_.TMST.Edit("00000001");
-  window_.TPAR.Edit("0001");
-  window_.TBEW.Edit("");
-  window_.TMEW.Edit("-12.3");
-  EXPECT_EQ(click(), kNothing);
-  EXPECT_TRUE(modem.Done());
-  EXPECT_EQ(modem.Unexpected(), "");
+  const std::pair<const char*, const char*> values[] = {
+      {"12,3 ", " 12,3"}, {"0123", " 0123"}, {" 12.3  ", " 12.3 "}, {"-12.3", "-12.3"}, {"", ""}};
+  for (const auto& [typed, left] : values) {
+    window_.TMEW.Edit(typed);
+    Click(window_.Command3);
+    EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), std::string(" |") + left);
+  }
 }
 
-TEST_F(ModemTest, APortThatDoesNotOpenIsTriedAgainByEveryCommand) {
+TEST_F(ModemTest, APortThatFailsIsTriedAgainByEveryCommand) {
+  window_.RequestClose();
+  EXPECT_EQ(host_.ports.OpenCount(), 0);
   host_.ports.Remove(1);
-  host_.windows.OpenMain(window_);
+  window_.Open();
   EXPECT_TRUE(window_.IsOpen());
-  EXPECT_EQ(Messages(), Texts{kNoPort});
-  TypeDate();
-  window_.Command2.Click();
-  EXPECT_EQ(Messages(), (Texts{kNoPort, kRefused}));
-  window_.Command4.Click();
-  EXPECT_EQ(Messages(), Texts{kNoPort});
-
-  ScriptedDevice modem;
-  modem.Expect("S", "A").Expect("*123 161106 1430\r", "A");
-  host_.ports.Connect(1, &modem);
-  window_.Command2.Click();
-  EXPECT_EQ(Messages(), kNothing);
+  EXPECT_EQ(host_.windows.TakeMessages(), Texts{kNoPort});
+  EXPECT_EQ(Click(window_.Command2), (Texts{kNoPort, kRefused}));
+  EXPECT_EQ(Click(window_.Command4), Texts{kNoPort});
+  modem_.Expect("S", "A").Expect(kDateRecord, "A");
+  host_.ports.Connect(1, &modem_);
+  EXPECT_EQ(Click(window_.Command2), Texts());
   host_.ports.Break();
-  window_.Command2.Click();
-  EXPECT_EQ(Messages(), (Texts{kNoPort, kRefused}));
+  EXPECT_EQ(Click(window_.Command2), (Texts{kNoPort, kRefused}));
   EXPECT_EQ(host_.ports.OpenCount(), 0);
   EXPECT_TRUE(window_.Command2.Enabled());
 }
 
 TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
-  ScriptedDevice modem;
-  Open(&modem);
   window_.Datanz.SetText("old");
   host_.windows.In(0.99, [this] { EXPECT_EQ(host_.ports.ModemLine(), std::vector<bool>{false}); });
-  host_.windows.In(1.1, [&] {
+  host_.windows.In(1.1, [this] {
     EXPECT_EQ(host_.ports.ModemLine(), (std::vector<bool>{false, true}));
-    modem.Expect("!", {{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}});
-    modem.Receive("!", modem.Line(), host_.clock.Elapsed());
+    modem_.Expect("!", Pieces{{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}});
+    modem_.Receive("!", modem_.Line(), host_.clock.Elapsed());
   });
-  window_.Command4.Click();
+  EXPECT_EQ(Click(window_.Command4), Texts());
   EXPECT_NEAR(host_.clock.Elapsed(), 1.1 + 1.1 + 1.0, 0.05);
   EXPECT_EQ(window_.Datanz.Text(), "PC <- Modem  CONNECT<CR>\r\nPC <- Modem  123");
   EXPECT_EQ(host_.ports.Sent(), "");
-  EXPECT_EQ(Messages(), kNothing);
+
+  host_.clock.StartAt(0, 0, 0.5 - host_.clock.Elapsed());
+  const double midnight = host_.clock.Elapsed() - 0.5;
+  Click(window_.Command4);
+  EXPECT_NEAR(host_.clock.Elapsed() - midnight, 10, 0.05) << "the first ten seconds of a day belong to it";
 }
 
-TEST_F(ModemTest, InTheFirstTenSecondsOfADayTheSendCommandListensOn) {
-  host_.clock.StartAt(0, 0, 0.5);
-  Open(nullptr);
-  window_.Command4.Click();
-  EXPECT_NEAR(host_.clock.Elapsed(), 9.5, 0.05);
-}
-
-TEST_F(ModemTest, ACommandLetsNoSecondOneIn) {
-  ScriptedDevice modem;
-  modem.Expect("S", "A").Expect(kValueRecord, {{0.9, "A"}});
-  Open(&modem);
-  TypeDate();
-  TypeValue();
-  host_.windows.In(0.3, [this] {
-    for (Button* button : {&window_.Command2, &window_.Command3, &window_.Command4}) button->Click();
-  });
-  window_.Command3.Click();
-  EXPECT_EQ(host_.ports.Sent(), Bytes("S") + kValueRecord);
-  EXPECT_EQ(Messages(), kNothing);
-}
-
-TEST_F(ModemTest, ClosingEndsAModemThatNeverFallsSilent) {
-  sim::ModemOptions talkative;
-  talkative.burstPeriod = 0.5;
-  sim::SimulatedModem burst(talkative);
-  const std::function<void()> ways[] = {[this] { window_.RequestClose(); },
-                                        [this] { window_.Command1.Click(); }};
-  Open(&burst);
-  for (const auto& close : ways) {
+TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWithAndWaitsForTheRest) {
+  const auto expect = [this](Button& command, double leftAfter, double lasts, const Texts& told) {
     const double start = host_.clock.Elapsed();
-    host_.windows.In(60, close);
-    window_.Command4.Click();
+    host_.windows.In(leftAfter, [this] { window_.Command1.Click(); });
+    EXPECT_EQ(Click(command), told);
+    EXPECT_NEAR(host_.clock.Elapsed() - start, lasts, 0.2);
     EXPECT_FALSE(window_.IsOpen());
-    EXPECT_NEAR(host_.clock.Elapsed() - start, 60, 0.5);
     EXPECT_EQ(host_.ports.OpenCount(), 0);
-    host_.windows.OpenMain(window_);
-  }
-  host_.windows.In(0.5, ways[0]);
-  const double start = host_.clock.Elapsed();
-  window_.Command4.Click();
-  EXPECT_LT(host_.clock.Elapsed() - start, 0.6) << "during the pause";
-  EXPECT_TRUE(host_.ports.ModemLine().back()) << "the line is never left dropped";
-}
-
-TEST_F(ModemTest, ClosingDuringADialogueWaitsForItsEnd) {
-  ScriptedDevice modem;
-  modem.Expect("S", "A").Expect("*123 161106 1430\r", {{0.9, "A"}});
-  Open(&modem);
-  TypeDate();
-  host_.windows.In(0.5, [this] { window_.RequestClose(); });
-  window_.Command2.Click();
-  EXPECT_FALSE(window_.IsOpen());
-  EXPECT_EQ(host_.ports.OpenCount(), 0);
-  EXPECT_EQ(Messages(), kNothing) << "the answer was waited for";
-
-  std::vector<ScriptedDevice::Piece> endless;
-  for (int i = 1; i < 1000; ++i) endless.push_back({i * 0.5, "N"});
-  modem.Expect("S", "A").Expect("*123 161106 1430\r", endless);
-  host_.windows.OpenMain(window_);
-  const double start = host_.clock.Elapsed();
-  host_.windows.In(20.1, [this] { window_.RequestClose(); });
-  window_.Command2.Click();
-  EXPECT_FALSE(window_.IsOpen());
-  EXPECT_NEAR(host_.clock.Elapsed() - start, 20.5, 0.1) << "a modem that says no without end";
+    window_.Open();
+  };
+  modem_.Expect("S", "A").Expect(kDateRecord, Pieces{{0.9, "A"}});
+  expect(window_.Command2, 0.5, 0.9, {});
+  Pieces noWithoutEnd;
+  for (int i = 1; i < 100; ++i) noWithoutEnd.push_back({i * 0.5, "N"});
+  modem_.Expect("S", "A").Expect(kDateRecord, noWithoutEnd);
+  expect(window_.Command2, 20.1, 20.5, {kRefused});
+  sim::SimulatedModem talkative({.burstPeriod = 0.5});
+  host_.ports.Connect(1, &talkative);
+  expect(window_.Command4, 20, 20, {});
+  expect(window_.Command4, 0.5, 0.5, {});
+  EXPECT_TRUE(host_.ports.ModemLine().back()) << "never left dropped";
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class PowerMonitorTest : public testing::Test {
   /// Starts and lets the time pass until the last of so many ticks is over.
   void Run(int ticks) {
     monitor_.MonitorStart.Click();
-    host_.windows.Pass(ticks + 0.1);
+    host_.windows.Pass(ticks + 0.01);
   }
 
   /// What the window and its log are in, and the messages since the last call.

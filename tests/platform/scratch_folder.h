@@ -11,7 +11,7 @@ namespace ox {
 
 class ScratchFolder {
  public:
-  ScratchFolder() : before_(std::filesystem::current_path()) {
+  ScratchFolder() {
     std::string name = std::filesystem::temp_directory_path() / "ox-test-XXXXXX";
     path_ = mkdtemp(name.data());
     std::filesystem::permissions(path_, std::filesystem::perms(0755));
@@ -27,7 +27,7 @@ class ScratchFolder {
   const std::filesystem::path& Path() const { return path_; }
 
  private:
-  std::filesystem::path before_;
+  std::filesystem::path before_ = std::filesystem::current_path();
   std::filesystem::path path_;
 };
 

@@ -1,17 +1,47 @@
-// What goes over an open port and back, on real pseudo-terminals.
+// Serial ports on real pseudo-terminals: opening them, what goes over them, and a cable that is pulled.
+#include <fcntl.h>
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 
-#include <chrono>
+#include <functional>
+#include <sstream>
 #include <thread>
 
+#include "platform/posix/line_settings.h"
+#include "platform/posix/port_names.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/pseudo_terminal.h"
 #include "platform/scratch_folder.h"
 
 namespace ox {
 namespace {
 
-using std::chrono::steady_clock;
+constexpr int kPatienceMilliseconds = 500;
+
+/// The far end of a line, which is linked as COM1.
+struct FarEnd {
+  FarEnd() {
+    grantpt(master.Number());
+    unlockpt(master.Number());
+    std::filesystem::remove("COM1");
+    std::filesystem::create_symlink(ptsname(master.Number()), "COM1");
+  }
+  void Write(BytesView bytes) const {
+    EXPECT_EQ(write(master.Number(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+  }
+  /// The next `count` bytes; fewer when nothing comes for a while.
+  Bytes Read(std::size_t count) const {
+    Bytes bytes;
+    pollfd waited{master.Number(), POLLIN, 0};
+    for (char byte = 0; bytes.size() < count && poll(&waited, 1, kPatienceMilliseconds) > 0; bytes += byte) {
+      if (read(master.Number(), &byte, 1) != 1) break;
+    }
+    return bytes;
+  }
+  Descriptor master{posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)};
+};
 
 /// Bytes that differ from place to place, so that lost and swapped ones show.
 Bytes Pattern(std::size_t size) {
@@ -22,105 +52,163 @@ Bytes Pattern(std::size_t size) {
 
 class SerialPortTest : public testing::Test {
  protected:
-  void Open(std::string_view settings) {
-    port_.SetSettings(settings);
-    port_.Open();
+  void Open(std::string_view settings, int number = 1) {
+    port_->Close();
+    port_->SetSettings(settings);
+    port_->SetCommPort(number);
+    port_->Open();
   }
-
+  void ExpectFailure(const std::function<void()>& operation) {
+    EXPECT_THROW(operation(), PortError);
+    EXPECT_FALSE(port_->PortOpen());
+    EXPECT_TRUE(openPorts_.Descriptors().empty()) << "a dead line would keep Rest awake";
+  }
   /// Everything that arrives until `count` bytes are there.
   Bytes Take(std::size_t count) {
     Bytes taken;
-    for (bool more = true; more && taken.size() < count;) {
-      pollfd waited{openPorts_.Descriptors().at(0), POLLIN, 0};
-      more = poll(&waited, 1, 500) > 0;
-      taken += port_.Input();
-    }
+    pollfd waited{openPorts_.Descriptors().at(0), POLLIN, 0};
+    while (taken.size() < count && poll(&waited, 1, kPatienceMilliseconds) > 0) taken += port_->Input();
     return taken;
   }
 
   ScratchFolder scratch_;
-  PseudoTerminal farEnd_;
+  FarEnd farEnd_;
   OpenPorts openPorts_;
-  PosixSerialPort port_{openPorts_};
+  std::unique_ptr<SerialPort> port_ = PosixSerialPorts(openPorts_).Create();
 };
 
-TEST_F(SerialPortTest, ClosingSendsWhatWasWritten) {
-  constexpr std::size_t kSize = 300;
-  Open("115200,n,8,1");
-  const auto start = steady_clock::now();
-  port_.Output(Pattern(kSize));
-  port_.Close();
-  EXPECT_GE(steady_clock::now() - start, std::chrono::milliseconds(26)) << "less than the line needs";
-  EXPECT_FALSE(port_.PortOpen());
-  EXPECT_TRUE(openPorts_.Descriptors().empty());
-  EXPECT_EQ(farEnd_.Read(kSize), Pattern(kSize));
-}
-
-TEST_F(SerialPortTest, WhatArrivesWhileClosedIsThereAtTheNextOpening) {
-  Open("9600,O,7,1");
-  port_.Close();
-  ASSERT_TRUE(farEnd_.Write("@UPDATEACK\r"));
-  Open("19200,n,8,1");
-  EXPECT_EQ(Take(11), "@UPDATEACK\r");
-  ASSERT_TRUE(farEnd_.Write("unread"));
-  port_.Close();
-  Open("19200,n,8,1");
-  EXPECT_EQ(Take(6), "unread");
-  EXPECT_EQ(port_.Input(), "");
-}
-
-TEST_F(SerialPortTest, SevenDataBitsCutBytesEightDoNot) {
-  struct {
-    std::string_view settings;
-    Bytes out, in;
-  } const cases[] = {{"115200,O,7,1", ">\x7F\r", "A"}, {"115200,n,8,1", ">\xFF\r", "\xC1"}};
-  for (const auto& each : cases) {
-    Open(each.settings);
-    port_.Output(">\xFF\r");
-    EXPECT_EQ(farEnd_.Read(3), each.out);
-    ASSERT_TRUE(farEnd_.Write("\xC1"));
-    EXPECT_EQ(Take(1), each.in);
-    port_.Close();
+TEST_F(SerialPortTest, SettingsAreReadFromTheirTextOrRefused) {
+  EXPECT_EQ(ParseLineSettings("9600,O,7,1").CharacterTime(), std::chrono::nanoseconds(1041666)) << "10 bits";
+  EXPECT_EQ(ParseLineSettings("19200,n,8,2").CharacterTime(), std::chrono::nanoseconds(572916)) << "11 bits";
+  EXPECT_EQ(ParseLineSettings("2400,e,7,1").parity, LineParity::Even);
+  std::istringstream refused(
+      "|,|9600|9600,O|9600,O,7|9600,O,7,|9600,O,7,1,|9600,O,7,1,1|9600,O,7,3|9600,O,9,1|9600,X,7,1|"
+      "9600,,7,1|9600,OO,7,1|,O,7,1|9601,O,7,1|-9600,O,7,1| 9600,O,7,1|9600, "
+      "O,7,1|9600;O;7;1|09600,O,7,1|9600,O,77,1");
+  for (std::string text; std::getline(refused, text, '|');)
+    EXPECT_THROW(ParseLineSettings(text), PortError) << text;
+  const std::tuple<std::string, speed_t, bool> rows[] = {
+      {"2400,O,7,1", B2400, true},   {"2400,E,7,1", B2400, false},   {"2400,E,7,1", B2400, false},
+      {"19200,O,7,1", B19200, true}, {"19200,n,8,1", B19200, false}, {"9600,o,7,1", B9600, true}};
+  for (const auto& [settings, speed, odd] : rows) {
+    Open(settings);
+    termios seen{};
+    tcgetattr(farEnd_.master.Number(), &seen);
+    EXPECT_EQ(std::tuple(cfgetospeed(&seen), (seen.c_cflag & PARODD) != 0), std::tuple(speed, odd))
+        << settings;
   }
 }
 
-TEST_F(SerialPortTest, EveryByteValuePassesUnchanged) {
-  Open("115200,n,8,1");
-  port_.Output(Pattern(256));
-  EXPECT_EQ(farEnd_.Read(256), Pattern(256));
-  ASSERT_TRUE(farEnd_.Write(Pattern(256)));
-  EXPECT_EQ(Take(256), Pattern(256));
+TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
+  EXPECT_EQ(PortPath(4), "/dev/ttyS3");
+  std::filesystem::create_symlink("/dev/unplugged", "COM2");  // and not a built-in port in its place
+  WriteFile("COM3", "");
+  std::filesystem::create_directory("COM4");
+  OpenPorts others;
+  PosixSerialPort other(others);
+  const auto openCom1 = [this] { Open("9600,O,7,1"); };
+  testing::internal::CaptureStderr();
+  for (const int number : {-1, 0, 2, 3, 4}) ExpectFailure([&] { Open("9600,O,7,1", number); });
+  ExpectFailure([&] { Open("9600,X,7,1"); });
+  other.Open();
+  ExpectFailure(openCom1);
+  other.Close();
+  struct stat line {};
+  ASSERT_EQ(stat("COM1", &line), 0);
+  ASSERT_EQ(chmod("COM1", 0), 0);
+  constexpr uid_t kNobody = 65534;
+  ASSERT_EQ(seteuid(geteuid() == 0 ? kNobody : geteuid()), 0);
+  ExpectFailure(openCom1);
+  ASSERT_EQ(seteuid(getuid()), 0);
+  const std::string group = getgrgid(line.st_gid)->gr_name;
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), R"(COM-1: gibt es nicht
+COM0: gibt es nicht
+COM2: nicht vorhanden
+COM3: keine serielle Schnittstelle
+COM4: keine serielle Schnittstelle
+COM1: Schnittstellenparameter "9600,X,7,1" gibt es nicht
+COM1: von einem anderen Programm belegt
+COM1: keine Zugriffsrechte (nur für Mitglieder der Gruppe ")" +
+                                                        group + "\")\n");
 }
 
-TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWhole) {
-  constexpr std::size_t kSize = 20000;
+TEST_F(SerialPortTest, BelongsToOneProgramUntilItIsClosed) {
+  // Its presence keeps the mark on the terminal, which stops programs that know no lock.
+  const Descriptor bystander(open("COM1", O_RDWR | O_NOCTTY | O_CLOEXEC));
+  int marked = -1;
+  Open("9600,O,7,1");
+  EXPECT_THROW(port_->SetCommPort(2), PortError) << "the number stays while the port is open";
+  port_->Open();
+  EXPECT_EQ(openPorts_.Descriptors().size(), 1U) << "opening it again changes nothing";
+  PosixSerialPort other(openPorts_);
+  EXPECT_THROW(other.Open(), PortError);
+  ioctl(bystander.Number(), TIOCGEXCL, &marked);
+  EXPECT_EQ(marked, 1) << "the refused one took the mark away";
+  port_->Output("still works");
+  EXPECT_EQ(farEnd_.Read(11), "still works");
+  port_->Close();
+  ioctl(bystander.Number(), TIOCGEXCL, &marked);
+  EXPECT_EQ(marked, 0);
+  other.Open();
+}
+
+TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {
+  Open("115200,n,8,1");
+  const auto start = std::chrono::steady_clock::now();
+  port_->Output(Pattern(300));
+  port_->Close();
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(26));
+  EXPECT_EQ(farEnd_.Read(300), Pattern(300));
+  farEnd_.Write("unread");
+  Open("19200,n,8,1");
+  EXPECT_EQ(Take(6) + port_->Input(), "unread") << "what came while the port was closed";
+}
+
+TEST_F(SerialPortTest, EightDataBitsPassEveryByteSevenCutIt) {
+  Open("115200,n,8,1");
+  port_->Output(Pattern(256));
+  EXPECT_EQ(farEnd_.Read(256), Pattern(256));
+  farEnd_.Write(Pattern(256));
+  EXPECT_EQ(Take(256), Pattern(256));
+  Open("115200,O,7,1");
+  port_->Output(">\xFF\r");
+  EXPECT_EQ(farEnd_.Read(3), ">\x7F\r");
+  farEnd_.Write("\xC1");
+  EXPECT_EQ(Take(1), "A");
+}
+
+TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWholeUnlessTheReaderStalls) {
   Open("921600,n,8,1");
   Bytes received;
-  std::thread reader([&] { received = farEnd_.Read(kSize); });
-  EXPECT_NO_THROW(port_.Output(Pattern(kSize)));
+  std::thread reader([&] { received = farEnd_.Read(20000); });
+  EXPECT_NO_THROW(port_->Output(Pattern(20000)));
   reader.join();
-  EXPECT_TRUE(received == Pattern(kSize));
+  EXPECT_TRUE(received == Pattern(20000));
+  ExpectFailure([&] { port_->Output(Pattern(20000)); });
 }
 
-TEST_F(SerialPortTest, AReaderThatStallsEndsTheOutput) {
-  Open("921600,n,8,1");
-  EXPECT_THROW(port_.Output(Pattern(20000)), PortError);
-  EXPECT_FALSE(port_.PortOpen());
-  EXPECT_TRUE(openPorts_.Descriptors().empty());
+TEST_F(SerialPortTest, AClosedPortAndAPulledCableAreReportedByTheNextOperation) {
+  const std::function<void()> operations[] = {[&] { port_->Input(); }, [&] { port_->Output("S"); },
+                                              [&] { port_->SetModemLine(true); }};
+  for (const auto& operation : operations) {
+    FarEnd farEnd;
+    ExpectFailure(operation);
+    Open("9600,O,7,1");
+    operation();  // a terminal without modem lines takes their setting silently
+    farEnd.master.Close();
+    ExpectFailure(operation);
+  }
 }
 
-TEST_F(SerialPortTest, AMissingModemLineIsNoError) {
+TEST_F(SerialPortTest, APulledCableIsClosedOrForgottenWithoutAWordAndWithoutAWait) {
+  Open("300,O,7,1");
+  port_->Output(Bytes(2000, 'x'));  // more than a minute on the line
+  farEnd_.master.Close();
+  port_->Close();
+  const FarEnd next;
   Open("9600,O,7,1");
-  EXPECT_NO_THROW(port_.SetModemLine(false));
-  EXPECT_NO_THROW(port_.SetModemLine(true));
-  EXPECT_TRUE(port_.PortOpen());
-}
-
-TEST_F(SerialPortTest, AClosedPortRefusesItsUse) {
-  EXPECT_THROW(port_.Input(), PortError);
-  EXPECT_THROW(port_.Output("S"), PortError);
-  EXPECT_THROW(port_.SetModemLine(true), PortError);
-  port_.Close();
+  port_ = PosixSerialPorts(openPorts_).Create();
+  ExpectFailure([&] { port_->Input(); });
 }
 
 }  // namespace

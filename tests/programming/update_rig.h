@@ -1,20 +1,63 @@
-// What every update window is tried with: a host, a file chooser with its user, a simulated device.
+// One of the three update windows with its user, files to load, and a simulated device on COM2.
 #pragma once
 
-#include <memory>
-#include <string>
+#include <gtest/gtest.h>
 
 #include "chooser/dateiwahl.h"
-#include "chooser/file_chooser.h"
+#include "programming/demo_file.h"
+#include "programming/updatepro.h"
+#include "programming/updatepro_ox3.h"
+#include "programming/updatetab.h"
+#include "simulator/demo_files.h"
 #include "simulator/device.h"
+#include "simulator/sample_program.h"
 #include "support/test_host.h"
 
 namespace ox::test {
 
+using Strings = std::vector<std::string>;
+
+enum Update { kTables, kProgram2, kProgram3 };
+
+inline const std::string kAskTheMaker = "\r\nBitte wenden Sie sich an den Hersteller.";
+inline const std::string kGeneration1 = "Abbruch: OX 1 kann so nicht programmiert werden!" + kAskTheMaker;
+
+/// A device whose dialogue runs at other settings than the usual ones.
+inline sim::DeviceOptions DeviceOf(int generation, const Bytes& kinds = "", bool inLoader = false) {
+  sim::DeviceOptions options{.generation = generation, .baud = 4800, .parity = 'E', .loaderKinds = kinds};
+  options.startInLoader = inLoader;
+  return options;
+}
+
 struct UpdateRig {
-  void Connect(const sim::DeviceOptions& options) {
-    device = std::make_unique<sim::Device>(options);
-    host.ports.Connect(1, device.get());
+  explicit UpdateRig(Update which) : update(which) {
+    files = {{"/gut.mes", DemoFile("netz.mes")}, {"/gut.par", DemoFile("netz.par")}};
+    files["/gut.zuo"] = DemoFile("netz.zuo");
+    if (update != kTables) {
+      const auto& layout = update == kProgram2 ? sim::kSmallProgram : sim::kLargeProgram;
+      Bytes program = written = sim::SampleProgram(layout, "V6.00 24.12.2026", 9);
+      if (update == kProgram2) program.replace(program.size() - 2, 2, "??");  // no check word is delivered
+      files[update == kProgram2 ? "/gut.pro" : "/gut.pr3"] = sim::ProgramFile(program);
+    }
+    subs.settings.BaudRate = "4800";
+    subs.settings.Parity = "E";
+    subs.settings.ComPort = "2";
+    host.ports.Connect(2, nullptr);
+    host.windows.OpenMain(*window);
+  }
+
+  std::unique_ptr<UpdateWindow> MakeWindow() {
+    if (update == kTables) return std::make_unique<updatetab>(host.host, subs, chooser);
+    if (update == kProgram2) return std::make_unique<updatepro>(host.host, subs, chooser);
+    return std::make_unique<UpdateproOx3>(host.host, subs, chooser);
+  }
+
+  template <class Sort>
+  Sort& Captioned(std::string_view caption) {
+    return dynamic_cast<Sort&>(**std::ranges::find_if(window->Controls(), [&](Control* control) {
+      const auto* found = dynamic_cast<Sort*>(control);
+      return found != nullptr && found->Text() == caption;
+    }));
   }
 
   /// The user clicks a box and types a path into the chooser; cancels it when the path is empty.
@@ -27,10 +70,51 @@ struct UpdateRig {
     box.Click();
   }
 
+  void Load() {
+    for (Control* control : window->Controls()) {
+      if (auto* box = dynamic_cast<CheckBox*>(control)) Choose(*box, "/gut");
+    }
+  }
+
+  void Connect(const sim::DeviceOptions& options) {
+    device = std::make_unique<sim::Device>(options);
+    host.ports.Connect(2, device.get());
+  }
+
+  /// The user starts the update. Returns what was said, and leaves the status line and the time of then.
+  Strings Start() {
+    host.windows.OnMessage([&](const std::string& message) {
+      status = window->Go.Text();
+      saidAt = host.clock.Elapsed();
+      EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
+      EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
+    });
+    host.ports.ForgetSent();
+    start.Click();
+    EXPECT_EQ(host.ports.OpenCount(), 0);
+    for (const Control* control : window->Controls()) EXPECT_TRUE(control->Enabled()) << control->Name();
+    const Strings said = host.windows.TakeMessages();
+    if (said != Strings{success}) return said;
+    const sim::DeviceMemory& memory = device->Memory();
+    if (written.empty()) written = memory.Tables();
+    EXPECT_TRUE((update == kTables ? memory.Tables() : memory.Program()) == written);
+    return said;
+  }
+
   TestHost host;
+  std::map<std::string, Bytes>& files = host.files.content;
   Subs subs;
   FileChooser chooser{host.host, subs};
+  const Update update;
+  const std::string success = update == kTables ? "Tabellenupdate erfolgreich abgeschlossen!"
+                                                : "Programmupdate erfolgreich abgeschlossen!";
+  std::unique_ptr<UpdateWindow> window = MakeWindow();
+  Button& start = Captioned<Button>("Update Start");
+  Button& leave = Captioned<Button>("Verlassen");
   std::unique_ptr<sim::Device> device;
+  Bytes written;  // what the device must hold after an update; tables: what it held after the first
+  std::string status;
+  double saidAt = 0;
 };
 
 }  // namespace ox::test

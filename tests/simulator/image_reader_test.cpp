@@ -10,14 +10,9 @@ using namespace std::string_literals;
 
 const Bytes kOlder =
     "\x08\x80\0\0\x64\x80\0\0Stand 1\0\0"
-    "K|ln\0"
-    "123\0"
-    "10000001-0012 0340Pegel\0"
-    "00011023\xFF"
-    "10000002 9999-9999WT   \0\xFF\0\0"
+    "K|ln\000123\00010000001-0012 0340Pegel\00000011023\37710000002 9999-9999WT   \0\xFF\0\0"
     "Bonn  \0A1B\0\0\0\0"
-    "0001 Wasserst. cm \0"
-    "1023 Temp.     K\0\0\0"s;
+    "0001 Wasserst. cm \0001023 Temp.     K\0\0\0"s;
 const Bytes kGeneration3 =
     "\x10\0\0\0\x10\0\0\0\x30\0\0\0\x44\0\0\0T1\0\xFF"
     "\x02\0\0\0\x01\0Wasserst.cm \x23\x10Temp.    K  \xFF\xFF\xFF\xFF"
@@ -48,9 +43,8 @@ Bytes Image(Bytes body) {
   return body + ByteOf(sum) + ByteOf(sum >> 8U);
 }
 
-// The body with "." for every byte of the structure, in which any changed bit is noticed though the checksum
-// fits, and "v" for a value that cannot be printed. A changed bit of a value is noticed or read as another
-// value.
+// The body with "." for every byte in which any changed bit is noticed though the checksum fits: the
+// structure. In a value (of which "v" cannot be printed) it is noticed or read as another value.
 template <typename Reader>
 std::string Values(Reader read, Bytes body) {
   const std::string told = Told(read(Image(body)));

@@ -1,113 +1,116 @@
-// The two complete images: heads, padding, limits and checksum.
+// The two images of a linked table: every byte, what fits, and what cannot be written.
 #include "tables/table_images.h"
 
 #include <gtest/gtest.h>
 
-#include "tables/packed_samples.h"
+#include "tables/image_sections.h"
+#include "tables/point_section.h"
+#include "tables/table_rig.h"
 
 namespace ox {
 namespace {
 
-const Bytes kParameters = Packed("0001 Pegelhoeh cm \0\0\0");
+const Bytes kParameters = "0001 Pegelhoeh cm ___";
 
-TEST(TableImages, ChecksumStartsAtTwo) {
-  EXPECT_EQ(ImageChecksum(""), 2U);
-  EXPECT_EQ(ImageChecksum(Bytes(kChecksumOffset, '\xFF')), 0xBE04U);
+Bytes WholeImage(const Bytes& body, const Bytes& checksum) {
+  return Packed(body) + Bytes(16382 - body.size(), '\xFF') + checksum;
 }
 
-// The checksum worked out another way: from the back, byte by byte.
-Bytes ClosingWord(const Bytes& image) {
-  std::uint16_t sum = 2;
-  for (std::size_t at = 16382; at-- > 0;) sum = static_cast<std::uint16_t>(sum + (image[at] & 0xFF));
-  return {static_cast<char>(sum & 0xFF), static_cast<char>(sum >> 8)};
-}
-
-TEST(TableImages, OlderImage) {
-  const Bytes linked = OfficeTable(PointEntry("12345678", "0001"));
-  const auto size = static_cast<char>(linked.size());
-  const TableImage image = BuildTableImages(linked, kParameters).older;
-  ASSERT_EQ(image.status, ImageStatus::kBuilt);
-  ASSERT_EQ(image.bytes.size(), 16384U);
+TEST(TableImages, HoldTheTablesByteForByte) {
+  const Bytes linked =
+      "Version 2026 neu__Leer_045___14 Zeichen ja!_123_12345678 0012-0012Pegel_00010012^"
+      "99999999-9999 9999Weh  _1023^__Amt_789_00000000-0000 0000X    _0001^___";
+  const TableImages images = BuildTableImages(Packed(linked), Packed(kParameters));
+  EXPECT_EQ(images.older.bytes, WholeImage("\x08\x80__\xA0\x80__" + linked + kParameters, "\xC5\x33"));
+  // The sections stand at 16, 28 + 4, 48 + 8 and 100 + 12. The version has but 12 characters; the parameters
+  // are a multiple of four already and get four bytes of filler all the same.
   const Bytes body =
-      Packed("\x08\x80\0\0") + static_cast<char>(size + 8) + Packed("\x80\0\0") + linked + kParameters;
-  EXPECT_EQ(image.bytes.substr(0, 16382), body + Bytes(16382 - body.size(), '\xFF'));
-  EXPECT_EQ(image.bytes.substr(16382), ClosingWord(image.bytes));
+      "\x10___\x1C___\x30___\x64___Version 2026_^^^"
+      "\x01___\x01_Pegelhoehcm ^^^^^^"
+      "\x03___\x45_Leer          \x23\x01"
+      "14 Zeichen ja!\x89\x07"
+      "Amt           ^^^^"
+      "\x03___\x78\x56\x34\x12\x23\x01\x0C_\xF4^Pegel^\x2A_"
+      "\x99\x99\x99\x99\x23\x01\xF1\xD8\x0F\x27Weh  ^\x1E_"
+      "____\x89\x07____X    ^\x10_"
+      "^^^^\x01_\x12_^^\x23\x10^^\x01_^^^^^^";
+  EXPECT_EQ(images.generation3.bytes, WholeImage(body, "\x6F\x3D"));
 }
 
-TEST(TableImages, Generation3Image) {
-  // A version field of eight bytes is already a multiple of four and gets four bytes of filler all the same.
-  const Bytes linked = Packed(
-                           "Version\0\0Amt\0"
-                           "123\0") +
-                       PointEntry("12345678", "0001") + Packed("\0\0\0");
-  const TableImage image = BuildTableImages(linked, kParameters).generation3;
-  ASSERT_EQ(image.status, ImageStatus::kBuilt);
-  ASSERT_EQ(image.bytes.size(), 16384U);
-  const Bytes body = Packed(
-      "\x10\0\0\0"
-      "\x18\0\0\0"
-      "\x2C\0\0\0"
-      "\x40\0\0\0"                                          // slots: 16, 28 - 4, 52 - 8, 76 - 12
-      "Version\0\xFF\xFF\xFF\xFF"                           // at 16
-      "\1\0\0\0\x01\0Pegelhoehcm \xFF\xFF\xFF\xFF\xFF\xFF"  // at 28
-      "\1\0\0\0\x23\x01"
-      "Amt           \xFF\xFF\xFF\xFF"                                 // at 52
-      "\1\0\0\0\x78\x56\x34\x12\x23\x01\x0C\0\xF4\xFFPegel\xFF\x06\0"  // at 76
-      "\xFF\xFF\xFF\xFF\x01\0\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF");
-  EXPECT_EQ(image.bytes.substr(0, body.size()), body);
-  EXPECT_EQ(image.bytes.find_first_not_of('\xFF', body.size()), 16382U);
-  EXPECT_EQ(image.bytes.substr(16382), ClosingWord(image.bytes));
-}
+TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
+  const Bytes point = Point("12345678", "0001");
+  const Bytes entry = "0012 Temp.Luft CCC___";
+  using Case = std::tuple<Bytes, Bytes, std::string>;
+  // Unusable: the version, the parameters, the offices, the measuring points.
+  for (const auto& [points, list, unusable] : {
+           Case{Office(point), entry, ""},
+           {Office(point), "__", ""},
+           {"__Amt_123_" + point + "___", entry, "V"},
+           {Office(point), "0012 Temp.Luft CC___", "P"},
+           {Office(point), "0012-Temp.Luft CCC___", "P"},
+           {Office(point), "0012 Temp.Luft-CCC___", "P"},
+           {Office(point), "00x2 Temp.Luft CCC___", "P"},
+           {Office(point), "0012 Temp.Luft CCC_", "P"},
+           {Office(point), "", "P"},
+           {"V__Fuenfzehn lang!_123_" + point + "___", entry, "O"},
+           {"V__Amt_A1B_" + point + "___", entry, "OM"},
+           {"V__Amt_12_" + point + "___", entry, "OM"},
+           {"V__Amt_123_" + point, entry, "OM"},
+           {"V__Amt_123", entry, "OM"},
+           {"V__Amt", entry, "OM"},
+           {"V", entry, "VOM"},
+           {"V___", entry, "M"},
+           {Office(point + Point("12345678")), entry, "M"},
+           {Office(point + Point("12345678", "00010")), entry, "M"},
+           {Office(point + Point("12345678", "000x")), entry, "M"},
+           {Office(point + Point("1234567", "0001")), entry, "M"},
+           {Office(point + Point("1234567x", "0001")), entry, "M"},
+           {Office(point + "12345678+0012-0012Pegel_0001^"), entry, "M"},
+           {Office(point + "12345678 0012-0x12Pegel_0001^"), entry, "M"},
+       }) {
+    const Bytes linked = Packed(points);
+    const Bytes parameters = Packed(list);
+    std::string empty;
+    if (BuildVersionField(linked).empty()) empty += 'V';
+    if (BuildParameterImage(parameters).empty()) empty += 'P';
+    if (BuildOfficeImage(linked).empty()) empty += 'O';
+    if (BuildMeasuringPointImage(linked).status == PointSectionStatus::kWithoutEntries) empty += 'M';
+    EXPECT_EQ(empty, unusable) << points << list;
 
-TEST(TableImages, OlderImageHoldsUpTo16380Bytes) {
-  const Bytes linked = OfficeTable(PointEntry("12345678", "0001"));
-  const std::size_t room = 16380 - 8 - linked.size();
-  const TableImage full = BuildTableImages(linked, Bytes(room, 'p')).older;
-  ASSERT_EQ(full.status, ImageStatus::kBuilt);
-  EXPECT_EQ(full.bytes.substr(16379, 3), "p\xFF\xFF");
-  const TableImage overflow = BuildTableImages(linked, Bytes(room + 1, 'p')).older;
-  EXPECT_EQ(overflow.status, ImageStatus::kOverflow);
-  EXPECT_EQ(overflow.bytes, "");
-}
-
-// Status of the generation III image with so many points: one parameter each, but the last has `last` of
-// them.
-ImageStatus Generation3Status(unsigned points, std::size_t last) {
-  Bytes entries;
-  for (unsigned n = 1; n < points; ++n) entries += PointEntry(PointNumber(n), "0001");
-  Bytes digits;
-  while (last-- > 0) digits += "0001";
-  return BuildTableImages(OfficeTable(entries + PointEntry("99999999", digits)), kParameters)
-      .generation3.status;
-}
-
-TEST(TableImages, Generation3ImageHoldsUpTo16380Bytes) {
-  // Head 16, version 6 + 2, parameters 20 + 4, offices 22 + 2; points: 12 and 22 for each with one parameter,
-  // 2 for each further one. 740 points: 16292, with 7 parameters more 16306, and 2 bytes of filler make
-  // 16308: 16380.
-  EXPECT_EQ(Generation3Status(740, 8), ImageStatus::kBuilt);
-  EXPECT_EQ(Generation3Status(740, 9), ImageStatus::kOverflow);
-  EXPECT_EQ(Generation3Status(1001, 1), ImageStatus::kOverflow);
-  EXPECT_EQ(Generation3Status(1001, 0), ImageStatus::kOverflow)
-      << "an overflow goes before an unusable section";
-  EXPECT_EQ(Generation3Status(2, 0), ImageStatus::kUnusable);
-}
-
-TEST(TableImages, AnUnusableSectionLeavesTheOlderImageAlone) {
-  const Bytes good = OfficeTable(PointEntry("12345678", "0001"));
-  const Bytes letters = Packed("V\0\0Amt\0A1B\0") + PointEntry("12345678", "0001") + Packed("\0\0\0");
-  const std::pair<Bytes, Bytes> tables[] = {
-      {OfficeTable(PointEntry("12345678")), kParameters},  // a point without parameters
-      {OfficeTable(""), kParameters},                      // no points at all
-      {letters, kParameters},                              // an office code of letters
-      {good, Packed("0001 Pegelhoeh cm\0\0\0")},           // a short unit
-  };
-  for (const auto& [linked, parameters] : tables) {
     const TableImages images = BuildTableImages(linked, parameters);
-    EXPECT_EQ(images.generation3.status, ImageStatus::kUnusable);
-    EXPECT_EQ(images.generation3.bytes, "");
+    EXPECT_EQ(images.generation3.status, unusable.empty() ? ImageStatus::kBuilt : ImageStatus::kUnusable);
     EXPECT_EQ(images.older.status, ImageStatus::kBuilt);
   }
+  EXPECT_EQ(BuildMeasuringPointImage(Packed(Office(point + Point("1")))).bytes, Packed("\x02___^^^^^^^^"));
+}
+
+// A linked table of so many points: one parameter each, but the last has `last` of them.
+Bytes Points(unsigned count, unsigned last = 1) {
+  Bytes entries;
+  for (unsigned n = 1; n < count; ++n) entries += Point(std::to_string(10000000 + n), "0001");
+  Bytes digits;
+  while (last-- > 0) digits += "0001";
+  return Packed(Office(entries + Point("99999999", digits)));
+}
+
+TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
+  const Bytes linked = Points(1);
+  const std::size_t room = 16380 - 8 - linked.size();
+  const auto older = [&](std::size_t size) { return BuildTableImages(linked, Bytes(size, 'p')).older; };
+  EXPECT_EQ(older(room).bytes.substr(16379, 3), "p\xFF\xFF");
+  EXPECT_EQ(older(room + 1).status, ImageStatus::kOverflow);
+
+  // Head 16, version 6 + 2, parameters 20 + 4, offices 22 + 2; 740 points 12 + 740 * 22 and 7 * 2 for the
+  // further parameters of the last, with 2 bytes of filler: 16380.
+  const auto generation3 = [](const Bytes& points) {
+    return BuildTableImages(points, Packed(kParameters)).generation3.status;
+  };
+  EXPECT_EQ(generation3(Points(740, 8)), ImageStatus::kBuilt);
+  EXPECT_EQ(generation3(Points(740, 9)), ImageStatus::kOverflow);
+
+  EXPECT_EQ(BuildMeasuringPointImage(Points(1000)).bytes.substr(4 + 16, 2), "\x44\x46") << "999 * 18 + 6";
+  EXPECT_EQ(BuildMeasuringPointImage(Points(1001)).status, PointSectionStatus::kTooManyPoints);
+  EXPECT_EQ(generation3(Points(1001, 0)), ImageStatus::kOverflow) << "it goes before an unusable section";
 }
 
 }  // namespace

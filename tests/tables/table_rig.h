@@ -1,0 +1,44 @@
+// What the tests of the tables share: a user who reads every message, and packed tables that can be read.
+#pragma once
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/text.h"
+#include "tables/table_messages.h"
+
+namespace ox {
+
+using Texts = std::vector<std::string>;
+
+/// Keeps the messages in their order, the questions with "? " in front, and gives always the same answer.
+class RecordedMessages : public TableMessages {
+ public:
+  void Show(const Bytes& text) override { texts.push_back(ToText(text)); }
+  bool Confirm(const Bytes& text) override {
+    texts.push_back("? " + ToText(text));
+    return answer;
+  }
+
+  Texts texts;
+  bool answer = true;
+};
+
+/// Packed bytes out of a text in which "_" stands for NUL and "^" for 255.
+inline Bytes Packed(Bytes text) {
+  std::ranges::replace(text, '_', '\0');
+  std::ranges::replace(text, '^', '\xFF');
+  return text;
+}
+
+/// An entry of the measuring-point table, as such a text; without parameters as long as it is not linked.
+inline Bytes Point(const Bytes& number, const Bytes& parameters = "") {
+  return number + " 0012-0012Pegel_" + parameters + "^";
+}
+
+/// A measuring-point table of one office with these entries, as such a text.
+inline Bytes Office(const Bytes& entries) {
+  return "Stand__Amt_123_" + entries + "___";
+}
+
+}  // namespace ox

@@ -50,8 +50,7 @@ class Chooser : public testing::Test {
 
   /// What the chooser left behind: the file, and drive and folder to come back to.
   std::string Left() const {
-    const ChooserValues& values = subs_.chooser;
-    return values.ChosenFile + " | " + values.LastDrive + " " + values.LastFolder;
+    return subs_.chooser.ChosenFile + " | " + subs_.chooser.LastDrive + " " + subs_.chooser.LastFolder;
   }
 
   TestHost host_;
@@ -172,7 +171,6 @@ TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
       {"M?rz.*", "März.mes"},
       {"ä.mes", ""},
       {"?", "€"},
-      {"netz?", ""},
       {"aXbXc*?", ""},
       {"*.par; a*X?;", "aXbXc,netz.par"},
       {";", ""},

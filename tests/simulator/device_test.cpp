@@ -29,7 +29,9 @@ TEST(Device, WakesUpTakesOneRequestAndSleeps) {
   for (const LineSettings& line : {LineSettings{9600, 'O', 8}, {9600, 'E', 7}, {4800, 'O', 7}, kLoaderLine}) {
     EXPECT_EQ((LinePc{device, line}.Talk({"S"})), "|") << line.baud << line.parity << line.dataBits;
   }
-  Device noisy({.rubbishWhenUnfit = true});
+  DeviceOptions options;
+  options.rubbishWhenUnfit = true;
+  Device noisy(options);
   EXPECT_EQ((LinePc{noisy, kLoaderLine}.Talk({"S"})).size(), 2U);
 
   device.Receive("S", pc.line, 100);
@@ -39,10 +41,12 @@ TEST(Device, WakesUpTakesOneRequestAndSleeps) {
 }
 
 TEST(Device, AnswersRequestsColumnByColumn) {
-  Device device({.stations = {.parameters = {{"0012", "Pegel    ", "cm "}, {"0340", "Luftdruck", "hPa"}},
-                              .points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0340"}},
-                                         {"00000009", "4A6", "Wehr ", 0, 0, {"0012"}}}},
-                 .clockStart = 951782399});
+  DeviceOptions options;
+  options.stations.parameters = {{"0012", "Pegel    ", "cm "}, {"0340", "Luftdruck", "hPa"}};
+  options.stations.points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0340"}},
+                             {"00000009", "4A6", "Wehr ", 0, 0, {"0012"}}};
+  options.clockStart = 951782399;
+  Device device(options);
   LinePc pc{device};
   const std::string stage = "12345678: 0012 [ fs]    [ 0-9]{3}";
   const std::string pressure = "12345678: 0340 [ fs] ( 9[89]|10[0-3])\\d[.]\\d\r";
@@ -77,8 +81,10 @@ TEST(Device, AnswersRequestsColumnByColumn) {
   device.Receive("P", pc.line, pc.now + 1);
   EXPECT_EQ(device.TakeSome(pc.now + 2, 6), "A\r1234");
   EXPECT_EQ(pc.Talk({"S", "N"}), "A||") << "a new dialogue cuts an old reply off";
-  Device older({.generation = 2, .type = "ZX", .version = "1.0"});
-  EXPECT_EQ((LinePc{older}.Talk({"S", "K", "S", ">\xFF\r"})), "A|ZX   1.0             \r|A|N|");
+  options.generation = 2;
+  options.version = "1.0";
+  Device older(options);
+  EXPECT_EQ((LinePc{older}.Talk({"S", "K", "S", ">\xFF\r"})), "A|OX 2 1.0             \r|A|N|");
 }
 
 TEST(SimulatedModem, TakesSoundRecordsAndSendsThemOnOrder) {

@@ -56,7 +56,7 @@ class LineHostTest : public testing::Test {
 };
 
 TEST_F(LineHostTest, CarriesADialogueAndTheLoaderUnderOneName) {
-  LineHost host(device_, {.paced = false});
+  LineHost host(device_, {"COM1", false, {}});
   Ask(host, "9600,O,7,1", "S");
   Ask(host, "9600,O,7,1", "K");
   EXPECT_EQ(port_.Input(), "AOX 3 SW 3.20 11/2026 \r") << "what was said to a closed port is not lost";
@@ -68,7 +68,7 @@ TEST_F(LineHostTest, CarriesADialogueAndTheLoaderUnderOneName) {
 }
 
 TEST_F(LineHostTest, APulledCableIsAHangUp) {
-  LineHost host(device_, {.paced = false, .unplugAfter = 2});
+  LineHost host(device_, {"COM1", false, 2});
   Ask(host, "9600,O,7,1", "S");
   EXPECT_THROW(port_.Input(), PortError);
   EXPECT_EQ(host.Path(), "");

@@ -22,9 +22,16 @@ Bytes Frame(char letter, unsigned address = 0, BytesView data = {}) {
   return frame + ByteOf(0U - sum) + Bytes(data);
 }
 
+DeviceOptions InLoader(int generation) {
+  DeviceOptions options;
+  options.generation = generation;
+  options.startInLoader = true;
+  return options;
+}
+
 /// A device whose loader runs.
 struct Bench {
-  explicit Bench(int generation) : device({.generation = generation, .startInLoader = true}) {}
+  explicit Bench(int generation) : device(InLoader(generation)) {}
 
   /// One request after the other, each a wake-up and a frame; "P" brings one byte. The replies to the frames.
   Bytes Request(BytesView letters) {

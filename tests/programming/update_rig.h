@@ -53,11 +53,12 @@ struct UpdateRig {
   }
 
   template <class Sort>
-  Sort& Captioned(std::string_view caption) {
-    return dynamic_cast<Sort&>(**std::ranges::find_if(window->Controls(), [&](Control* control) {
-      const auto* found = dynamic_cast<Sort*>(control);
-      return found != nullptr && found->Text() == caption;
-    }));
+  std::vector<Sort*> All() {
+    std::vector<Sort*> all;
+    for (Control* control : window->Controls()) {
+      if (auto* found = dynamic_cast<Sort*>(control)) all.push_back(found);
+    }
+    return all;
   }
 
   /// The user clicks a box and types a path into the chooser; cancels it when the path is empty.
@@ -71,9 +72,7 @@ struct UpdateRig {
   }
 
   void Load() {
-    for (Control* control : window->Controls()) {
-      if (auto* box = dynamic_cast<CheckBox*>(control)) Choose(*box, "/gut");
-    }
+    for (CheckBox* box : boxes) Choose(*box, "/gut");
   }
 
   void Connect(const sim::DeviceOptions& options) {
@@ -109,8 +108,9 @@ struct UpdateRig {
   const std::string success = update == kTables ? "Tabellenupdate erfolgreich abgeschlossen!"
                                                 : "Programmupdate erfolgreich abgeschlossen!";
   std::unique_ptr<UpdateWindow> window = MakeWindow();
-  Button& start = Captioned<Button>("Update Start");
-  Button& leave = Captioned<Button>("Verlassen");
+  std::vector<CheckBox*> boxes = All<CheckBox>();
+  Button& start = *All<Button>()[0];
+  Button& leave = *All<Button>()[1];
   std::unique_ptr<sim::Device> device;
   Bytes written;  // what the device must hold after an update; tables: what it held after the first
   std::string status;

@@ -10,179 +10,141 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
 #include <QTextDocument>
 
-#include "desktop/screen_text.h"
-#include "scripted_desktop.h"
+#include "desktop/qt_window_system.h"
 
 namespace ox::test {
 namespace {
 
-struct EveryKind : Window {
-  explicit EveryKind(WindowSystem& windows) : Window(windows, "EveryKind", "") {
-    for (auto [handler, name] : {std::pair{&button.onClick, "button"},
-                                 {&check.onClick, "check"},
-                                 {&field.onChange, "field"},
-                                 {&command.onClick, "command"},
-                                 {&list.onSelect, "select"},
-                                 {&list.onActivate, "activate"},
-                                 {&drop.onSelect, "drop"},
-                                 {&ticks.onTick, "tick"}}) {
-      *handler = [this, name = std::string(name)] { happened.push_back(name); };
-    }
-  }
-  Button button{*this, "button", "&Los"};
-  CheckBox check{*this, "check", "Haken"};
-  TextBox field{*this, "field", "alt"};
-  TextBox trace{*this, "trace"};
-  Label label{*this, "label", "a < b & c"};
-  ListBox list{*this, "list"};
-  ListBox drop{*this, "drop"};
-  MenuEntry menu{*this, "menu", "&Datei"};
-  MenuEntry command{*this, "command", "Ende"};
-  Timer ticks{*this, "ticks", 0};
-  std::vector<std::string> happened;
-};
-
-template <class Widget>
-Widget* Named(QWidget& form, const char* name) {
-  auto* widget = new Widget(&form);
-  widget->setObjectName(QString::fromLatin1(name));
-  return widget;
-}
-
 class Bindings : public testing::Test {
  protected:
-  Bindings() {
-    for (Control* control : window.Controls()) EXPECT_TRUE(TieControl(*control, form)) << control->Name();
+  /// A control and the widget of the same name that shows it.
+  template <class ControlKind, class Widget>
+  struct Tied : ControlKind {
+    Tied(Bindings& test, const char* name, auto... state)
+        : ControlKind(test.window, name, state...), shown(new Widget(&test.form)) {
+      shown->setObjectName(name);
+      EXPECT_TRUE(TieControl(*this, test.form));
+    }
+    Widget* shown;
+  };
+
+  void SetUp() override {
     form.show();
+    const auto note = [this](const char* name) { return [this, name] { happened += name; }; };
+    button.onClick = note("button ");
+    check.onClick = note("check ");
+    field.onChange = note("field ");
+    command.onClick = note("command ");
+    list.onSelect = note("select ");
+    list.onActivate = note("activate ");
+    drop.onSelect = note("drop ");
   }
-  ~Bindings() override {
-    for (Control* control : window.Controls()) control->ConnectView({});
-  }
-  std::vector<std::string> Happened() { return std::exchange(window.happened, {}); }
+  std::string Happened() { return std::exchange(happened, ""); }
 
   OpenPorts ports;
   QtWindowSystem windows{ports};
-  EveryKind window{windows};
+  Window window{windows, "", ""};
+  std::string happened;
   QWidget form;
-  QPushButton* button = Named<QPushButton>(form, "button");
-  QCheckBox* check = Named<QCheckBox>(form, "check");
-  QLineEdit* field = Named<QLineEdit>(form, "field");
-  QPlainTextEdit* trace = Named<QPlainTextEdit>(form, "trace");
-  QLabel* label = Named<QLabel>(form, "label");
-  QListWidget* list = Named<QListWidget>(form, "list");
-  QComboBox* drop = Named<QComboBox>(form, "drop");
-  QMenu* menu = Named<QMenu>(form, "menu");
-  QAction* command = Named<QAction>(form, "command");
+  Tied<Button, QPushButton> button{*this, "button", "&Los"};
+  Tied<CheckBox, QCheckBox> check{*this, "check", "Haken"};
+  Tied<TextBox, QLineEdit> field{*this, "field", "alt"};
+  Tied<TextBox, QPlainTextEdit> trace{*this, "trace"};
+  Tied<Label, QLabel> label{*this, "label", "a < b & c"};
+  Tied<ListBox, QListWidget> list{*this, "list"};
+  Tied<ListBox, QComboBox> drop{*this, "drop"};
+  Tied<MenuEntry, QAction> command{*this, "command", "Ende"};
+  Tied<MenuEntry, QMenu> menu{*this, "menu", "&Datei"};
 };
 
-using Events = std::vector<std::string>;
-
 TEST_F(Bindings, TheUserReachesTheHandlers) {
-  QTest::mouseClick(button, Qt::LeftButton);
-  check->click();
-  QTest::keyClicks(field, "+1");
-  QTest::sendKeyEvent(QTest::Click, field, Qt::Key_Adiaeresis, QString::fromUtf8("ä"), {});
-  command->trigger();
-  EXPECT_EQ(Happened(), (Events{"button", "check", "field", "field", "field", "command"}));
-  EXPECT_TRUE(window.check.Checked());
-  EXPECT_EQ(window.field.Text(), "alt+1ä");
-
-  window.ticks.SetEnabled(true);
-  while (window.happened.empty()) QCoreApplication::processEvents();
-  window.ticks.SetEnabled(false);
-  EXPECT_EQ(Happened().front(), "tick");
+  QTest::mouseClick(button.shown, Qt::LeftButton);
+  check.shown->click();
+  QTest::keyClicks(field.shown, "+");
+  QTest::sendKeyEvent(QTest::Click, field.shown, Qt::Key_Adiaeresis, "ä", {});
+  command.shown->trigger();
+  EXPECT_EQ(Happened(), "button check field field command ");
+  EXPECT_TRUE(check.Checked());
+  EXPECT_EQ(field.Text(), "alt+ä");
+  Timer timer(window, "timer", 0);
+  timer.onTick = [&] { timer.SetEnabled(false); };
+  TieControl(timer, form);
+  timer.SetEnabled(true);
+  while (timer.Enabled()) QCoreApplication::processEvents();
 }
 
 TEST_F(Bindings, WhatTheProgramSetsIsShown) {
-  EXPECT_EQ(button->text(), "&Los");
-  EXPECT_EQ(label->text(), "a < b & c");
-  EXPECT_EQ(label->textFormat(), Qt::PlainText);
-  window.button.SetEnabled(false);
-  window.check.SetVisible(false);
-  window.check.SetChecked(true);
-  window.field.SetText("neu");
-  window.label.Append("\r\nd");
-  window.command.SetText("Schluss");
-  window.menu.SetVisible(false);
-  EXPECT_FALSE(button->isEnabled());
-  EXPECT_FALSE(check->isVisible());
-  EXPECT_TRUE(check->isChecked());
-  EXPECT_EQ(field->text(), "neu");
-  EXPECT_EQ(label->text(), "a < b & c\nd");
-  EXPECT_EQ(command->text(), "Schluss");
-  EXPECT_FALSE(menu->menuAction()->isVisible());
-  EXPECT_EQ(Happened(), Events{}) << "what the program does is no event of the user";
+  EXPECT_EQ(button.shown->text(), "&Los");
+  button.SetEnabled(false);
+  EXPECT_FALSE(button.shown->isEnabled());
+  check.SetVisible(false);
+  EXPECT_FALSE(check.shown->isVisible());
+  check.SetChecked(true);
+  EXPECT_TRUE(check.shown->isChecked());
+  field.SetText("neu");
+  EXPECT_EQ(field.shown->text(), "neu");
+  command.SetText("Schluss");
+  EXPECT_EQ(command.shown->text(), "Schluss");
+  menu.SetVisible(false);
+  EXPECT_FALSE(menu.shown->menuAction()->isVisible());
+  label.Append("\r\n\nc\r1\t\x1B\x7F\xFF" + std::string("\0 ", 2));
+  EXPECT_EQ(label.shown->text(), QString::fromUtf8("a < b & c\n\nc␍1\t␛␡\uFFFD␀ ")) << "nothing stays unseen";
+  EXPECT_EQ(label.shown->textFormat(), Qt::PlainText);
+  EXPECT_EQ(Happened(), "") << "what the program does is no event of the user";
 }
 
 TEST_F(Bindings, ClicksSelectAndDoubleClicksActivate) {
-  window.list.SetItems({"eins", "zwei", "drei"});
-  const auto at = [this](int row) { return list->visualItemRect(list->item(row)).center(); };
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at(1));
-  EXPECT_EQ(Happened(), Events{"select"});
-  EXPECT_EQ(window.list.SelectedItem(), "zwei");
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at(1));
-  EXPECT_EQ(Happened(), Events{"select"}) << "a click on the selected line counts too";
-  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at(1));
-  EXPECT_EQ(Happened(), Events{"activate"});
-  QTest::keyClick(list, Qt::Key_Down);
-  QTest::keyClick(list, Qt::Key_Return);
-  EXPECT_EQ(Happened(), (Events{"select", "activate"}));
-  window.list.SetSelected(0);
-  EXPECT_EQ(list->selectedItems().front()->text(), "eins");
-  window.list.SetItems({"vier"});
-  EXPECT_TRUE(list->selectedItems().empty());
-  EXPECT_EQ(Happened(), Events{});
-  list->setFocus();
-  QTest::keyClick(list, Qt::Key_Down);
-  EXPECT_EQ(Happened(), Events{"select"}) << "the only line can be selected by keyboard";
-  EXPECT_EQ(window.list.SelectedItem(), "vier");
+  list.SetItems({"eins", "zwei", "drei"});
+  const QPoint second = list.shown->visualItemRect(list.shown->item(1)).center();
+  QTest::mouseClick(list.shown->viewport(), Qt::LeftButton, {}, second);
+  EXPECT_EQ(Happened() + list.SelectedItem(), "select zwei");
+  QTest::mouseClick(list.shown->viewport(), Qt::LeftButton, {}, second);
+  EXPECT_EQ(Happened(), "select ") << "a click on the selected line counts too";
+  QTest::mouseDClick(list.shown->viewport(), Qt::LeftButton, {}, second);
+  EXPECT_EQ(Happened(), "activate ");
+  QTest::keyClick(list.shown, Qt::Key_Down);
+  QTest::keyClick(list.shown, Qt::Key_Return);
+  EXPECT_EQ(Happened(), "select activate ");
+  list.SetSelected(0);
+  EXPECT_EQ(list.shown->selectedItems().front()->text(), "eins");
+  list.SetItems({"vier"});
+  EXPECT_TRUE(list.shown->selectedItems().empty());
+  EXPECT_EQ(Happened(), "");
+  list.shown->setFocus();
+  QTest::keyClick(list.shown, Qt::Key_Down);
+  EXPECT_EQ(Happened() + list.SelectedItem(), "select vier") << "the only line can be selected by keyboard";
 
-  window.drop.SetItems({"/", "/media"});
-  EXPECT_EQ(drop->currentIndex(), -1);
-  QTest::keyClick(drop, Qt::Key_Down);
-  EXPECT_EQ(Happened(), Events{"drop"});
-  EXPECT_EQ(window.drop.Selected(), 0);
+  drop.SetItems({"/", "/media"});
+  EXPECT_EQ(drop.shown->currentIndex(), -1);
+  QTest::keyClick(drop.shown, Qt::Key_Down);
+  EXPECT_EQ(Happened(), "drop ");
+  EXPECT_EQ(drop.Selected(), 0);
 }
 
 TEST_F(Bindings, AGrowingTraceIsOnlyAddedTo) {
   qsizetype added = 0;
   qsizetype removed = 0;
-  QObject::connect(trace->document(), &QTextDocument::contentsChange, trace, [&](int, int gone, int come) {
+  const QTextDocument* document = trace.shown->document();
+  QObject::connect(document, &QTextDocument::contentsChange, document, [&](int, int gone, int come) {
     removed += gone;
     added += come;
   });
   constexpr int kLines = 10000;
-  for (int line = 0; line < kLines; ++line) {
-    if (line > 0) window.trace.Append("\r\n");
-    window.trace.Append("PC <- OX  ä<CR>");
-  }
+  for (int line = 0; line < kLines; ++line)
+    trace.Append(line > 0 ? "\r\nPC <- OX  ä<CR>" : "PC <- OX  ä<CR>");
   QCoreApplication::processEvents();
-  EXPECT_EQ(trace->document()->blockCount(), kLines);
+  EXPECT_EQ(document->blockCount(), kLines);
   EXPECT_EQ(removed, 0);
-  EXPECT_EQ(added, trace->document()->characterCount() - 1) << "each character is inserted once";
-  EXPECT_TRUE(trace->textCursor().atEnd());
-  window.trace.SetText("neu");
-  window.trace.Append("er");
+  EXPECT_EQ(added, document->characterCount() - 1) << "each character is inserted once";
+  EXPECT_TRUE(trace.shown->textCursor().atEnd());
+  trace.SetText("neu");
+  trace.Append("er");
   QCoreApplication::processEvents();
-  EXPECT_EQ(trace->toPlainText(), "neuer");
-}
-
-TEST(ScreenText, NothingFromTheLineStaysUnseen) {
-  const std::pair<std::string, const char*> cases[] = {
-      {"a\r\nb\nc", "a\nb\nc"}, {"0\r1", "0␍1"},    {std::string("x\0y", 3), "x␀y"},
-      {"\x7F\t\x1B", "␡\t␛"},   {"\r\n\n", "\n\n"}, {"\xFF", "\uFFFD"},
-  };
-  for (const auto& [text, shown] : cases) EXPECT_EQ(OnScreen(text), QString::fromUtf8(shown)) << text;
-
-  EXPECT_EQ(OnMessageBox("Zeile 1\r\r\n/S/\r\n\n\x01"), QString::fromUtf8("Zeile 1\n\n/S/\n\n␁"));
-
-  EXPECT_EQ(CutToFit("abcd", 4), "abcd");
-  EXPECT_EQ(CutToFit("abcde", 4), "abc…");
-  const QString broken = CutToFit(QString(200, 'x'), 1000);
-  for (const QString& part : broken.split(QChar(0x200B))) EXPECT_LE(part.size(), 80);
-  EXPECT_EQ(QString(broken).remove(QChar(0x200B)), QString(200, 'x'));
+  EXPECT_EQ(trace.shown->toPlainText(), "neuer");
 }
 
 }  // namespace

@@ -3,13 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QAccessible>
-#include <QAction>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
-#include <set>
 
 #include "app/start.h"
 #include "chooser/dateiwahl.h"
@@ -22,14 +19,22 @@
 #include "programming/updatepro.h"
 #include "programming/updatepro_ox3.h"
 #include "programming/updatetab.h"
-#include "scripted_desktop.h"
 #include "support/test_host.h"
 
 namespace ox::test {
 namespace {
 
-/// One of each window.
-struct Windows {
+class Forms : public testing::Test {
+ protected:
+  /// The form of a window, which bears the window's controls and is on the screen.
+  static std::unique_ptr<QWidget> Show(const Window& window) {
+    auto form = MakeForm(window.Name(), nullptr);
+    EXPECT_EQ(MismatchesOf(window, *form), std::vector<std::string>{});
+    for (Control* control : window.Controls()) EXPECT_TRUE(TieControl(*control, *form));
+    form->show();
+    return form;
+  }
+
   TestHost test;
   Subs subs;
   FileChooser chooser{test.host, subs};
@@ -43,120 +48,84 @@ struct Windows {
   PowerMonitor powerMonitor{test.host, subs.settings};
   Modem modem{test.host, subs.settings};
   Dateiwahl fileChooser{test.host, subs};
-
-  std::vector<Window*> All() {
-    return {&start,          &connectionTest, &dataExchange, &tableUpdate, &programUpdate2,
-            &programUpdate3, &packer,         &powerMonitor, &modem,       &fileChooser};
-  }
+  const std::vector<Window*> all{&start,          &connectionTest, &dataExchange, &tableUpdate,
+                                 &programUpdate2, &programUpdate3, &packer,       &powerMonitor,
+                                 &modem,          &fileChooser};
 };
 
-TEST(Forms, EveryControlHasItsWidgetAndEveryWidgetItsControl) {
-  Windows windows;
-  for (Window* window : windows.All()) {
-    const auto form = MakeForm(window->Name(), nullptr);
-    ASSERT_NE(form, nullptr) << window->Name();
-    EXPECT_EQ(MismatchesOf(*window, *form), std::vector<std::string>{});
-  }
-  EXPECT_EQ(MakeForm("Nirgends", nullptr), nullptr);
-
-  const auto wrongForm = MakeForm("updatepro", nullptr);
-  EXPECT_EQ(MismatchesOf(windows.connectionTest, *wrongForm).size(),
-            windows.connectionTest.Controls().size() + windows.programUpdate2.Controls().size());
-}
-
-/// What the Tab key comes to, starting anywhere.
-std::set<QWidget*> TabCycle(QWidget& form) {
-  std::set<QWidget*> cycle;
-  for (QWidget* widget = form.nextInFocusChain(); widget != &form; widget = widget->nextInFocusChain()) {
-    if ((widget->focusPolicy() & Qt::TabFocus) != 0) cycle.insert(widget);
-  }
-  return cycle;
-}
-
-TEST(Forms, EverythingCanBeReachedByKeyboardAndHasAName) {
-  Windows windows;
-  for (Window* window : windows.All()) {
-    const auto form = MakeForm(window->Name(), nullptr);
-    for (Control* control : window->Controls()) TieControl(*control, *form);
-    form->show();
-    const std::set<QWidget*> cycle = TabCycle(*form);
+TEST_F(Forms, EveryControlHasItsWidgetReachedByKeyboardAndNamed) {
+  for (const Window* window : all) {
+    const auto form = Show(*window);
+    QWidgetList reached;
+    for (QWidget* next = form->nextInFocusChain(); next != form.get(); next = next->nextInFocusChain()) {
+      if ((next->focusPolicy() & Qt::TabFocus) != 0) reached += next;
+    }
     for (const Control* control : window->Controls()) {
       auto* widget = form->findChild<QWidget*>(QString::fromStdString(control->Name()));
-      if (dynamic_cast<const Label*>(control) != nullptr || widget == nullptr) continue;
-      if (dynamic_cast<const MenuEntry*>(control) != nullptr) continue;
-      EXPECT_EQ(cycle.count(widget), 1) << window->Name() << " " << control->Name();
-      QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(widget);
-      EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty()) << window->Name() << " " << control->Name();
+      if (widget == nullptr || qobject_cast<QLabel*>(widget) != nullptr) continue;
+      if (qobject_cast<QMenu*>(widget) != nullptr) continue;
+      EXPECT_TRUE(reached.contains(widget)) << window->Name() << " " << control->Name();
+      const auto* reader = QAccessible::queryAccessibleInterface(widget);
+      EXPECT_NE(reader->text(QAccessible::Name), "") << window->Name() << " " << control->Name();
     }
-    for (Control* control : window->Controls()) control->ConnectView({});
   }
+  EXPECT_EQ(MakeForm("Nirgends", nullptr), nullptr);
+  EXPECT_EQ(MismatchesOf(connectionTest, *MakeForm("updatepro", nullptr)).size(),
+            connectionTest.Controls().size() + programUpdate2.Controls().size());
 }
 
-TEST(Forms, TracesAreReadOnlyAndTakeTheRoom) {
-  for (const auto& [name, trace] : {std::pair{"Datenaustausch", "datanz"},
-                                    {"PowerMonitor", "datanz"},
-                                    {"Modem", "Datanz"},
-                                    {"Datenaustausch", "mewanz"}}) {
-    const auto form = MakeForm(name, nullptr);
-    auto* widget = form->findChild<QPlainTextEdit*>(QString::fromUtf8(trace));
-    EXPECT_TRUE(widget->isReadOnly());
-    EXPECT_TRUE(widget->textInteractionFlags() & Qt::TextSelectableByMouse);
-    EXPECT_TRUE(QFontInfo(widget->font()).fixedPitch() || QFontInfo(widget->font()).family() != "Monospace");
-    form->show();
-    const QSize before = widget->size();
-    form->resize(form->size() + QSize(200, 200));
-    QCoreApplication::processEvents();
-    EXPECT_GE(widget->height(), before.height() + 50) << name;
-    EXPECT_EQ(widget->width(), before.width() + 200) << name;
+TEST_F(Forms, TracesAreReadOnlyAndTakeTheRoom) {
+  QStringList traces;
+  for (const Window* window : all) {
+    const auto form = Show(*window);
+    for (const auto* trace : form->findChildren<QPlainTextEdit*>()) {
+      traces += trace->objectName();
+      EXPECT_TRUE(trace->isReadOnly());
+      EXPECT_TRUE(trace->textInteractionFlags() & Qt::TextSelectableByMouse);
+      const QFontInfo font(trace->font());
+      EXPECT_TRUE(font.fixedPitch() || font.family() != "Monospace");
+      const QSize before = trace->size();
+      form->resize(form->size() + QSize(200, 200));
+      QCoreApplication::processEvents();
+      EXPECT_GE(trace->height(), before.height() + 50);
+      EXPECT_EQ(trace->width(), before.width() + 200);
+    }
   }
+  EXPECT_EQ(traces.join(' ').toStdString(), "datanz mewanz datanz Datanz");
 }
 
-TEST(Forms, LabelsTakeTheRoomOfTheirText) {
-  Windows windows;
-  const auto chooser = MakeForm("Dateiwahl", nullptr);
-  TieControl(windows.fileChooser.Label1, *chooser);
-  chooser->show();
-  const auto* name = chooser->findChild<QWidget*>("Text2");
-  const int withoutPrompt = name->y();
-  windows.fileChooser.Label1.SetText("Messstellentabelle");
+TEST_F(Forms, LabelsTakeTheRoomOfTheirText) {
+  const auto prompting = Show(fileChooser);
+  const auto* below = prompting->findChild<QWidget*>("Text2");
+  const int withoutPrompt = below->y();
+  fileChooser.Label1.SetText("Messstellentabelle");
   QCoreApplication::processEvents();
-  EXPECT_GT(name->y(), withoutPrompt) << "only a prompt that says something takes room";
-  windows.fileChooser.Label1.ConnectView({});
+  EXPECT_GT(below->y(), withoutPrompt) << "only a prompt that says something takes room";
 
-  const std::string marks(60, '>');  // more than any update makes: large fonts are like more marks
-  for (auto [window, status] : {std::pair<Window*, Label*>{&windows.tableUpdate, &windows.tableUpdate.Go},
-                                {&windows.programUpdate2, &windows.programUpdate2.Go},
-                                {&windows.programUpdate3, &windows.programUpdate3.Go}}) {
-    const auto form = MakeForm(window->Name(), nullptr);
-    TieControl(*status, *form);
-    form->show();
-    status->SetText(marks);
+  for (UpdateWindow* window :
+       std::initializer_list<UpdateWindow*>{&tableUpdate, &programUpdate2, &programUpdate3}) {
+    const auto form = Show(*window);
+    window->Go.SetText(std::string(60, '>'));  // more than any update makes: large fonts are like more marks
     QCoreApplication::processEvents();
     const auto* line = form->findChild<QLabel*>("Go");
-    EXPECT_GE(line->contentsRect().width(), line->fontMetrics().horizontalAdvance(line->text()))
-        << window->Name();
-    status->ConnectView({});
+    EXPECT_GE(line->contentsRect().width(), line->fontMetrics().horizontalAdvance(line->text()));
   }
 }
 
-TEST(Forms, TheMainMenuStandsInItsOrder) {
-  Windows windows;
-  const auto form = MakeForm("Start", nullptr);
-  for (Control* control : windows.start.Controls()) TieControl(*control, *form);
-  std::vector<std::string> captions;
-  const std::function<void(QWidget&)> collect = [&](QWidget& menu) {
-    for (QAction* action : menu.actions()) {
-      captions.push_back((action->isVisible() ? "" : "-") + action->text().toStdString());
+TEST_F(Forms, TheMainMenuStandsInItsOrder) {
+  const auto form = Show(start);
+  std::string captions;
+  const std::function<void(const QWidget&)> collect = [&](const QWidget& menu) {
+    for (const QAction* action : menu.actions()) {
+      captions += (action->isVisible() ? "" : "-") + action->text().toStdString() + "|";
       if (action->menu<QMenu*>() != nullptr) collect(*action->menu<QMenu*>());
     }
   };
   collect(*form->findChild<QWidget*>("menubar"));
   EXPECT_EQ(captions,
-            (std::vector<std::string>{
-                "&Datei", "&Ende", "Update", "Update Tabellen", "Update Programm Orvanexe II + III",
-                "Verbindungstest", "Datenaustausch", "COM:", "COM1: <", "COM2:", "COM3:", "COM4:", "-Tools",
-                "Firmware OX3 verpacken", "Stromversorgungsmonitor OX III", "-Modem", "&?"}));
-  for (Control* control : windows.start.Controls()) control->ConnectView({});
+            "&Datei|&Ende|Update|Update Tabellen|Update Programm Orvanexe II + III|Verbindungstest|"
+            "Datenaustausch|COM:|COM1: <|COM2:|COM3:|COM4:|-Tools|Firmware OX3 verpacken|"
+            "Stromversorgungsmonitor OX III|-Modem|&?|");
 }
 
 }  // namespace

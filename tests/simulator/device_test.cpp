@@ -31,8 +31,10 @@ TEST(Device, WakesUpTakesOneRequestAndSleeps) {
   }
   DeviceOptions options;
   options.rubbishWhenUnfit = true;
+  options.replies.leastRecords = 1000;
   Device noisy(options);
   EXPECT_EQ((LinePc{noisy, kLoaderLine}.Talk({"S"})).size(), 2U);
+  EXPECT_EQ((LinePc{noisy}.Talk({"S", "P"})), "A|\rE\r|") << "without values there is no filling up";
 
   device.Receive("S", pc.line, 100);
   EXPECT_DOUBLE_EQ(device.NextOutput().value(), 100 + 20.0 / 9600) << "after a pause of two characters";

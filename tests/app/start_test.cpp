@@ -61,7 +61,7 @@ TEST_F(StartWindow, ReadsItsSettingsFieldByFieldAndWritesThemInOrder) {
       {"EDT|", defaults + "EDT|"},
       {R"(\Q\C:\a,b|\C\2|)", R"(\C\2|\B\9600|\P\O|\Q\C:\a|)"},          // cut at the comma
       {R"(\Q\a,\C\4)", R"(\C\4|\B\9600|\P\O|\Q\a|)"},                   // what follows it may be a mark
-      {R"(  "\Q\C:\a,b" |\C\12)", R"(\C\2|\B\9600|\P\O|\Q\C:\a,b|)"},   // quoted
+      {R"(   "\Q\C:\a,b" |\C\12)", R"(\C\2|\B\9600|\P\O|\Q\C:\a,b|)"},  // quoted
       {"\n\n\\C\\7\nED\n\\C\n,,\\Q\\x", R"(\C\7|\B\9600|\P\O|\Q\x|)"},  // line feeds, short entries
       {"\xEF\xBB\xBF\\C\\3\n", R"(\C\3|\B\9600|\P\O|)"},                // byte order mark
       {"\"\\C\\3\n", "\\C\\\n|\\B\\9600|\\P\\O|"},                      // a quote without end
@@ -87,15 +87,6 @@ TEST_F(StartWindow, KeepsTheChosenPortUnlessItIsLeftByEnde) {
   const auto captions = [this] {
     return start_.MenuCOM1.Text() + start_.MenuCOM2.Text() + start_.MenuCOM3.Text() + start_.MenuCOM4.Text();
   };
-  host_.files.unreadable.insert(kFile);
-  host_.files.writable = false;
-  Open("\\M\\\n\\C\\4");
-  EXPECT_EQ(captions(), "COM1: <COM2:COM3:COM4:");
-  EXPECT_EQ(Click(start_.MenuModem), "") << "switched off";
-  start_.RequestClose();
-  EXPECT_EQ(happened_, "") << "nobody is told of settings that were neither read nor written";
-
-  host_.files = {};
   Open("\\C\\7");
   EXPECT_EQ(captions(), "COM1: <COM2:COM3:COM4:") << "an odd port marks none";
   start_.RequestClose();
@@ -106,6 +97,16 @@ TEST_F(StartWindow, KeepsTheChosenPortUnlessItIsLeftByEnde) {
   start_.MenuDateiEnde.Click();
   EXPECT_TRUE(host_.windows.Ended());
   EXPECT_EQ(host_.files.content[kFile], "\\C\\4");
+  start_.RequestClose();
+  EXPECT_TRUE(host_.files.content[kFile].starts_with("\\C\\2\r\n"));
+
+  host_.files.unreadable.insert(kFile);
+  host_.files.writable = false;
+  Open("\\M\\\n\\C\\4");
+  EXPECT_EQ(captions(), "COM1: <COM2:COM3:COM4:");
+  EXPECT_EQ(Click(start_.MenuModem), "") << "switched off";
+  start_.RequestClose();
+  EXPECT_EQ(happened_, "") << "nobody is told of settings that were neither read nor written";
 }
 
 TEST_F(StartWindow, OpensWhatTheDeviceAllows) {

@@ -81,6 +81,7 @@ TEST_F(ModemTest, TellsOfEveryAnswerThatIsNoAcceptance) {
     EXPECT_EQ(Click(window_.Command2), told);
     EXPECT_EQ(host_.ports.Sent(), sent) << toWakeUp << toRecord;
   }
+  EXPECT_TRUE(window_.Datanz.Text().ends_with("PC -> Modem  S\r\nPC -> Modem  N"));
 }
 
 TEST_F(ModemTest, SendsRightAndDoubtfulFieldsAndRefusesWrongOnes) {

@@ -313,14 +313,9 @@ class Day : public User {
     Click("Command3");
     Answer("Warnung: Wertebereichsüberschreitung Parameter (0000...0999)!");
     AwaitUsable("Command4");
-    Expect("TMEW Datanz", R"( 12.3|PC -> Modem  S
-PC <- Modem  A
-PC -> Modem  *205 221126 1430<CR>
-PC <- Modem  A
-PC -> Modem  S
-PC <- Modem  A
-PC -> Modem  #12345678: 1023 s  12.3 <CR>
-PC <- Modem  A)");
+    Expect("TMEW Datanz",
+           " 12.3|PC -> Modem  S\nPC <- Modem  A\nPC -> Modem  *205 221126 1430<CR>\nPC <- Modem  A\n"
+           "PC -> Modem  S\nPC <- Modem  A\nPC -> Modem  #12345678: 1023 s  12.3 <CR>\nPC <- Modem  A");
     Click("Command4");
     Signal(SIGUSR2);
     AwaitUsable("Command4");

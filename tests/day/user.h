@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -43,12 +42,10 @@ class User : public QObject {
  protected:
   static constexpr std::chrono::seconds kPatience{20};
 
-  /// Clicks the entry in the menu bar, through its menu where it is in one.
   void ChooseMenu(const std::string& entry) {
     Await("menu " + entry, [&] {
-      const auto* main = qobject_cast<QMainWindow*>(Top());
-      auto* action = main != nullptr ? main->findChild<QAction*>(Q(entry)) : nullptr;
-      return action != nullptr && Soon([main, action] { ClickEntry(main->menuBar(), action); });
+      auto* action = Top() != nullptr ? Top()->findChild<QAction*>(Q(entry)) : nullptr;
+      return action != nullptr && action->isVisible() && Soon([action] { action->trigger(); });
     });
   }
 
@@ -76,7 +73,9 @@ class User : public QObject {
 
   void Click(const std::string& name) {
     constexpr int kFromLeft = 8;  // where a check box has its box
-    Touch(name, [](QWidget* button) { ClickAt(button, {kFromLeft, button->height() / 2}); });
+    Touch(name, [](QWidget* button) {
+      QTest::mouseClick(button, Qt::LeftButton, {}, {kFromLeft, button->height() / 2});
+    });
   }
 
   /// Replaces what is in fields, each given with its new text.
@@ -170,17 +169,6 @@ class User : public QObject {
       texts += widget != nullptr ? widget->property(what).toString() : painted_[name].join(' ');
     }
     return texts.join('|').toStdString();
-  }
-
-  static void ClickAt(QWidget* widget, const QPoint& place) {
-    QTest::mouseClick(widget, Qt::LeftButton, {}, place);
-  }
-
-  static void ClickEntry(QMenuBar* bar, QAction* entry) {
-    auto* menu = qobject_cast<QMenu*>(entry->associatedObjects().front());
-    if (menu == nullptr) return ClickAt(bar, bar->actionGeometry(entry).center());
-    ClickEntry(bar, menu->menuAction());
-    ClickAt(menu, menu->actionGeometry(entry).center());
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {

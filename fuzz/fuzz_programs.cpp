@@ -1,0 +1,57 @@
+// Files that hold a program: any bytes, and sound ones with changes, are taken as a whole or not at all.
+#include "harness.h"
+#include "programming/loader_hex.h"
+#include "programming/program_file.h"
+
+namespace ox {
+namespace {
+
+/// Lines of up to 64 bytes whose digits and sums are sound, so that addresses and lengths are tried as well.
+Bytes SoundLines(BytesView input) {
+  Bytes text = ":";
+  while (!input.empty()) {
+    const BytesView record = input.substr(0, 1 + ByteValue(input[0]) % 64);
+    input.remove_prefix(record.size());
+    unsigned sum = 0;
+    for (const char byte : record) sum += ByteValue(byte);
+    for (const char byte : Bytes(record) + ByteOf(0U - sum)) {
+      for (const unsigned digit : {ByteValue(byte) >> 4U, ByteValue(byte) & 0xFU})
+        text += "0123456789ABCDEF"[digit];
+    }
+    text += "\r\n:";
+  }
+  return text + "00000001FF\r\n";
+}
+
+void ReadLoader(const Bytes& text) {
+  Bytes image(0x8100, '\x55');
+  const bool good = ReadLoaderHex(text, image);
+  Require(image.size() == 0x8100 && (!good || text.find(":000000") != Bytes::npos));
+}
+
+void ReadProgram(BytesView input) {
+  // Small, so that a run takes little time; the second and third record are scrambled.
+  constexpr ProgramFormat kFormat{.records = 3, .checkWordStart = 2, .checkWordMissing = false};
+  for (const ProgramFormat& format : {kFormat, kProgramFormat2, kProgramFormat3}) {
+    const LoadedProgram any = ReadProgramFile(input, format);
+    Require(any.program.size() == (any.status == ProgramFileStatus::kGood ? format.ProgramSize() : 0));
+  }
+  Bytes program(input.empty() ? "\xA5" : input);
+  while (program.size() < kFormat.ProgramSize()) program += Bytes(program);
+  program.resize(kFormat.ProgramSize());
+  const Bytes file = BuildProgramFile(program);
+  Require(file.size() == kFormat.FileSize() && ReadProgramFile(file, kFormat).program == program);
+  // One change is noticed or does not reach the program.
+  const auto [status, changed] = ReadProgramFile(Damaged(file, input), kFormat);
+  if (status != ProgramFileStatus::kGood) return;
+  Require(input.size() / kEditSize <= 1 ? changed == program : changed.size() == program.size());
+}
+
+}  // namespace
+
+void Fuzz(unsigned choice, BytesView input) {
+  if (choice % 3 == 0) return ReadProgram(input);
+  ReadLoader(choice % 3 == 1 ? Bytes(input) : SoundLines(input));
+}
+
+}  // namespace ox

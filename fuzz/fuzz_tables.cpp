@@ -1,0 +1,110 @@
+// Tables as files, packed and as images: any bytes, and valid ones with damage.
+#include "harness.h"
+#include "simulator/image_reader.h"
+#include "simulator/table_checksum.h"
+#include "tables/linking.h"
+#include "tables/mes_table.h"
+#include "tables/par_table.h"
+#include "tables/table_cursor.h"
+#include "tables/table_images.h"
+#include "tables/table_text.h"
+#include "tables/zuo_table.h"
+
+namespace ox {
+namespace {
+
+struct CountedMessages : TableMessages {
+  void Show(const Bytes&) override { ++shown; }
+  bool Confirm(const Bytes&) override { return answer; }
+
+  std::size_t shown = 0;
+  bool answer = true;
+};
+
+constexpr BytesView kMesFile =
+    "Netz\r\n/S/\"1\"\r\n/A/\"Amt\"/Z/\"123\"\n/N/\"11111111\"/D/\" 0012\"/M/\"-9999\"/T/\"Pegel\"\n"
+    "/N/\"22222222\" /D/\"-0000\" /M/\" 0000\" /T/\"X\"\n/B/ Ende\n/A/\"Leer\"/Z/\"456\"/B/ /E/";
+constexpr BytesView kParFile = "/P/\"0001\"/T/\"Hoehe\"/M/\"m/s\"\n/P/\"1023\"/T/\"123456789\"/M/\"cm \"/E/";
+constexpr BytesView kZuoFile = "/N/\"11111111\"/P/\"0001,1023\"\n/N/\"16777216\"/P/\"1023\"\n/E/";
+
+/// Lines, marks and values stay within the text and its lines.
+void CheckText(const Bytes& text) {
+  Bytes joined;
+  int lines = 0;
+  while (joined.size() < text.size()) joined.append(GetLineText(text, ++lines)).push_back(kLineEnd);
+  Require(joined == text && GetLineText(text, lines + 1).empty() && text.find('\n') == Bytes::npos);
+  TableCursor cursor(text);
+  for (std::size_t marks = 0; marks <= text.size() + 2; ++marks) {
+    const int before = cursor.line();
+    cursor.FindControlMark();
+    const int at_mark = cursor.line();
+    const BytesView value = cursor.ReadFramedValue();
+    Require(at_mark >= before && at_mark <= lines + 1 && cursor.line() == at_mark);
+    Require(value.find_first_of("\"\r") == BytesView::npos);
+  }
+}
+
+/// A file is told of in one report or packed as a whole.
+Bytes Parsed(Bytes (*parse)(BytesView, TableMessages&), BytesView file, BytesView end) {
+  const Bytes text = BuildTableText(file);
+  CheckText(text);
+  CountedMessages messages;
+  Bytes packed = parse(text, messages);
+  Require(text.empty() == file.empty() && messages.shown == (packed.empty() ? 1U : 0U));
+  Require(packed.empty() || packed.ends_with(end));
+  return packed;
+}
+
+/// What the parser lets through, linking walks through; it refuses only tables without an office.
+void CheckPoints(const Bytes& points) {
+  CountedMessages messages;
+  const bool offices = points.find('\0', points.find('\0') + 2) + 1 != points.size();
+  Require(AttachAssignments(points, Bytes(8, '\0'), messages) == (offices ? points : Bytes()));
+  Require(messages.shown == (offices ? 0U : 1U));
+}
+
+void Link(const Bytes& points, const Bytes& parameters, const Bytes& assignments, bool answer) {
+  CountedMessages checking;
+  const bool fits = CheckAssignmentParameters(assignments, parameters, checking);
+  Require(checking.shown == (fits ? 0U : 1U));
+  CountedMessages attaching;
+  attaching.answer = answer;
+  const Bytes linked = AttachAssignments(points, assignments, attaching);
+  Require(!linked.empty() || attaching.shown > 0 || !answer);
+  for (const Bytes& table : {linked, points}) {  // also one that linking never saw
+    const auto [newer, older] = BuildTableImages(table, parameters);
+    Require(older.status != ImageStatus::kUnusable);
+    for (const TableImage& image : {newer, older})
+      Require(image.bytes.size() == (image.status == ImageStatus::kBuilt ? kImageSize : 0));
+  }
+}
+
+/// Any bytes as an image with the right checksum, for the device's readers of both layouts.
+void ReadImage(Bytes image) {
+  image.resize(sim::kTableImageSize, '\xFF');
+  const unsigned checksum = sim::TableChecksum(image);
+  image[sim::kTableChecksumAt] = ByteOf(checksum);
+  image[sim::kTableChecksumAt + 1] = ByteOf(checksum >> 8U);
+  Require(!sim::ReadOlderImage(image) || !sim::ReadGeneration3Image(image));  // an image has one layout
+}
+
+}  // namespace
+
+void Fuzz(unsigned choice, BytesView input) {
+  if (choice >> 6U == 0) return ReadImage(Bytes(input));
+  const bool files = (choice & 8U) != 0;  // the input stands for files, else for packed tables
+  const auto packed = [&](unsigned table, auto* parse, BytesView file, BytesView end) {
+    const auto tried = [&](BytesView valid) {
+      if ((choice >> table & 1U) == 0) return Bytes(valid);
+      return (choice & 16U) != 0 ? Bytes(input) : Damaged(Bytes(valid), input);
+    };
+    return files ? Parsed(parse, tried(file), end) : tried(Parsed(parse, file, end));
+  };
+  const Bytes points = packed(0, ParseMesTable, kMesFile, BytesView("\0", 1));
+  const Bytes parameters = packed(1, ParseParTable, kParFile, BytesView("\0\0", 2));
+  const Bytes assignments = packed(2, ParseZuoTable, kZuoFile, BytesView("\0", 1));
+  if (files && !points.empty()) CheckPoints(points);
+  Link(points, parameters, assignments, (choice & 32U) != 0);
+}
+
+}  // namespace ox

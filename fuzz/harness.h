@@ -1,0 +1,35 @@
+// What every harness is made of: it defines Fuzz and says there what must hold.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "platform/bytes.h"
+
+namespace ox {
+
+/// Tries one input in the way that its first byte, taken off it, chooses.
+void Fuzz(unsigned choice, BytesView input);
+
+/// Ends the run as a find.
+inline void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+/// What is sound after a row of edits: where (two bytes), how many characters go and whether one comes, and
+/// which. So every input stays close to it.
+constexpr std::size_t kEditSize = 4;
+inline Bytes Damaged(Bytes sound, BytesView edits) {
+  for (; edits.size() >= kEditSize; edits.remove_prefix(kEditSize)) {
+    const std::size_t at = (ByteValue(edits[0]) << 8U | ByteValue(edits[1])) % (sound.size() + 1);
+    sound.replace(at, ByteValue(edits[2]) / 2, ByteValue(edits[2]) % 2, edits[3]);
+  }
+  return sound;
+}
+
+}  // namespace ox
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size > 0) ox::Fuzz(data[0], {reinterpret_cast<const char*>(data) + 1, size - 1});
+  return 0;
+}

@@ -13,6 +13,7 @@ TEST(TableFile, IsReadInBothEncodingsAndItsMessagesAreShownInTheUsers) {
     host.files.content["/netz.mes"] = content;
     EXPECT_EQ(ReadTableText(host.files, "/netz.mes"), "\r\r/S/\"\xC4\xDF\"\r/E/\r") << content;
   }
+  EXPECT_EQ(ReadTableText(host.files, "/fort.mes"), std::nullopt);
   WindowTableMessages messages(host.windows);
   messages.Show("\xE4$");
   host.windows.Answer({Answer::Cancel, Answer::Ok});

@@ -12,10 +12,10 @@ namespace {
 class Chooser : public testing::Test {
  protected:
   Chooser() {
-    for (const char* path : {R"(C:\Tab\Netz.MES)", R"(C:\Tab\Süd 2.mes)", R"(C:\Tab\netz.par)",
-                             R"(C:\Tab\alt\netz.mes)", R"(D:\sichern.mes)", "/home/ox/n.mes", "/mnt/x/a b/c"})
+    for (const char* path :
+         {R"(C:\Tab\Netz.MES)", R"(C:\Tab\Süd 2.mes)", R"(C:\Tab\netz.par)", R"(C:\Tab\alt\netz.mes)",
+          R"(C:\Tab\zu\n.mes)", R"(D:\sichern.mes)", "/home/ox/n.mes", "/mnt/x/a b/c"})
       host_.files.content[path];
-    host_.files.emptyFolders = {R"(C:\Tab\zu)"};
     host_.files.unreadable = {R"(A:\)", R"(C:\Tab\zu)"};
   }
 

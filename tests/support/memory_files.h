@@ -11,8 +11,7 @@
 
 namespace ox::test {
 
-/// A small world of files under full paths or bare names. Folders are those that a path names or that were
-/// added.
+/// A small world of files under full paths or bare names. Folders are those that a path names.
 class MemoryFiles : public Files {
  public:
   std::map<std::string, Bytes> content;
@@ -23,7 +22,6 @@ class MemoryFiles : public Files {
   PathStyle style;
   std::string workingFolder = "/arbeit";
   std::vector<std::string> drives{"/"};
-  std::set<std::string> emptyFolders;
 
   using Files::Read;
   std::optional<Bytes> Read(const std::string& path, std::size_t limit) override {
@@ -93,17 +91,14 @@ class MemoryFiles : public Files {
     std::set<std::string> names;
     bool exists = std::ranges::count(drives, folder.substr(0, folder.size() - 1)) > 0 ||
                   std::ranges::count(drives, folder) > 0;
-    const auto look = [&](const std::string& path, bool isFolder) {
-      if (!path.starts_with(folder)) return;
+    for (const auto& [path, bytes] : content) {
+      if (!path.starts_with(folder)) continue;
       exists = true;
-      const std::string rest = path.substr(folder.size());
-      const auto end = rest.find(style.separator);
-      const bool below = end != std::string::npos;
-      if (!rest.empty() && (below || isFolder) == folders) names.insert(rest.substr(0, end));
-    };
-    for (const auto& [path, bytes] : content) look(path, false);
-    for (const auto& path : emptyFolders) look(path, true);
-    if (!exists && !emptyFolders.contains(folder.substr(0, folder.size() - 1))) return std::nullopt;
+      const auto end = path.find(style.separator, folder.size());
+      if ((end != std::string::npos) == folders)
+        names.insert(path.substr(folder.size(), end - folder.size()));
+    }
+    if (!exists) return std::nullopt;
     return std::vector<std::string>(names.begin(), names.end());
   }
 };

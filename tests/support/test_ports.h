@@ -32,7 +32,6 @@ class TestPorts : public SerialPorts {
   void BreakAfterSending(std::size_t characters) { sendable_ = characters; }
   void Break() { broken_ = true; }
   void Mend();
-  bool Broken() const { return broken_; }
 
   /// When the next character reaches an open port.
   std::optional<double> NextInput() const;

@@ -59,7 +59,6 @@ void TestWindows::Yield() {
 
 void TestWindows::Rest() {
   const Shelter shelter;
-  ++rests_;
   WaitUntil(clock_.Elapsed() + (ports_.InputWaiting() ? kRoundSeconds : kRestSeconds));
 }
 
@@ -120,7 +119,6 @@ void TestWindows::Leave(Window& window) {
 
 void TestWindows::ShowModal(Window& window) {
   const Shelter shelter;
-  shown_.push_back(window.Name());
   Enter(window);
   OpenAndActivate(window);
   if (window.IsOpen()) {

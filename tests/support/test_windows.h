@@ -41,10 +41,7 @@ class TestWindows : public WindowSystem {
   const std::vector<std::string>& Messages() const { return messages_; }
   /// The messages since the last call.
   std::vector<std::string> TakeMessages();
-  /// Names of the windows shown, in order.
-  const std::vector<std::string>& Shown() const { return shown_; }
   bool Ended() const { return ended_; }
-  long Rests() const { return rests_; }
 
   /// Opens a window as the main window: it stays open beside the test. Close it with RequestClose.
   void OpenMain(Window& window);
@@ -82,7 +79,6 @@ class TestWindows : public WindowSystem {
   std::function<void(const std::string&)> observer_;
   std::vector<std::string> messages_;
   std::size_t messagesTaken_ = 0;
-  std::vector<std::string> shown_;
   /// A timer of a window that is open, and when it ticked last or was switched on.
   struct RunningTimer {
     Window* window;
@@ -90,7 +86,6 @@ class TestWindows : public WindowSystem {
     std::optional<double> since;
   };
   std::vector<RunningTimer> timers_;
-  long rests_ = 0;
   bool ended_ = false;
 };
 

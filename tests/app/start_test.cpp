@@ -73,7 +73,8 @@ TEST_F(StartWindow, ReadsItsSettingsFieldByFieldAndWritesThemInOrder) {
     return text;
   };
   for (const auto& [read, written] : readAndWritten) {
-    subs_.settings = {.BaudRate = "2400", .Connected = true};
+    subs_.settings.BaudRate = "2400";
+    subs_.settings.Connected = true;
     Start start(host_.host, subs_, {});
     host_.files.content[kFile] = lines(read);
     host_.windows.OpenMain(start);

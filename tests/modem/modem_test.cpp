@@ -85,7 +85,9 @@ TEST_F(ModemTest, TellsOfEveryAnswerThatIsNoAcceptance) {
 }
 
 TEST_F(ModemTest, SendsRightAndDoubtfulFieldsAndRefusesWrongOnes) {
-  sim::SimulatedModem modem({.answer = "A"});
+  sim::ModemOptions agreeable;
+  agreeable.answer = "A";
+  sim::SimulatedModem modem(agreeable);
   host_.ports.Connect(1, &modem);
   Button* send = &window_.Command2;
   const auto expect = [&](TextBox& box, const Texts& texts, const std::string& told) {
@@ -95,7 +97,10 @@ TEST_F(ModemTest, SendsRightAndDoubtfulFieldsAndRefusesWrongOnes) {
       box.Edit(text);
       EXPECT_EQ(Click(*send), told.empty() ? Texts() : Texts{told}) << text;
       EXPECT_EQ(host_.ports.Sent().empty(), !sends) << text;
-      if (send == &window_.Command3) EXPECT_EQ(window_.Focused(), sends ? &window_.TMST : &box) << text;
+      EXPECT_EQ(window_.Focused(), send == &window_.Command2 ? nullptr
+                                   : sends                   ? &window_.TMST
+                                                             : &box)
+          << text;
     }
     box.Edit(usual);
   };
@@ -196,8 +201,10 @@ TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWithAndWaitsForTheRest) {
   for (int i = 1; i < 100; ++i) noWithoutEnd.push_back({i * 0.5, "N"});
   modem_.Expect("S", "A").Expect(kDateRecord, noWithoutEnd);
   expect(window_.Command2, 20.1, 20.5, {kRefused});
-  sim::SimulatedModem talkative({.burstPeriod = 0.5});
-  host_.ports.Connect(1, &talkative);
+  sim::ModemOptions talkative;
+  talkative.burstPeriod = 0.5;
+  sim::SimulatedModem modem(talkative);
+  host_.ports.Connect(1, &modem);
   expect(window_.Command4, 20, 20, {});
   expect(window_.Command4, 0.5, 0.5, {});
   EXPECT_TRUE(host_.ports.ModemLine().back()) << "never left dropped";

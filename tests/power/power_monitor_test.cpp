@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "simulator/device.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"

@@ -50,8 +50,7 @@ Texts Split(const std::string& text, char at) {
   return parts;
 }
 
-// A row "line|right|wrong~wrong|report": what is told of the valid file with either of the wrong texts in
-// place of the right one.
+// A row "line|right|wrong~wrong|report": what is told when a wrong text stands where the right one should.
 void ExpectReports(Parser parse, const std::string& valid, const std::string& rows) {
   for (const std::string& row : Split(rows, '\n')) {
     const Texts fields = Split(row, '|');

@@ -40,22 +40,23 @@ TEST(TableImages, HoldTheTablesByteForByte) {
 TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
   const Bytes point = Point("12345678", "0001");
   const Bytes entry = "0012 Temp.Luft CCC___";
-  using Case = std::tuple<Bytes, Bytes, std::string>;
-  // Unusable: the version, the parameters, the offices, the measuring points.
+  using Case = std::tuple<Bytes, Bytes, std::string>;  // of the sections, those that are unusable
   for (const auto& [points, list, unusable] : {
            Case{Office(point), entry, ""},
-           {Office(point), "__", ""},
+           {Office(point), "x_", ""},
            {"__Amt_123_" + point + "___", entry, "V"},
            {Office(point), "0012 Temp.Luft CC___", "P"},
            {Office(point), "0012-Temp.Luft CCC___", "P"},
            {Office(point), "0012 Temp.Luft-CCC___", "P"},
            {Office(point), "00x2 Temp.Luft CCC___", "P"},
            {Office(point), "0012 Temp.Luft CCC_", "P"},
-           {Office(point), "", "P"},
+           {Office(point), "xx_", "P"},
            {"V__Fuenfzehn lang!_123_" + point + "___", entry, "O"},
            {"V__Amt_A1B_" + point + "___", entry, "OM"},
            {"V__Amt_12_" + point + "___", entry, "OM"},
            {"V__Amt_123_" + point, entry, "OM"},
+           {"V__Amt_123_" + point + "_x_", entry, "OM"},
+           {"V__Amt_123_12345678 0012-0012Pegel_", entry, "OM"},
            {"V__Amt_123", entry, "OM"},
            {"V__Amt", entry, "OM"},
            {"V", entry, "VOM"},

@@ -31,14 +31,14 @@ inline sim::DeviceOptions DeviceOf(int generation, const Bytes& kinds = "", bool
 
 struct UpdateRig {
   explicit UpdateRig(Update which) : update(which) {
-    files = {{"/gut.mes", DemoFile("netz.mes")}, {"/gut.par", DemoFile("netz.par")}};
+    files["/gut.mes"] = DemoFile("netz.mes");
+    files["/gut.par"] = DemoFile("netz.par");
     files["/gut.zuo"] = DemoFile("netz.zuo");
-    if (update != kTables) {
-      const auto& layout = update == kProgram2 ? sim::kSmallProgram : sim::kLargeProgram;
-      Bytes program = written = sim::SampleProgram(layout, "V6.00 24.12.2026", 9);
-      if (update == kProgram2) program.replace(program.size() - 2, 2, "??");  // no check word is delivered
-      files[update == kProgram2 ? "/gut.pro" : "/gut.pr3"] = sim::ProgramFile(program);
-    }
+    Bytes program =
+        sim::SampleProgram(update == kProgram2 ? sim::kSmallProgram : sim::kLargeProgram, "V6", 9);
+    if (update != kTables) written = program;
+    if (update == kProgram2) program.replace(program.size() - 2, 2, "??");  // no check word is delivered
+    files[update == kProgram2 ? "/gut.pro" : "/gut.pr3"] = sim::ProgramFile(program);
     subs.settings.BaudRate = "4800";
     subs.settings.Parity = "E";
     subs.settings.ComPort = "2";
@@ -52,27 +52,20 @@ struct UpdateRig {
     return std::make_unique<UpdateproOx3>(host.host, subs, chooser);
   }
 
-  template <class Sort>
-  std::vector<Sort*> All() {
-    std::vector<Sort*> all;
-    for (Control* control : window->Controls()) {
-      if (auto* found = dynamic_cast<Sort*>(control)) all.push_back(found);
-    }
-    return all;
-  }
+  /// The boxes stand between the status line and the two buttons.
+  CheckBox& Box(std::size_t number) { return dynamic_cast<CheckBox&>(*window->Controls()[1 + number]); }
 
   /// The user clicks a box and types a path into the chooser; cancels it when the path is empty.
   void Choose(CheckBox& box, const std::string& path) {
     host.windows.OnShown("Dateiwahl", [path](Window& shown) {
-      auto& dialogue = dynamic_cast<Dateiwahl&>(shown);
-      dialogue.Text2.Edit(path);
-      dialogue.Command1.Click();
+      dynamic_cast<Dateiwahl&>(shown).Text2.Edit(path);
+      dynamic_cast<Dateiwahl&>(shown).Command1.Click();
     });
     box.Click();
   }
 
   void Load() {
-    for (CheckBox* box : boxes) Choose(*box, "/gut");
+    for (std::size_t box = 0; box < window->Controls().size() - 3; ++box) Choose(Box(box), "/gut");
   }
 
   void Connect(const sim::DeviceOptions& options) {
@@ -80,11 +73,10 @@ struct UpdateRig {
     host.ports.Connect(2, device.get());
   }
 
-  /// The user starts the update. Returns what was said, and leaves the status line and the time of then.
+  /// The user starts the update. Returns what was said, and leaves what the status line showed then.
   Strings Start() {
     host.windows.OnMessage([&](const std::string& message) {
       status = window->Go.Text();
-      saidAt = host.clock.Elapsed();
       EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
       EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
     });
@@ -108,13 +100,11 @@ struct UpdateRig {
   const std::string success = update == kTables ? "Tabellenupdate erfolgreich abgeschlossen!"
                                                 : "Programmupdate erfolgreich abgeschlossen!";
   std::unique_ptr<UpdateWindow> window = MakeWindow();
-  std::vector<CheckBox*> boxes = All<CheckBox>();
-  Button& start = *All<Button>()[0];
-  Button& leave = *All<Button>()[1];
+  Button& start = dynamic_cast<Button&>(*window->Controls().end()[-2]);
+  Button& leave = dynamic_cast<Button&>(*window->Controls().end()[-1]);
   std::unique_ptr<sim::Device> device;
   Bytes written;  // what the device must hold after an update; tables: what it held after the first
   std::string status;
-  double saidAt = 0;
 };
 
 }  // namespace ox::test

@@ -71,11 +71,12 @@ TEST(Device, AnswersRequestsColumnByColumn) {
                                "J\r"s, "Q\r"s, ">SS"s, Bytes(80, 'x')}) {
     EXPECT_EQ(pc.Talk({"S", request}), "A|N|") << request;
   }
-  // No preset, and those of 0, 13, 83 and 100 percent.
+  // Charge in tenths of a percent and state without a preset, and with those of 0, 13, 83 and 100 percent.
   const std::pair<Bytes, Bytes> presets[] = {
-      {"\xFF", "317"}, {"\0"s, "000"}, {"\r", "082"}, {"S", "33E"}, {"d", "3E8"}};
-  for (const auto& [preset, tenths] : presets) {
-    EXPECT_EQ(pc.Talk({"S", ">" + preset + "\r"}).substr(0, 7), "A|00" + tenths);
+      {"\xFF", "003171"}, {"\0"s, "000004"}, {"\r", "000824"}, {"S", "0033E5"}, {"d", "003E88"}};
+  for (const auto& [preset, told] : presets) {
+    const Bytes reply = pc.Talk({"S", ">" + preset + "\r"});
+    EXPECT_EQ(reply.substr(2, 5) + reply.substr(26, 3), told + "\r|");
   }
   pc.now = 2;
   EXPECT_EQ(pc.Talk({"S", "T"}), "A|029.02.00 00:00:01\r|");

@@ -28,7 +28,8 @@ TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
   EXPECT_EQ(ToBytes("\x80 \xF8\xFF \xC0\xAF \xE0\x80\x80 \xED\xA0\x80 \xF4\x90\x80\x80"),
             "? ?? ?? ??? ??? ????")
       << "no beginning, overlong, a surrogate, too large";
-  EXPECT_EQ(ToBytes("\xC3(x \xC3\xC3\xA4 \xE2\x82"), "?(x ?\xE4 ??") << "cut off";
+  EXPECT_EQ(ToBytes("12345678\3772345678 \xC3(x \xC3\xC3\xA4 \xE2\x82"), "12345678?2345678 ?(x ?\xE4 ??")
+      << "cut off, behind blocks of ASCII and before them";
 }
 
 TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {

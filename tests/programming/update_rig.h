@@ -24,7 +24,11 @@ inline const std::string kGeneration1 = "Abbruch: OX 1 kann so nicht programmier
 
 /// A device whose dialogue runs at other settings than the usual ones.
 inline sim::DeviceOptions DeviceOf(int generation, const Bytes& kinds = "", bool inLoader = false) {
-  sim::DeviceOptions options{.generation = generation, .baud = 4800, .parity = 'E', .loaderKinds = kinds};
+  sim::DeviceOptions options;
+  options.generation = generation;
+  options.baud = 4800;
+  options.parity = 'E';
+  options.loaderKinds = kinds;
   options.startInLoader = inLoader;
   return options;
 }

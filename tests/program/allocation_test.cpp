@@ -24,6 +24,10 @@ struct Session {
   long stride = 1;  // passes some allocations over where a session has very many
 };
 
+void PrintTo(const Session& session, std::ostream* out) {
+  *out << session.name;
+}
+
 class FailingAllocation : public testing::TestWithParam<std::tuple<Session, Failing>> {};
 
 TEST_P(FailingAllocation, IsToldAndDoesNotHarmTheNextSession) {
@@ -65,9 +69,9 @@ INSTANTIATE_TEST_SUITE_P(
                                      Session{"Program3", &Technician::UpdateProgram, kProgramWritten, "", 3,
                                              4}),
                      testing::Values(Failing::Once, Failing::FromThenOn)),
-    [](const auto& info) {
-      const bool once = std::get<Failing>(info.param) == Failing::Once;
-      return std::get<Session>(info.param).name + std::string(once ? "Once" : "FromThenOn");
+    [](const auto& made) {
+      const bool once = std::get<Failing>(made.param) == Failing::Once;
+      return std::get<Session>(made.param).name + std::string(once ? "Once" : "FromThenOn");
     });
 
 }  // namespace

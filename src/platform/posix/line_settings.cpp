@@ -96,6 +96,8 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   termios wanted{};
   if (tcgetattr(terminal, &wanted) != 0) throw PortError("ist keine serielle Schnittstelle");
   cfmakeraw(&wanted);  // one character makes a read return, so that a read of nothing means a hang-up
+  // What that leaves as the last user of the terminal had it.
+  wanted.c_iflag &= ~tcflag_t{INPCK | IXOFF | IXANY};
   wanted.c_iflag |= IGNBRK;
   if (settings.parity != LineParity::None) wanted.c_iflag |= INPCK;  // a damaged character reads as NUL
   wanted.c_cflag &= ~(kFrameFlags | CRTSCTS);

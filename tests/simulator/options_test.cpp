@@ -61,10 +61,9 @@ Bytes Told(const std::string& fault, const Bytes& request = {}) {
   Device device(targets.device);
   for (const ReplyFault& each : targets.replies) device.Faults().Add(each);
   if (!request.empty()) return LinePc{device}.Talk({"S", request});
-  const Bytes told =
-      LinePc{device}.Talk({"S@UPDATEREQ\r"}) +
-      LinePc{device, kLoaderLine, 1}.Talk(
-          {"S2\x13\x58\0\0\0\0\x63"s, "SP\x13\x58\0\0\0\x01\x44x"s, "SP\x13\x58\0\0\x01\x01\x43x"s});
+  Bytes told = LinePc{device}.Talk({"S@UPDATEREQ\r"});
+  told += LinePc{device, kLoaderLine, 1}.Talk(
+      {"S2\x13\x58\0\0\0\0\x63"s, "SP\x13\x58\0\0\0\x01\x44x"s, "SP\x13\x58\0\0\x01\x01\x43x"s});
   return told + device.Memory().Tables()[1];
 }
 

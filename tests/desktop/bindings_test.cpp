@@ -75,7 +75,7 @@ TEST_F(Bindings, TheUserReachesTheHandlers) {
 }
 
 TEST_F(Bindings, WhatTheProgramSetsIsShown) {
-  EXPECT_EQ(button.shown->text(), "&Los");
+  EXPECT_EQ(button.shown->text() + check.shown->text(), "&LosHaken");
   check.SetChecked(true);
   EXPECT_TRUE(check.shown->isChecked());
   field.SetText("neu");
@@ -122,6 +122,8 @@ TEST_F(Bindings, ClicksSelectAndDoubleClicksActivate) {
   EXPECT_EQ(drop.shown->currentIndex(), -1);
   QTest::keyClick(drop.shown, Qt::Key_Down);
   EXPECT_EQ(Happened() + drop.SelectedItem(), "select /");
+  drop.SetSelected(1);
+  EXPECT_EQ(drop.shown->currentIndex(), 1);
 }
 
 TEST_F(Bindings, AGrowingTraceIsOnlyAddedTo) {

@@ -86,6 +86,7 @@ TEST_F(Windows, AnIdleWindowGoesAtOnceAndACommandIsWaitedFor) {
     dialogue.work.onClick = [&] {
       close();
       EXPECT_TRUE(Top()->isVisible());
+      EXPECT_EQ(Top()->windowTitle(), "Zwei Knöpfe");
       windows.Rest();
       dialogue.life += "command ends ";
     };

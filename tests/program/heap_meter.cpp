@@ -13,9 +13,11 @@ namespace {
 struct alignas(std::max_align_t) BlockNote {
   std::size_t size;
   bool ofProgram;
+
+  long Counted() const { return ofProgram ? static_cast<long>(size) : 0; }
 };
 
-HeapUse programHeap;
+long programHeap = 0;
 /// Allocations of the program until one fails; 0 when none will.
 long untilFailure = 0;
 bool failsFromThenOn = false;
@@ -32,15 +34,9 @@ bool FailsNow() {
   return true;
 }
 
-void Count(const BlockNote& note, int sign) {
-  if (!note.ofProgram) return;
-  programHeap.blocks += sign;
-  programHeap.bytes += sign * static_cast<long>(note.size);
-}
-
 }  // namespace
 
-HeapUse ProgramHeap() {
+long ProgramHeap() {
   return programHeap;
 }
 
@@ -65,7 +61,7 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   auto* note = static_cast<BlockNote*>(std::malloc(sizeof(BlockNote) + size));
   if (note == nullptr) return nullptr;
   *note = {size, Side::ProgramRuns()};
-  Count(*note, 1);
+  programHeap += note->Counted();
   return note + 1;
 }
 void* operator new(std::size_t size) {
@@ -75,8 +71,8 @@ void* operator new(std::size_t size) {
 }
 void operator delete(void* block) noexcept {
   if (block == nullptr) return;
-  ox::test::BlockNote* note = static_cast<ox::test::BlockNote*>(block) - 1;
-  ox::test::Count(*note, -1);
+  auto* note = static_cast<ox::test::BlockNote*>(block) - 1;
+  ox::test::programHeap -= note->Counted();
   std::free(note);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {

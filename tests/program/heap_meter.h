@@ -5,12 +5,8 @@
 
 namespace ox::test {
 
-/// What the program has allocated on its side and not given back.
-struct HeapUse {
-  long blocks = 0;
-  long bytes = 0;
-};
-HeapUse ProgramHeap();
+/// How many bytes the program has allocated on its side and not given back.
+long ProgramHeap();
 
 enum class Failing { Once, FromThenOn };
 

@@ -67,12 +67,12 @@ struct Procedure {
   int blockStride;        // of the blocks that are broken
   std::size_t cutStride;  // of the line's cuts behind the first block's begin
 } const kProcedures[] = {
-    {"KindA", kTables, DeviceOf(2, "a"), Trace(">>@>Wa>2", 32, ">PP", "WLX"), 3, 61},
+    {"KindA", kTables, DeviceOf(2, "a"), Trace(">>@>Wa>2", 32, ">PP", "WLX"), 7, 131},
     {"KindB", kTables, DeviceOf(3, "bc"), Trace(">>@>Wab>2", 32, ">PP", "WLX"), 64, 1031},
     {"KindC", kTables, DeviceOf(3, "c", true), Trace(">Vabc>2", 32, ">PP", "WLX"), 64, 1031},
-    {"Program2", kProgram2, DeviceOf(2, "a"), Trace(">@>Va>0>1P", 31, ">PPPP", ">PPPVLX"), 9, 523},
-    {"Loader2", kProgram2, DeviceOf(2, "a", true), Trace(">V>Va>0>1P", 31, ">PPPP", ">PPPVLX"), 64, 131},
-    {"Program3", kProgram3, DeviceOf(3, "bc"), Trace("@c", 32, ">PPPPPPPP", "VLX"), 17, 523},
+    {"Program2", kProgram2, DeviceOf(2, "a"), Trace(">@>Va>0>1P", 31, ">PPPP", ">PPPVLX"), 13, 523},
+    {"Loader2", kProgram2, DeviceOf(2, "a", true), Trace(">V>Va>0>1P", 31, ">PPPP", ">PPPVLX"), 64, 523},
+    {"Program3", kProgram3, DeviceOf(3, "bc"), Trace("@c", 32, ">PPPPPPPP", "VLX"), 33, 1031},
 };
 
 void PrintTo(const Procedure& procedure, std::ostream* out) {
@@ -132,7 +132,7 @@ class Sweep : public testing::TestWithParam<Procedure> {
       if (fault.kind == Kind::Late) fault.delay += stage == Stage::LoaderWakeUp ? 1 : step.seconds;
       if (how.name == kOverMidnight) {
         rig_.host.clock.StartAt(23, 59, 59.9 - rig_.host.clock.Elapsed());
-        fault.delay = stage == Stage::UpdateAcknowledgement ? 2 : 100;
+        fault.delay = stage == Stage::UpdateAcknowledgement ? 2 : 40;
       }
       rig_.device->Faults().Add(fault);
       if (!harmless) return;

@@ -24,8 +24,6 @@ class ScratchFolder {
     std::filesystem::remove_all(path_);
   }
 
-  const std::filesystem::path& Path() const { return path_; }
-
  private:
   std::filesystem::path before_ = std::filesystem::current_path();
   std::filesystem::path path_;

@@ -7,8 +7,8 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <numeric>
 #include <sstream>
-#include <thread>
 
 #include "platform/posix/line_settings.h"
 #include "platform/posix/port_names.h"
@@ -35,23 +35,14 @@ struct FarEnd {
   Bytes Read(std::size_t count) const {
     Bytes bytes;
     pollfd waited{master.Number(), POLLIN, 0};
-    for (char byte = 0; bytes.size() < count && poll(&waited, 1, kPatienceMilliseconds) > 0; bytes += byte) {
+    for (char byte = 0; bytes.size() < count && poll(&waited, 1, kPatienceMilliseconds) > 0; bytes += byte)
       if (read(master.Number(), &byte, 1) != 1) break;
-    }
     return bytes;
   }
   Descriptor master{posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)};
 };
 
-/// Bytes that differ from place to place, so that lost and swapped ones show.
-Bytes Pattern(std::size_t size) {
-  Bytes bytes;
-  for (std::size_t at = 0; at < size; ++at) bytes += ByteOf(static_cast<unsigned>(at * 7 + at / 256));
-  return bytes;
-}
-
-class SerialPortTest : public testing::Test {
- protected:
+struct SerialPortTest : testing::Test {
   void Open(std::string_view settings, int number = 1) {
     port_->Close();
     port_->SetSettings(settings);
@@ -80,25 +71,20 @@ class SerialPortTest : public testing::Test {
 TEST_F(SerialPortTest, SettingsAreReadFromTheirTextOrRefused) {
   EXPECT_EQ(ParseLineSettings("9600,O,7,1").CharacterTime(), std::chrono::nanoseconds(1041666)) << "10 bits";
   EXPECT_EQ(ParseLineSettings("19200,n,8,2").CharacterTime(), std::chrono::nanoseconds(572916)) << "11 bits";
-  EXPECT_EQ(ParseLineSettings("2400,e,7,1").parity, LineParity::Even);
   std::istringstream refused(
-      "|,|9600|9600,O|9600,O,7|9600,O,7,|9600,O,7,1,|9600,O,7,1,1|9600,O,7,3|9600,O,9,1|9600,X,7,1|"
-      "9600,,7,1|9600,OO,7,1|,O,7,1|9601,O,7,1|-9600,O,7,1| 9600,O,7,1|9600, "
-      "O,7,1|9600;O;7;1|09600,O,7,1|9600,O,77,1");
+      "|9600|9600,O,7|9600,O,7,|9600,O,7,1,|9600,O,7,3|9600,O,9,1|9600,X,7,1|9600,,7,1|9601,O,7,1");
   for (std::string text; std::getline(refused, text, '|');)
     EXPECT_THROW(ParseLineSettings(text), PortError) << text;
-  const std::tuple<std::string, speed_t, bool> rows[] = {
-      {"2400,O,7,1", B2400, true},   {"2400,E,7,1", B2400, false},   {"4800,E,7,1", B4800, false},
-      {"19200,O,7,1", B19200, true}, {"19200,n,8,1", B19200, false}, {"9600,o,7,1", B9600, true}};
-  for (const auto& [settings, speed, odd] : rows) {
+  const std::tuple<std::string, speed_t, bool, tcflag_t> rows[] = {{"2400,O,7,1", B2400, true, INPCK},
+                                                                   {"19200,n,8,1", B19200, false, 0},
+                                                                   {"4800,E,7,1", B4800, false, INPCK}};
+  for (const auto& [settings, speed, odd, inputFlags] : rows) {
     Open(settings);
     termios seen{};
     tcgetattr(farEnd_.master.Number(), &seen);
-    EXPECT_EQ(std::tuple(cfgetospeed(&seen), (seen.c_cflag & PARODD) != 0), std::tuple(speed, odd))
-        << settings;
+    EXPECT_EQ(std::pair(cfgetospeed(&seen), (seen.c_cflag & PARODD) != 0), std::pair(speed, odd));
     // A damaged character reads as NUL, whatever the terminal was used for before.
-    EXPECT_EQ(seen.c_iflag & (INPCK | IXOFF | IXANY), settings == "19200,n,8,1" ? 0U : tcflag_t{INPCK})
-        << settings;
+    EXPECT_EQ(seen.c_iflag & (INPCK | IXOFF | IXANY), inputFlags) << settings;
     seen.c_iflag |= IXOFF | IXANY;
     tcsetattr(farEnd_.master.Number(), TCSANOW, &seen);
   }
@@ -108,29 +94,25 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   EXPECT_EQ(PortPath(4), "/dev/ttyS3");
   std::filesystem::create_symlink("/dev/unplugged", "COM2");  // and not a built-in port in its place
   WriteFile("COM3", "");
-  std::filesystem::create_directory("COM4");
   OpenPorts others;
   PosixSerialPort other(others);
-  const auto openCom1 = [this] { Open("9600,O,7,1"); };
   testing::internal::CaptureStderr();
-  for (const int number : {-1, 0, 2, 3, 4}) ExpectFailure([&] { Open("9600,O,7,1", number); });
+  for (const int number : {0, 2, 3}) ExpectFailure([&] { Open("9600,O,7,1", number); });
   ExpectFailure([&] { Open("9600,X,7,1"); });
   other.Open();
-  ExpectFailure(openCom1);
+  ExpectFailure([&] { Open("9600,O,7,1"); });
   other.Close();
   struct stat line {};
   ASSERT_EQ(stat("COM1", &line), 0);
   ASSERT_EQ(chmod("COM1", 0), 0);
   constexpr uid_t kNobody = 65534;
   ASSERT_EQ(seteuid(geteuid() == 0 ? kNobody : geteuid()), 0);
-  ExpectFailure(openCom1);
+  ExpectFailure([&] { Open("9600,O,7,1"); });
   ASSERT_EQ(seteuid(getuid()), 0);
   const std::string group = getgrgid(line.st_gid)->gr_name;
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), R"(COM-1: gibt es nicht
-COM0: gibt es nicht
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), R"(COM0: gibt es nicht
 COM2: nicht vorhanden
 COM3: keine serielle Schnittstelle
-COM4: keine serielle Schnittstelle
 COM1: Schnittstellenparameter "9600,X,7,1" gibt es nicht
 COM1: von einem anderen Programm belegt
 COM1: keine Zugriffsrechte (nur für Mitglieder der Gruppe ")" +
@@ -142,54 +124,34 @@ TEST_F(SerialPortTest, BelongsToOneProgramUntilItIsClosed) {
   const Descriptor bystander(open("COM1", O_RDWR | O_NOCTTY | O_CLOEXEC));
   int marked = -1;
   Open("9600,O,7,1");
-  EXPECT_THROW(port_->SetCommPort(2), PortError) << "the number stays while the port is open";
-  port_->Open();
-  EXPECT_EQ(openPorts_.Descriptors().size(), 1U) << "opening it again changes nothing";
   PosixSerialPort other(openPorts_);
   EXPECT_THROW(other.Open(), PortError);
   ioctl(bystander.Number(), TIOCGEXCL, &marked);
   EXPECT_EQ(marked, 1) << "the refused one took the mark away";
-  port_->Output("still works");
-  EXPECT_EQ(farEnd_.Read(11), "still works");
   port_->Close();
   ioctl(bystander.Number(), TIOCGEXCL, &marked);
   EXPECT_EQ(marked, 0);
-  other.Open();
 }
 
 TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {
+  Bytes all(256, '\0');
+  std::iota(all.begin(), all.end(), '\0');
   Open("115200,n,8,1");
   const auto start = std::chrono::steady_clock::now();
-  port_->Output(Pattern(300));
+  port_->Output(all);
   port_->Close();
-  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(26));
-  EXPECT_EQ(farEnd_.Read(300), Pattern(300));
-  farEnd_.Write("unread");
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(22));
+  EXPECT_EQ(farEnd_.Read(256), all);
+  farEnd_.Write(all);
   Open("19200,n,8,1");
-  EXPECT_EQ(Take(6) + port_->Input(), "unread") << "what came while the port was closed";
-}
-
-TEST_F(SerialPortTest, EightDataBitsPassEveryByteSevenCutIt) {
-  Open("115200,n,8,1");
-  port_->Output(Pattern(256));
-  EXPECT_EQ(farEnd_.Read(256), Pattern(256));
-  farEnd_.Write(Pattern(256));
-  EXPECT_EQ(Take(256), Pattern(256));
-  Open("115200,O,7,1");
+  EXPECT_EQ(Take(256), all) << "what came while the port was closed";
+  Open("19200,O,7,1");
   port_->Output(">\xFF\r");
   EXPECT_EQ(farEnd_.Read(3), ">\x7F\r");
   farEnd_.Write("\xC1");
   EXPECT_EQ(Take(1), "A");
-}
-
-TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWholeUnlessTheReaderStalls) {
-  Open("921600,n,8,1");
-  Bytes received;
-  std::thread reader([&] { received = farEnd_.Read(20000); });
-  EXPECT_NO_THROW(port_->Output(Pattern(20000)));
-  reader.join();
-  EXPECT_TRUE(received == Pattern(20000));
-  ExpectFailure([&] { port_->Output(Pattern(20000)); });
+  Open("921600,O,7,1");
+  ExpectFailure([&] { port_->Output(Bytes(20000, 'x')); });  // nobody reads more than the host buffers
 }
 
 TEST_F(SerialPortTest, AClosedPortAndAPulledCableAreReportedByTheNextOperation) {
@@ -198,22 +160,11 @@ TEST_F(SerialPortTest, AClosedPortAndAPulledCableAreReportedByTheNextOperation) 
   for (const auto& operation : operations) {
     FarEnd farEnd;
     ExpectFailure(operation);
-    Open("9600,O,7,1");
+    Open("300,O,7,1");
     operation();  // a terminal without modem lines takes their setting silently
     farEnd.master.Close();
     ExpectFailure(operation);
   }
-}
-
-TEST_F(SerialPortTest, APulledCableIsClosedOrForgottenWithoutAWordAndWithoutAWait) {
-  Open("300,O,7,1");
-  port_->Output(Bytes(2000, 'x'));  // more than a minute on the line
-  farEnd_.master.Close();
-  port_->Close();
-  const FarEnd next;
-  Open("9600,O,7,1");
-  port_ = PosixSerialPorts(openPorts_).Create();
-  ExpectFailure([&] { port_->Input(); });
 }
 
 }  // namespace

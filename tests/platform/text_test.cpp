@@ -17,9 +17,6 @@ TEST(Text, BytesAreReadAsWindows1252AndComeBack) {
       "\x9E\x9F \xA0\xC4\xD6\xDC\xE4\xF6\xFC\xDF\xA7\xB0\xFF";
   EXPECT_EQ(ToText(bytes), text);
   EXPECT_EQ(ToBytes(text), bytes);
-  Bytes all;
-  for (unsigned value = 0; value < 256; ++value) all += ByteOf(value);
-  EXPECT_EQ(ToBytes(ToText(all)), all);
 }
 
 TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
@@ -34,11 +31,9 @@ TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
 
 TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {
   const std::string mark = "\xEF\xBB\xBF";
-  const std::pair<std::string, Bytes> rows[] = {
-
-      {"Ma\xDF", "Ma\xDF"}, {"漢 ä", "? \xE4"},       {"\0ä\0"s, "\0\xE4\0"s}, {"ä \xE4", "ä \xE4"},
-      {mark, ""},           {mark + "Maß", "Ma\xDF"}, {mark + "A", "A"},       {mark + "\xE4", mark + "\xE4"},
-      {"ä" + mark, "\xE4?"}};
+  const std::pair<std::string, Bytes> rows[] = {{"Ma\xDF", "Ma\xDF"},     {"漢 ä", "? \xE4"},
+                                                {"\0ä\0"s, "\0\xE4\0"s},  {"ä \xE4", "ä \xE4"},
+                                                {mark + "Maß", "Ma\xDF"}, {mark + "\xE4", mark + "\xE4"}};
   for (const auto& [content, bytes] : rows) EXPECT_EQ(FileTextToBytes(content), bytes) << content;
 }
 

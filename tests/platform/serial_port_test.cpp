@@ -9,6 +9,7 @@
 #include <functional>
 #include <numeric>
 #include <sstream>
+#include <thread>
 
 #include "platform/posix/line_settings.h"
 #include "platform/posix/port_names.h"
@@ -150,8 +151,17 @@ TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {
   EXPECT_EQ(farEnd_.Read(3), ">\x7F\r");
   farEnd_.Write("\xC1");
   EXPECT_EQ(Take(1), "A");
-  Open("921600,O,7,1");
-  ExpectFailure([&] { port_->Output(Bytes(20000, 'x')); });  // nobody reads more than the host buffers
+}
+
+TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWholeUnlessTheReaderStalls) {
+  const Bytes much(20000, 'x');
+  Open("921600,n,8,1");
+  Bytes received;
+  std::thread reader([&] { received = farEnd_.Read(much.size()); });
+  EXPECT_NO_THROW(port_->Output(much));
+  reader.join();
+  EXPECT_TRUE(received == much);
+  ExpectFailure([&] { port_->Output(much); });
 }
 
 TEST_F(SerialPortTest, AClosedPortAndAPulledCableAreReportedByTheNextOperation) {
@@ -165,6 +175,15 @@ TEST_F(SerialPortTest, AClosedPortAndAPulledCableAreReportedByTheNextOperation) 
     farEnd.master.Close();
     ExpectFailure(operation);
   }
+}
+
+TEST_F(SerialPortTest, APulledCableIsClosedWithoutAWordAndWithoutAWait) {
+  Open("300,O,7,1");
+  port_->Output(Bytes(2000, 'x'));  // more than a minute on the line
+  farEnd_.master.Close();
+  const auto start = std::chrono::steady_clock::now();
+  port_->Close();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 }  // namespace

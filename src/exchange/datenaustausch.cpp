@@ -106,6 +106,7 @@ void Datenaustausch::RestBetweenPolls() {
 
 void Datenaustausch::LoadTable() {
   const std::string path = chooser_.Choose(kTablePattern);
+  AKZ.SetFocus();  // the window is the active one again
   if (path.empty()) return;
   LockButtons();
   datanz.SetText(kLoading);

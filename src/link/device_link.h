@@ -19,7 +19,8 @@ class DeviceLink {
 
   /// Wakes the device, sends `request` as it stands and collects the reply: one line, or with `multiRecord`
   /// the lines up to and including "E" CR. Opens the port and closes it on every way out. Returns the reply
-  /// lines with their CRs; on a failure, of which the user has been told, those that had come.
+  /// lines with their CRs. On a failure the user has been told: a silent device leaves those that had come, a
+  /// port that fails leaves none.
   Bytes DeviceDialogue(const Bytes& request, bool multiRecord);
 
   void ClosePort() noexcept { line_.ClosePort(); }

@@ -7,11 +7,9 @@ namespace {
 constexpr float kInputWaitSeconds = 1.0F;
 constexpr int kWakeUpTries = 3;
 constexpr BytesView kWakeUp = "S";
+constexpr BytesView kRefused = "N";
+constexpr BytesView kEnded = "R";
 constexpr char kCr = '\r';
-
-bool IsLoneAnswer(const Bytes& line) {
-  return line == "R" || line == "N";
-}
 
 }  // namespace
 
@@ -43,8 +41,9 @@ Bytes LineWaits::CollectReply(int seconds) {
     received.Append(line_.Take());
     if (received.Empty()) continue;
     line += received.TakeFirst();
-    // What has come behind the letter makes it the first character of a line.
-    if (IsLoneAnswer(line) && received.Empty()) return line;
+    if (line == kRefused) return line;
+    // What has come behind it makes it the first character of a line.
+    if (line == kEnded && received.Empty()) return line;
     // Every character restarts the wait: it limits the silence, not the line.
     start = host_.clock.SecondsSinceMidnight();
     if (line.back() == kCr) return line;

@@ -21,8 +21,9 @@ class LineWaits {
   /// PortError.
   Bytes WaitForInput(int seconds);
 
-  /// One reply line with its CR; an "R" or "N" that stands alone when it is taken; or what had come when
-  /// `seconds` passed without a character. What follows the CR stays in the receive buffer. Throws PortError.
+  /// One reply line with its CR; "N" as soon as it begins one; "R" that stands alone when it is taken; or
+  /// what had come when `seconds` passed without a character. What follows the CR stays in the receive
+  /// buffer. Throws PortError.
   Bytes CollectReply(int seconds);
 
   /// Sends "S" up to three times until an answer comes, traces both, and returns the answer or nothing.

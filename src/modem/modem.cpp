@@ -16,9 +16,9 @@ Modem::Modem(Host& host, const SessionSettings& settings)
     : Window(host.windows, "Modem", "Modem-ZEM"), host_(host), link_(host, settings, Datanz) {
   // Also in the middle of a command: the window then goes when the command has ended.
   Command1.onClick = [this] { RequestClose(); };
-  Command2.onClick = [this] { RunCommand([this] { SendDate(); }); };
-  Command3.onClick = [this] { RunCommand([this] { SendMeasuredValue(); }); };
-  Command4.onClick = [this] { RunCommand([this] { link_.CallForData(); }); };
+  Command2.onClick = [this] { SendDate(); };
+  Command3.onClick = [this] { SendMeasuredValue(); };
+  Command4.onClick = [this] { WithModem([this] { link_.CallForData(); }); };
 }
 
 void Modem::OnLoad() {
@@ -40,9 +40,9 @@ void Modem::OnFailure() {
   EnableCommands(true);
 }
 
-void Modem::RunCommand(const std::function<void()>& command) {
+void Modem::WithModem(const std::function<void()>& work) {
   EnableCommands(false);
-  command();
+  work();
   EnableCommands(true);
 }
 
@@ -86,7 +86,9 @@ bool Modem::Passes(const std::optional<Finding>& finding, TextBox& field) {
 }
 
 void Modem::SendRequest(const Bytes& request) {
-  if (link_.ModemDialogue(request) != kAccepted) host_.windows.ShowMessage(kRefused);
+  WithModem([&] {
+    if (link_.ModemDialogue(request) != kAccepted) host_.windows.ShowMessage(kRefused);
+  });
 }
 
 }  // namespace ox

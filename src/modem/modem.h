@@ -49,7 +49,8 @@ class Modem : public Window {
   void OnFailure() override;
 
  private:
-  void RunCommand(const std::function<void()>& command);
+  /// Disables the commands while the modem is spoken to.
+  void WithModem(const std::function<void()>& work);
   void EnableCommands(bool enabled);
   void SendDate();
   void SendMeasuredValue();

@@ -20,8 +20,8 @@ class ModemLink {
   void ClosePort() noexcept { line_.ClosePort(); }
 
   /// Wakes the modem, sends `request` as it stands and returns the first answer that is not "N", as the port
-  /// delivered it. Empty when the modem ended the dialogue ("R", "NR") and on a failure, of which the user
-  /// has been told.
+  /// delivered it. Empty when the modem ended the dialogue ("R", "NR"), after Stop, and on a failure, of
+  /// which the user has been told.
   Bytes ModemDialogue(const Bytes& request);
 
   /// Has the modem send by a pause of its modem line, and traces what it says until it falls silent.

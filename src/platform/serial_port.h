@@ -16,8 +16,8 @@ class PortError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/ and
-/// programming/.
+/// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/,
+/// programming/ and the modem's link.
 class SerialPort {
  public:
   SerialPort() = default;

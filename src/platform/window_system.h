@@ -26,8 +26,8 @@ class WindowSystem {
   /// owner's.
   virtual void ShowModal(Window& window) = 0;
 
-  /// Shows a message box with the program's title; `text` is UTF-8, its lines joined with CR LF. Closing the
-  /// box without a choice answers Cancel where there is such a button, else Ok.
+  /// Shows a message box with the program's title; `text` is UTF-8, its lines end with CR LF, CR or LF.
+  /// Closing the box without a choice answers Cancel where there is such a button, else Ok.
   virtual Answer ShowMessage(std::string_view text, Buttons buttons) = 0;
 
   /// Ends the program at once: no window is asked, no unload handler runs.

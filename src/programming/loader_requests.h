@@ -20,10 +20,10 @@ constexpr LoaderRequest kOlderKind{'a', 1};
 constexpr LoaderRequest kGeneration3Kind{'b', 1};
 constexpr LoaderRequest kLaterGeneration3Kind{'c', 1};
 
-// Preparation of the area that is written next; the device erases its memory meanwhile.
+// Preparation of the area that is written next, of the program's in two steps.
 constexpr LoaderRequest kPrepareTables{'2', 30};
-constexpr LoaderRequest kUnlockProgram{'0', 30};
-constexpr LoaderRequest kPrepareProgram{'1', 30};
+constexpr LoaderRequest kPrepareProgramFirst{'0', 30};
+constexpr LoaderRequest kPrepareProgramSecond{'1', 30};
 
 // One block.
 constexpr LoaderRequest kWriteTables{'P', 3};

@@ -23,8 +23,8 @@ constexpr std::string_view kUnusableWarning =
 constexpr BytesView kAnyType;
 
 // The numbers in the abort messages of this procedure.
-constexpr int kUnlockRefused = 13;
-constexpr int kPrepareRefused = 14;
+constexpr int kFirstStepRefused = 13;
+constexpr int kSecondStepRefused = 14;
 constexpr int kBlockRefused = 15;
 constexpr int kKindRefused = 91;
 
@@ -48,8 +48,8 @@ const ProgramUpdate& ProgramUpdate2() {
       .deviceType = "OX 2",
       .otherTypes = {{"OX 1", kGeneration1}, {kAnyType, kProgrammingModeHint}},
       .preparations = {{request::kOlderKind, false, std::string(kGeneration1)},
-                       {request::kUnlockProgram, true, WrongAnswer(kUnlockRefused)},
-                       {request::kPrepareProgram, true, WrongAnswer(kPrepareRefused)}},
+                       {request::kPrepareProgramFirst, true, WrongAnswer(kFirstStepRefused)},
+                       {request::kPrepareProgramSecond, true, WrongAnswer(kSecondStepRefused)}},
       .transfer = {.write = request::kWriteProgram2, .markPeriod = 4, .markPhase = 1},
       .blockRefusal = WrongAnswer(kBlockRefused) + std::string(kUnusableWarning),
   };

@@ -41,10 +41,16 @@ void ProgramUpdateWindow::ForgetProgram() {
 }
 
 void ProgramUpdateWindow::ChooseProgram() {
+  const int choice = ++choices_;
+  program_.clear();
   const std::string path = ChPro.Checked() ? chooser_.Choose(update_.filePattern) : std::string();
-  program_ = path.empty() ? Bytes() : LoadProgram(path);
-  // The box may have been clicked once more while the file was loaded.
-  if (program_.empty() || !ChPro.Checked()) {
+  if (!path.empty()) {
+    Go.SetText(kLoading);
+    host_.windows.Yield();
+    if (choice != choices_) return;  // the user has clicked the box once more: his last word counts
+    program_ = LoadProgram(path);
+  }
+  if (program_.empty()) {
     ForgetProgram();
     return;
   }
@@ -53,8 +59,6 @@ void ProgramUpdateWindow::ChooseProgram() {
 }
 
 Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {
-  Go.SetText(kLoading);
-  host_.windows.Yield();
   // One byte more than the format's tells a file that is too long.
   const std::optional<Bytes> file = host_.files.Read(path, update_.format.FileSize() + 1);
   LoadedProgram loaded = ReadProgramFile(file.value_or(Bytes()), update_.format);

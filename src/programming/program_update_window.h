@@ -40,7 +40,8 @@ class ProgramUpdateWindow : public UpdateWindow {
 
   const ProgramUpdate& update_;
   FileChooser& chooser_;
-  Bytes program_;  // empty when no good file is loaded
+  Bytes program_;    // empty when no good file is loaded
+  int choices_ = 0;  // clicks on the box
 };
 
 }  // namespace ox

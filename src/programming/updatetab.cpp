@@ -76,6 +76,7 @@ void updatetab::EnableStart() {
 }
 
 void updatetab::ChooseTable(Table& table) {
+  const int choice = ++table.choices;
   // Until the new table is there, there is none: not even when its loading breaks off.
   table.packed.clear();
   const std::string path = table.box.Checked() ? chooser_.Choose(table.pattern) : std::string();
@@ -84,6 +85,7 @@ void updatetab::ChooseTable(Table& table) {
   } else {
     Go.SetText(table.status);
     host_.windows.Yield();
+    if (choice != table.choices) return;  // the user has clicked the box once more: his last word counts
     table.packed = LoadTable(path, table);
     if (table.packed.empty()) table.box.SetChecked(false);
   }

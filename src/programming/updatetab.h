@@ -31,7 +31,8 @@ class updatetab : public UpdateWindow {
     std::string_view pattern;
     std::string_view status;  // shown while it is loaded
     Bytes (*parse)(BytesView tableText, TableMessages& messages);
-    Bytes packed;  // empty when there is none
+    Bytes packed = {};  // empty when there is none
+    int choices = 0;    // clicks on the box
   };
 
   /// The user clicked the table's box.

@@ -24,7 +24,8 @@ bool ReadOfficeHead(TableReader& reader, Bytes& packed) {
 
   const BytesView value = reader.ReadValue("Amtskennzeichen");
   if (value.empty()) return false;
-  // The device takes any three characters here; only the length is checked, whatever the message says.
+  // Only the length is checked, whatever the message says: older devices take any three characters, and the
+  // image of generation III refuses what is no digit.
   if (value.size() != kOfficeCodeLength)
     return reader.Fail(", Amtskennzeichen muss aus drei Ziffern bestehen!");
   const Bytes code = reader.Translate(value);

@@ -172,7 +172,9 @@ TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesThe
   LoadTable("gut");
   EXPECT_EQ(during, "duemstwal Messstellentabelle wird geladen ...");
   EXPECT_EQ(Buttons() + window_.datanz.Text() + window_.mewanz.Text(), kIdle + "12345678: 1|");
+  window_.Par.SetFocus();
   LoadTable("");
+  EXPECT_EQ(window_.Focused(), &window_.AKZ) << "the window is the active one again";
   EXPECT_EQ(Shown("12345678: 1"), "   Brück: 1|");
   LoadTable("/fort.mes");
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fort.mes!"});

@@ -73,6 +73,8 @@ TEST_F(DeviceDialogue, TakesItsStepsAndTracesThem) {
       {{{"S", {{0, "A\n\r\r"}}}, n}, false, "", ">S <A\n\r<CR> >N", 0},
       // A device that refuses is still waited for; one that ends gets no acknowledgement.
       {{sA, {"P", {{0.1, "N"}, {1, "N"}, {1.9, "E\r"}}}, a}, true, "E\r", ">S <A >P <N <N <E<CR> >A", 1.9},
+      {{sA, {"P", {{0, "N1\rE\r"}}}, a}, true, "1\rE\r", ">S <A >P <N <1<CR> <E<CR> >A", 0},
+      {{sA, {"J1\r", {{0, "NR"}}}}, false, "", ">S <A >J1<CR> <N <R", 0},
       {{sA, {"P", {{0, "N"}}}, n}, true, "", ">S <A >P <N >N", 1},
       {{sA, {"P", {{0, "\r1\r"}, {0.3, "R"}}}}, true, "\r1\r", ">S <A >P <<CR> <1<CR> <R", 0.3},
       // A line cut off by silence counts as a part; then the next one is waited for.

@@ -126,6 +126,9 @@ TEST_F(ModemTest, SendsRightAndDoubtfulFieldsAndRefusesWrongOnes) {
 
 TEST_F(ModemTest, GoesThroughTheFieldsInOrderAndNormalisesTheLastTwo) {
   for (TextBox* field : {&window_.TAKZ, &window_.TDAT, &window_.TUHR}) field->Edit("");
+  host_.windows.OnMessage([&](const std::string&) {
+    EXPECT_TRUE(window_.Command2.Enabled()) << "a refusal does not take the focus off the button";
+  });
   EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld AKZ muss drei Ziffern enthalten!"});
   window_.TMST.Edit("16777216");
   window_.TPAR.Edit("1000");

@@ -86,6 +86,24 @@ TEST(Update, OnlyAGoodProgramFileCanBeWritten) {
   }
 }
 
+TEST(Update, OfTwoChoicesTheLaterCounts) {
+  for (const Update update : {kTables, kProgram2, kProgram3}) {
+    UpdateRig rig(update);
+    rig.Load();
+    CheckBox& box = rig.Box(0);
+    box.Click();
+    // While a file is loaded that is not there the user takes the box off, and chooses a good one.
+    rig.host.windows.In(0, [&] {
+      box.Click();
+      rig.Choose(box, "/gut");
+    });
+    rig.Choose(box, "/fehlt");
+    EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{});
+    EXPECT_TRUE(rig.window->Go.Text().ends_with("wird geladen ... O.K.!"));
+    EXPECT_TRUE(box.Checked() && rig.start.Enabled());
+  }
+}
+
 Bytes Replaced(Bytes text, const Bytes& from, const Bytes& to) {
   return text.replace(text.find(from), from.size(), to);
 }

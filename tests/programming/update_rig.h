@@ -87,6 +87,7 @@ struct UpdateRig {
     host.ports.ForgetSent();
     start.Click();
     EXPECT_EQ(host.ports.OpenCount(), 0);
+    EXPECT_EQ(window->Focused(), &start);
     for (const Control* control : window->Controls()) EXPECT_TRUE(control->Enabled()) << control->Name();
     const Strings said = host.windows.TakeMessages();
     if (said != Strings{success}) return said;

@@ -71,6 +71,10 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_EQ(trace->width(), before.width() + 200);
     }
   }
+  const auto& one = *all[1];
+  const auto& other = *all[4];
+  EXPECT_EQ(MismatchesOf(one, *MakeForm(other.Name(), nullptr)).size(),
+            one.Controls().size() + other.Controls().size());
 }
 
 TEST_F(Forms, TheMainMenuStandsInItsOrder) {

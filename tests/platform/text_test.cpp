@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 
 namespace ox {
-namespace {
-
-using namespace std::string_literals;
 
 TEST(Text, BytesAreReadAsWindows1252AndComeBack) {
   const std::string text =
@@ -22,20 +19,17 @@ TEST(Text, BytesAreReadAsWindows1252AndComeBack) {
 TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
   EXPECT_EQ(ToBytes("aĀb 漢字 \U0001F600! \u0080"), "a?b ?? ?! ?")
       << "also the character of the euro sign's number";
-  EXPECT_EQ(ToBytes("\x80 \xF8\xFF \xC0\xAF \xE0\x80\x80 \xED\xA0\x80 \xF4\x90\x80\x80"),
-            "? ?? ?? ??? ??? ????")
-      << "no beginning, overlong, a surrogate, too large";
-  EXPECT_EQ(ToBytes("12345678\3772345678 \xC3(x \xC3\xC3\xA4 \xE2\x82"), "12345678?2345678 ?(x ?\xE4 ??")
-      << "cut off, behind blocks of ASCII and before them";
+  EXPECT_EQ(ToBytes("\x80 \xF8\xFF \xC0\xAF \xED\xA0\x80 \xF4\x90\x80\x80 \xC3\xC3\xA4 \xE2\x82"),
+            "? ?? ?? ??? ???? ?\xE4 ??")
+      << "no beginning, overlong, a surrogate, too large, cut off";
+  EXPECT_EQ(ToBytes("12345678\3772345678"), "12345678?2345678") << "between blocks of ASCII";
 }
 
 TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {
   const std::string mark = "\xEF\xBB\xBF";
-  const std::pair<std::string, Bytes> rows[] = {{"Ma\xDF", "Ma\xDF"},     {"漢 ä", "? \xE4"},
-                                                {"\0ä\0"s, "\0\xE4\0"s},  {"ä \xE4", "ä \xE4"},
-                                                {mark + "Maß", "Ma\xDF"}, {mark + "\xE4", mark + "\xE4"}};
+  const std::pair<std::string, Bytes> rows[] = {
+      {"Ma\xDF", "Ma\xDF"}, {"漢 ä \xE4", "漢 ä \xE4"}, {"漢 ä", "? \xE4"}, {mark + "ä", "\xE4"}};
   for (const auto& [content, bytes] : rows) EXPECT_EQ(FileTextToBytes(content), bytes) << content;
 }
 
-}  // namespace
 }  // namespace ox

@@ -3,12 +3,10 @@
 
 #include "platform/posix/posix_serial_port.h"
 #include "platform/scratch_folder.h"
-#include "simulator/device.h"
 #include "simulator/line_host.h"
 #include "support/scripted_device.h"
 
 namespace ox::sim {
-namespace {
 
 TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   constexpr LineSettings kLine{1000, 'O', 7};  // one character in 10 ms
@@ -18,8 +16,8 @@ TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   line.FromPc("x", kLine, 1);
   line.FromPc("y", kLine, 1);
   EXPECT_DOUBLE_EQ(line.NextEvent().value(), 1.01);
-  const std::pair<Seconds, Bytes> arrivals[] = {{1.0199, ""},  {1.0201, "X"}, {1.0299, ""},
-                                                {1.0301, "X"}, {1.0399, ""},  {1.0401, "Y"}};
+  const std::pair<Seconds, Bytes> arrivals[] = {
+      {1.0199, ""}, {1.0201, "X"}, {1.0299, ""}, {1.0399, "X"}, {1.0401, "Y"}};
   for (const auto& [now, arrived] : arrivals) EXPECT_EQ(line.Advance(now), arrived) << now;
   line.FromPc("z", {500, 'O', 7}, 2);
   EXPECT_DOUBLE_EQ(line.NextEvent().value(), 2.02) << "the speed is the sender's own";
@@ -27,25 +25,22 @@ TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
 
 TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {
   const ScratchFolder folder;
-  Device device({});
+  test::ScriptedDevice end;
   std::filesystem::create_symlink("/dev/pts/987654", "COM1");
-  LineHost host(device, {"COM1", false, 2});
+  LineHost host(end, {"COM1", false, 1});
   EXPECT_EQ(std::filesystem::read_symlink("COM1"), host.Path()) << "a left link is replaced";
   OpenPorts openPorts;
   PosixSerialPort port(openPorts);
   port.SetSettings("9600,O,7,1");
   port.Open();
   port.Output("S");
-  while (!host.Path().empty()) {
-    host.Wait({});
-    host.Work();
-  }
+  host.Wait({});
+  EXPECT_EQ(host.Path(), "");
   EXPECT_THROW(port.Input(), PortError);
   EXPECT_FALSE(std::filesystem::is_symlink("COM1"));
   WriteFile("COM1", "x");
-  EXPECT_THROW(LineHost(device, {}), std::system_error);
+  EXPECT_THROW(LineHost(end, {}), std::system_error);
   EXPECT_EQ(ReadFile("COM1"), "x");
 }
 
-}  // namespace
 }  // namespace ox::sim

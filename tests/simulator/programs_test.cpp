@@ -1,0 +1,42 @@
+// The two programs: what oxsim can be told, and what oxdemo makes.
+#include <gtest/gtest.h>
+
+#include "programming/demo_file.h"
+#include "simulator/demo_files.h"
+#include "simulator/options.h"
+
+namespace ox::sim {
+namespace {
+
+TEST(Options, AreReadInBothSpellingsOrRefused) {
+  std::string error;
+  const SimulatorOptions read = ReadOptions({"--link=x=y", "--kinds", "b", "--tables=a", "--seed", "42",
+                                             "--version-text", "SW4", "--loader", "--fault", "unplug=7"},
+                                            error);
+  EXPECT_EQ(error, "");
+  const auto& [device, replies, modem, host] = read.parts;
+  EXPECT_EQ(std::tuple(host.link, device.loaderKinds, read.tables, device.seed, device.version),
+            std::tuple("x=y", "b", "a", 42U, "SW4"));
+  EXPECT_EQ(std::tuple(device.startInLoader, host.unplugAfter), std::tuple(true, 7U));
+  const std::pair<std::vector<std::string>, std::string> refused[] = {
+      {{"--nix"}, "unbekannte Option --nix"},
+      {{"--baud"}, "--baud braucht einen Wert"},
+      {{"--baud=300"}, "--baud: 300 geht nicht"},
+      {{"--seed", "1x"}, "--seed: 1x geht nicht"},
+      {{"--fault", "unplug=-1"}, "--fault: unplug=-1 geht nicht"},
+      {{"--fault", "silent=1"}, "--fault: silent=1 geht nicht"}};
+  for (const auto& [words, told] : refused) {
+    ReadOptions(words, error);
+    EXPECT_EQ(error, told);
+  }
+  EXPECT_NE(HelpText().find("    slow-2=20000          löscht"), std::string::npos);
+}
+
+TEST(DemoPrograms, AreThoseOfTheFolder) {
+  EXPECT_EQ(DemoProgram2(), test::DemoFile("ox2.pro"));
+  EXPECT_EQ(DemoProgram3(), test::DemoFile("ox3.pr3"));
+  EXPECT_EQ(DemoLoaderHex(), test::DemoFile("OX3NEU.LDR"));
+}
+
+}  // namespace
+}  // namespace ox::sim

@@ -2,26 +2,10 @@
 #include "harness.h"
 #include "programming/loader_hex.h"
 #include "programming/program_file.h"
+#include "simulator/demo_files.h"
 
 namespace ox {
 namespace {
-
-/// Lines of up to 64 bytes whose digits and sums are sound, so that addresses and lengths are tried as well.
-Bytes SoundLines(BytesView input) {
-  Bytes text = ":";
-  while (!input.empty()) {
-    const BytesView record = input.substr(0, 1 + ByteValue(input[0]) % 64);
-    input.remove_prefix(record.size());
-    unsigned sum = 0;
-    for (const char byte : record) sum += ByteValue(byte);
-    for (const char byte : Bytes(record) + ByteOf(0U - sum)) {
-      for (const unsigned digit : {ByteValue(byte) >> 4U, ByteValue(byte) & 0xFU})
-        text += "0123456789ABCDEF"[digit];
-    }
-    text += "\r\n:";
-  }
-  return text + "00000001FF\r\n";
-}
 
 void ReadLoader(const Bytes& text) {
   constexpr std::size_t kImageSize = 0x8010;  // little more than what is packed, so that records run past it
@@ -30,13 +14,16 @@ void ReadLoader(const Bytes& text) {
   Require(image.size() == kImageSize && (!good || text.find(":000000") != Bytes::npos));
 }
 
+/// Lines whose digits and sums are sound, so that addresses are tried as well.
+Bytes SoundLines(BytesView input) {
+  const std::size_t address = input.size() < 2 ? 0 : ByteValue(input[0]) % 0x81 << 8U | ByteValue(input[1]);
+  return sim::HexLines(address, input) + ":00000001FF\r\n";
+}
+
 void ReadProgram(BytesView input) {
   // Small, so that a run takes little time; the second and third record are scrambled.
   constexpr ProgramFormat kFormat{.records = 3, .checkWordStart = 2, .checkWordMissing = false};
-  for (const ProgramFormat& format : {kFormat, kProgramFormat2, kProgramFormat3}) {
-    const LoadedProgram any = ReadProgramFile(input, format);
-    Require(any.program.size() == (any.status == ProgramFileStatus::kGood ? format.ProgramSize() : 0));
-  }
+  Require(ReadProgramFile(input, kFormat).program.size() % kFormat.ProgramSize() == 0);
   Bytes program(input.empty() ? "\xA5" : input);
   while (program.size() < kFormat.ProgramSize()) program += Bytes(program);
   program.resize(kFormat.ProgramSize());

@@ -1,11 +1,17 @@
-// Every window against its form.
+// Every window on its form: what is shown, what the user reaches, and what his clicks and keys do.
 #include "desktop/forms.h"
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
 
 #include "app/start.h"
 #include "chooser/dateiwahl.h"
@@ -23,6 +29,11 @@
 namespace ox::test {
 namespace {
 
+template <class Widget>
+Widget* Find(const QWidget& form, const Control& control) {
+  return form.findChild<Widget*>(QString::fromStdString(control.Name()));
+}
+
 struct Forms : testing::Test {
   /// The form of a window, which bears the window's controls and is on the screen.
   static std::unique_ptr<QWidget> Show(const Window& window) {
@@ -36,27 +47,29 @@ struct Forms : testing::Test {
   TestHost test;
   Subs subs;
   FileChooser chooser{test.host, subs};
-  const std::shared_ptr<Window> all[10] = {std::make_shared<Start>(test.host, subs, StartCommands()),
-                                           std::make_shared<Verbindungstest>(test.host, subs.settings),
-                                           std::make_shared<Datenaustausch>(test.host, subs, chooser),
-                                           std::make_shared<updatetab>(test.host, subs, chooser),
-                                           std::make_shared<updatepro>(test.host, subs, chooser),
-                                           std::make_shared<UpdateproOx3>(test.host, subs, chooser),
-                                           std::make_shared<FirmwareOX3Verpacken>(test.host, subs.settings),
-                                           std::make_shared<PowerMonitor>(test.host, subs.settings),
-                                           std::make_shared<Modem>(test.host, subs.settings),
-                                           std::make_shared<Dateiwahl>(test.host, subs)};
+  Start start{test.host, subs, {}};
+  Verbindungstest connection{test.host, subs.settings};
+  Datenaustausch exchange{test.host, subs, chooser};
+  updatetab tables{test.host, subs, chooser};
+  updatepro program2{test.host, subs, chooser};
+  UpdateproOx3 program3{test.host, subs, chooser};
+  FirmwareOX3Verpacken packer{test.host, subs.settings};
+  PowerMonitor power{test.host, subs.settings};
+  Modem modem{test.host, subs.settings};
+  Dateiwahl files{test.host, subs};
+  Window* const all[10] = {&start,    &connection, &exchange, &tables, &program2,
+                           &program3, &packer,     &power,    &modem,  &files};
 };
 
 TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
-  for (const auto& window : all) {
+  for (const Window* window : all) {
     const auto form = Show(*window);
     QWidgetList reached;
     for (QWidget* next = form->nextInFocusChain(); next != form.get(); next = next->nextInFocusChain()) {
       if ((next->focusPolicy() & Qt::TabFocus) != 0) reached += next;
     }
     for (const Control* control : window->Controls()) {
-      auto* widget = form->findChild<QWidget*>(QString::fromStdString(control->Name()));
+      auto* widget = Find<QWidget>(*form, *control);
       if (widget == nullptr || widget->inherits("QLabel") || widget->inherits("QMenu")) continue;
       SCOPED_TRACE(window->Name() + " " + control->Name());
       EXPECT_TRUE(reached.contains(widget));
@@ -71,14 +84,12 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_EQ(trace->width(), before.width() + 200);
     }
   }
-  const auto& one = *all[1];
-  const auto& other = *all[4];
-  EXPECT_EQ(MismatchesOf(one, *MakeForm(other.Name(), nullptr)).size(),
-            one.Controls().size() + other.Controls().size());
+  EXPECT_EQ(MismatchesOf(modem, *MakeForm("updatetab", nullptr)).size(),
+            modem.Controls().size() + tables.Controls().size());
 }
 
 TEST_F(Forms, TheMainMenuStandsInItsOrder) {
-  const auto form = Show(*all[0]);
+  const auto form = Show(start);
   std::string captions;
   const std::function<void(const QWidget&)> collect = [&](const QWidget& menu) {
     for (const QAction* action : menu.actions()) {
@@ -91,6 +102,71 @@ TEST_F(Forms, TheMainMenuStandsInItsOrder) {
             "&Datei|&Ende|Update|Update Tabellen|Update Programm Orvanexe II + III|Verbindungstest|"
             "Datenaustausch|COM:|COM1: <|COM2:|COM3:|COM4:|-Tools|Firmware OX3 verpacken|"
             "Stromversorgungsmonitor OX III|-Modem|&?|");
+}
+
+TEST_F(Forms, WhatTheProgramSetsIsShown) {
+  for (const Window* window : all) {
+    const auto form = Show(*window);
+    for (Control* control : window->Controls()) {
+      const auto* shown = Find<QObject>(*form, *control);
+      if (shown == nullptr || shown->inherits("QMenu")) continue;
+      SCOPED_TRACE(window->Name() + " " + control->Name());
+      control->SetVisible(true);
+      EXPECT_EQ(shown->property("enabled"), control->Enabled());
+      control->SetEnabled(!control->Enabled());
+      EXPECT_EQ(shown->property("enabled"), control->Enabled());
+      control->SetVisible(false);
+      EXPECT_EQ(shown->property("visible"), false);
+    }
+  }
+  const auto form = Show(tables);
+  tables.ChMes.SetChecked(true);
+  EXPECT_TRUE(Find<QCheckBox>(*form, tables.ChMes)->isChecked());
+  EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text(), "Update Start");
+  tables.Go.SetText("a < b & c\r\n\nc\r1\t\x1B\x7F\xFF" + std::string("\0 ", 2));
+  const auto* status = Find<QLabel>(*form, tables.Go);
+  EXPECT_EQ(status->text(), QString::fromUtf8("a < b & c\n\nc␍1\t␛␡\uFFFD␀ ")) << "nothing stays unseen";
+  EXPECT_EQ(status->textFormat(), Qt::PlainText);
+}
+
+TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
+  const auto form = Show(files);
+  std::string happened;
+  files.File1.onSelect = [&] { happened += "select " + files.File1.SelectedItem() + " "; };
+  files.File1.onActivate = [&] { happened += "activate "; };
+  files.File1.SetItems({"eins", "zwei", "drei"});
+  auto* list = Find<QListWidget>(*form, files.File1);
+  const QPoint second = list->visualItemRect(list->item(1)).center();
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);  // on the selected line counts too
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, second);
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_EQ(std::exchange(happened, ""), "select zwei select zwei activate select drei activate ");
+  files.File1.SetSelected(0);
+  EXPECT_EQ(list->selectedItems().front()->text(), "eins");
+  files.File1.SetItems({"vier"});
+  list->setCurrentRow(0, QItemSelectionModel::NoUpdate);  // as the focus does
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(happened, "select vier ") << "the only line can be selected by keyboard";
+
+  files.Drive1.onSelect = [&] { happened = files.Drive1.SelectedItem(); };
+  files.Drive1.SetItems({"/", "/media"});
+  files.Drive1.SetSelected(0);
+  QTest::keyClick(Find<QComboBox>(*form, files.Drive1), Qt::Key_Down);
+  EXPECT_EQ(happened, "/media");
+}
+
+TEST_F(Forms, AGrowingTraceIsOnlyAddedTo) {
+  const auto form = Show(exchange);
+  const auto* trace = Find<QPlainTextEdit>(*form, exchange.datanz);
+  int removed = 0;
+  QObject::connect(trace->document(), &QTextDocument::contentsChange, trace,
+                   [&](int, int gone, int) { removed += gone; });
+  for (int line = 0; line < 1000; ++line) exchange.datanz.Append("PC <- OX  ä<CR>\r\n");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(std::pair(trace->document()->blockCount(), removed), std::pair(1001, 0));
+  EXPECT_TRUE(trace->textCursor().atEnd());
 }
 
 }  // namespace

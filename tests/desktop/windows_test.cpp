@@ -1,13 +1,17 @@
-// Windows over windows, how they go, and message boxes over all of them.
+// Windows over windows, how they go, message boxes over all of them, and rests between their events.
 #include <gtest/gtest.h>
+#include <sys/eventfd.h>
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
 #include "desktop/qt_window_system.h"
 #include "platform/controls.h"
+#include "platform/posix/descriptor.h"
 
 namespace ox::test {
 namespace {
@@ -43,6 +47,8 @@ struct TwoButtons : Window {
 };
 
 struct Windows : testing::Test {
+  Windows() { ports.Add(line.Number()); }
+
   /// What becomes of the dialogue when it is shown over the main window and the user does this.
   std::string Life(const User& user) {
     Later([&] {
@@ -54,6 +60,7 @@ struct Windows : testing::Test {
     return std::exchange(dialogue.life, "");
   }
 
+  Descriptor line{eventfd(1, EFD_NONBLOCK)};  // a port with unread input
   OpenPorts ports;
   QtWindowSystem windows{ports};
   TwoButtons main{windows};
@@ -79,38 +86,47 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
             "unload");
 }
 
-TEST_F(Windows, AMessageBoxIsLeftByItsLastAnswer) {
-  const User cancel = [] {
-    auto* button = Top()->findChildren<QPushButton*>().back();
-    EXPECT_EQ(button->text(), "Abbrechen");
-    button->click();
-  };
-  const std::tuple<User, Answer, Buttons> ways[] = {
-      {Press(Qt::Key_Escape), Answer::Cancel, Buttons::OkCancel},
-      {kCloseBox, Answer::Cancel, Buttons::OkCancel},
-      {cancel, Answer::Cancel, Buttons::OkCancel},
-      {kCloseBox, Answer::Ok, Buttons::Ok}};
-  for (const auto& [user, answer, buttons] : ways) {
-    Later(user);
-    EXPECT_EQ(windows.ShowMessage("Frage", buttons), answer);
+TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
+  const QString x80(80, 'x');
+  const std::tuple<std::string, QString, User> cases[] = {
+      {"<b>fett</b> & \"x\"\r\r\n/S/\r\n\n\x01", QString::fromUtf8("<b>fett</b> & \"x\"\n\n/S/\n\n␁"),
+       kCloseBox},
+      {std::string(3001, ' '), QString(2999, ' ') + u'…', Press(Qt::Key_Escape)},
+      {std::string(80, 'x') + " " + std::string(81, 'x'), x80 + " " + x80 + QChar(0x200B) + "x", kCloseBox}};
+  for (const auto& [text, shown, leave] : cases) {
+    Later([&shown = shown, &leave = leave] {
+      auto* box = qobject_cast<QMessageBox*>(Top());
+      EXPECT_EQ(box->windowTitle() + box->text(), "Orvanexe Service" + shown);
+      EXPECT_EQ(box->defaultButton()->text() + box->escapeButton()->text(), "OKAbbrechen");
+      EXPECT_EQ(box->textFormat(), Qt::PlainText);
+      leave();
+    });
+    EXPECT_EQ(windows.ShowMessage(text, Buttons::OkCancel), Answer::Cancel);
   }
 }
 
-TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFit) {
-  const QString x80(80, 'x');
-  const std::pair<std::string, QString> cases[] = {
-      {"<b>fett</b> & \"x\"\r\r\n/S/\r\n\n\x01", QString::fromUtf8("<b>fett</b> & \"x\"\n\n/S/\n\n␁")},
-      {std::string(3001, ' '), QString(2999, ' ') + u'…'},
-      {std::string(80, 'x') + " " + std::string(81, 'x'), x80 + " " + x80 + QChar(0x200B) + "x"}};
-  for (const auto& [text, shown] : cases) {
-    Later([&shown = shown] {
-      auto* box = qobject_cast<QMessageBox*>(Top());
-      EXPECT_EQ(box->windowTitle() + box->text(), "Orvanexe Service" + shown);
-      EXPECT_EQ(box->textFormat(), Qt::PlainText);
-      box->close();
-    });
-    windows.ShowMessage(text);
-  }
+TEST_F(Windows, ARestWaitsForInputOfAnOpenPort) {
+  QElapsedTimer timer;
+  timer.start();
+  for (int rest = 0; rest < 200; ++rest) windows.Rest();
+  EXPECT_LT(timer.restart(), 1000) << "ten seconds, were each to last its full time";
+  ports.Remove(line.Number());
+  windows.Rest();
+  windows.Rest();
+  EXPECT_GT(timer.elapsed(), 10);
+}
+
+TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
+  const QObject here;
+  int rounds = 0;
+  QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &here,
+                   [&] { ++rounds; });
+  Later([&] {
+    QTimer::singleShot(30, qApp, kCloseBox);
+    windows.ShowMessage("Frage");
+  });
+  windows.Rest();
+  EXPECT_LT(rounds, 20);
 }
 
 }  // namespace

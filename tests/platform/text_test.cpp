@@ -22,7 +22,7 @@ TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
   EXPECT_EQ(ToBytes("\x80 \xF8\xFF \xC0\xAF \xED\xA0\x80 \xF4\x90\x80\x80 \xC3\xC3\xA4 \xE2\x82"),
             "? ?? ?? ??? ???? ?\xE4 ??")
       << "no beginning, overlong, a surrogate, too large, cut off";
-  EXPECT_EQ(ToBytes("12345678\3772345678"), "12345678?2345678") << "between blocks of ASCII";
+  EXPECT_EQ(ToBytes("1234567\377\3772345678"), "1234567??2345678") << "in a block of ASCII";
 }
 
 TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {

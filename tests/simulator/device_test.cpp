@@ -34,12 +34,13 @@ TEST(Device, WakesUpAndAnswersOneRequestColumnByColumn) {
   options.stations.points = {{"12345678", "123", "Pegel", 0, 0, {"0012", "0340"}},
                              {"00000009", "4A6", "Wehr ", 0, 0, {"0012"}}};
   const std::pair<std::vector<Bytes>, Bytes> rows[] = {
-      {{"K", "S", "S", "K", "N", "K"}, "|A|A|OX 3 SW 3.20 11/2026 \r|||"},
-      {{"S", "N", "T"}, "A|||"},     // the PC gives up
-      {{"SK", "\rS", "A"}, "|A||"},  // a text goes on to its end and is no wake-up
+      {{"K", "S", "S", "K", "K"}, "|A|A|OX 3 SW 3.20 11/2026 \r||"},
+      {{"S", "N", "T", "S"}, "A|||A|"},  // the PC gives up
+      {{"SK", "\rS", "A"}, "|A||"},      // a text goes on to its end and is no wake-up
       {{"S", "J4A6               \r"}, "A|\r00000009: 0012      196\rE\r|"},
       {{"S", "J              0340\r"}, "A|\r12345678: 0340   1005.9\rE\r|"},
-      {{"S", "J4A6 12345678: 0012\r"}, "A|012345678: 0012      196\r|"},  // the number alone counts
+      // The number alone counts.
+      {{"S", "J4A6 12345678:     \r"}, "A|\r12345678: 0012      196\r12345678: 0340   1021.0\rE\r|"},
       {{"S", "Z    12345678: 0012\r"}, "A|012345678: 0012      196 cm \r|"},
       {{"S", "J    12345678: 0999\r"}, "A|R|"},
       {{"S", "Z    12345678:     \r"}, "A|N|"},

@@ -15,10 +15,19 @@ using Strings = std::vector<std::string>;
 
 const std::string kIdle = "Einzelabruf Abruf_Y Sammelabruf Zyklischer_Abruf Zeitabruf Verlassen duemstwal ";
 
+const Bytes kTable = R"mes(/S/"1"
+/A/"Süd"/Z/"123"
+/N/"12345678"/D/" 0012"/M/"-0003"/T/"Pegel"
+/N/"00000001"/D/" 0000"/M/" 0000"/T/"ÄÖÜßä"
+/N/"00000002"/D/" 0000"/M/" 0000"/T/"öüâà°"
+/N/"12345678"/D/" 0000"/M/" 0000"/T/"zwei" /B/ Ende
+/E/)mes";
+
 class DataExchange : public testing::Test {
  protected:
   DataExchange() {
     host_.ports.Connect(1, &device_);
+    host_.files.content["/arbeit/netz.mes"] = kTable;
     host_.windows.OpenMain(window_);
   }
 
@@ -42,11 +51,20 @@ class DataExchange : public testing::Test {
     device_.Expect("S", "A").Expect(request, {{seconds, reply}}).Expect("A");
   }
 
-  /// What the window shows of a reply to a collective poll.
-  std::string Shown(const Bytes& records) {
-    ExpectPoll("P", "\r" + records + "\rE\r");
-    window_.Sammelabruf.Click();
-    return window_.mewanz.Text();
+  /// Returns what the user is told and shown of a poll.
+  std::string Poll(Button& button, const Bytes& request, const Bytes& reply) {
+    ExpectPoll(request, reply, 0.5);
+    host_.windows.In(0.3, [&] { EXPECT_EQ(Buttons(), "duemstwal "); });
+    window_.Par.SetFocus();
+    button.Click();
+    EXPECT_EQ(Buttons(), kIdle);
+    EXPECT_EQ(window_.Focused(), &window_.AKZ);
+    std::string told;
+    for (const std::string& message : host_.windows.TakeMessages()) told += message;
+    return told + window_.mewanz.Text();
+  }
+  std::string PollRecords(const Bytes& records) {
+    return Poll(window_.Sammelabruf, "P", "\r" + records + "\rE\r");
   }
 
   /// The user chooses a table; nothing for cancel.
@@ -70,40 +88,17 @@ class DataExchange : public testing::Test {
 TEST_F(DataExchange, EachCommandSendsItsRequestAndShowsItsReply) {
   const std::string redundant =
       "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
-  const Bytes several = "\rAAA\rBBB\rE\r";
-  const Bytes longer = "0Z" + Bytes(30, '~') + "\r";
-  const Bytes cut = "Z" + Bytes(22, '~') + "|";
-  Button& j = window_.Einzelabruf;
-  Button& z = window_.Abruf_Y;
-  const struct {
-    Button& button;
-    std::string office, point, parameter, request, reply, values;
-    Strings messages;
-  } rows[] = {
-      // Only number and parameter together name one value.
-      {j, "", "12345678", "0012", "J    12345678: 0012\r", "0EIN\r", "EIN|", {}},
-      {j, "", "", "0012", "J              0012\r", several, "AAA|BBB|", {}},
-      {j, "123", "", "", "J123               \r", several, "AAA|BBB|", {}},
-      {j, "123", "12345678", "", "J123 12345678:     \r", several, "AAA|BBB|", {redundant}},
-      {z, "", "12345678", "0012", "Z    12345678: 0012\r", "0EIN\r", "EIN|", {}},
-      {z, "123", "12345678", "0012", "Z123 12345678: 0012\r", longer, cut, {redundant}},
-      {window_.Sammelabruf, "x", "y", "z", "P", several, "AAA|BBB|", {}},
-      {window_.Zeitabruf, "x", "y", "z", "T", "022.11.2026 12:00\r", "22.11.2026 12:00|", {}},
-  };
-  for (const auto& row : rows) {
-    Type(row.office, row.point, row.parameter);
-    window_.Par.SetFocus();
-    ExpectPoll(row.request, row.reply, 0.5);
-    host_.windows.In(0.3, [&] { EXPECT_EQ(Buttons(), "duemstwal "); });
-    row.button.Click();
-    EXPECT_TRUE(device_.Done() && device_.Unexpected().empty()) << row.request;
-    EXPECT_EQ(Buttons(), kIdle);
-    EXPECT_EQ(window_.Focused(), &window_.AKZ);
-    EXPECT_EQ(window_.mewanz.Text(), row.values);
-    const std::string trace = "PC -> OX  S\r\nPC <- OX  A\r\nPC -> OX  " + row.request.substr(0, 19);
-    EXPECT_TRUE(window_.datanz.Text().starts_with(trace)) << window_.datanz.Text();
-    EXPECT_EQ(host_.windows.TakeMessages(), row.messages);
-  }
+  Type("", "12345678", "0012");
+  EXPECT_EQ(Poll(window_.Einzelabruf, "J    12345678: 0012\r", "0EIN\r"), "EIN|");
+  // Only number and parameter together name one value.
+  Type("123", "", "0012");
+  EXPECT_EQ(Poll(window_.Einzelabruf, "J123           0012\r", "\rAAA\rBBB\rE\r"), "AAA|BBB|");
+  Type("123", "12345678", "");
+  EXPECT_EQ(Poll(window_.Einzelabruf, "J123 12345678:     \r", "\rAAA\rBBB\rE\r"), redundant + "AAA|BBB|");
+  Type("123", "12345678", "0012");
+  EXPECT_EQ(Poll(window_.Abruf_Y, "Z123 12345678: 0012\r", "0abcdefghijklmnopqrstuvwxyz\r"),
+            redundant + "abcdefghijklmnopqrstuvw|");
+  EXPECT_EQ(Poll(window_.Zeitabruf, "T", "022.11.2026 12:00\r"), "22.11.2026 12:00|");
 }
 
 TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
@@ -116,13 +111,10 @@ TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
   const std::string point = "Das Feld  > Messstellennummer <  muss leer sein oder acht Ziffern enthalten!";
   // The three fields, and what J and Z say of them.
   const std::string rows[][5] = {
-      {"", "", "", noField, noValue},           {"12", "1234567", "", office, noValue},
-      {"12", "", "1", office, noValue},         {"12a", "1", "1", office, office},
-      {" 123", "1", "1", office, office},       {"123", "1", "+012", parameter, parameter},
-      {"", "1", "00012", parameter, parameter}, {"", "1234567", "0012", point, point},
-      {"", "1234567:", "0012", point, point},   {"", "1234567/", "0012", point, point},
+      {"", "", "", noField, noValue},          {"12", "", "1", office, noValue},
+      {"12a", "1", "1", office, office},       {"123", "1", "+012", parameter, parameter},
+      {"", "123456789", "0012", point, point},
   };
-  EXPECT_EQ(window_.Focused(), &window_.AKZ);
   for (const auto& [akz, mst, par, refusalOfJ, refusalOfZ] : rows) {
     Type(akz, mst, par);
     window_.Einzelabruf.Click();
@@ -130,116 +122,66 @@ TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
     EXPECT_EQ(host_.windows.TakeMessages(), (Strings{refusalOfJ, refusalOfZ})) << akz << mst << par;
   }
   EXPECT_TRUE(host_.ports.Openings().empty());
-  EXPECT_EQ(Buttons(), kIdle);
 }
 
 TEST_F(DataExchange, RecordsStandInLinesOfThreeWithNamesForTheirNumbers) {
-  // An office whose name begins with eight digits hides the entry behind it, and only that one.
-  host_.files.content["/netz.mes"] = R"mes(/S/"1"
-/A/"Süd"/Z/"123"
-/N/"12345678"/D/" 0012"/M/"-0003"/T/"Pegel"
-/N/"00000001"/D/" 0000"/M/" 0000"/T/"ÄÖÜß"
-/N/"00000002"/D/" 0000"/M/" 0000"/T/"äöüâà"
-/N/"00000003"/D/" 0000"/M/" 0000"/T/"°"
-/N/"12345678"/D/" 0000"/M/" 0000"/T/"zwei" /B/ Ende
-/A/"87654321"/Z/"123"
-/N/"11111111"/D/" 0000"/M/" 0000"/T/"eins"
-/N/"22222222"/D/" 0000"/M/" 0000"/T/"?Az0!" /B/ Ende
-/E/)mes";
-  LoadTable("/netz.mes");
+  LoadTable("netz");
   const std::pair<Bytes, std::string> rows[] = {
-      {"aaa\rbbb\rccc", "aaa|bbb|ccc\r\n"},
       {"a1a\ra2a\ra3a\ra4a\ra5a\ra6a\ra7a", "a1a|a2a|a3a\r\na4a|a5a|a6a\r\na7a|"},
       {"aaa\rAB\rbbb", "aaa|"},
-      {"aaa\r\rbbb", "aaa|"},
-      {Bytes(26, 'x') + "\r" + Bytes(25, 'y'), Bytes(25, 'x') + "|" + Bytes(25, 'y') + "|"},
-      {"12345678: 0012 s   12.3", "   Pegel: 0012 s   12.3|"},
-      {"12345678: 0012 s   12.3 mmxx\r12345678: ", "   Pegel: 0012 s   12.3 m|   Pegel: |"},
-      {"00000001: {}\r00000002: 1\r00000003: 1", "   ÄÖÜß : {}|   äöüâà: 1|   °    : 1\r\n"},
-      {"11111111: 1\r22222222: 1", "11111111: 1|   ?Az0!: 1|"},
+      {"12345678: 0012 s   12.3 mmx\r12345678: ", "   Pegel: 0012 s   12.3 m|   Pegel: |"},
+      {"00000001: {}\r00000002: 1", "   ÄÖÜßä: {}|   öüâà°: 1|"},
       {"99999999: 1\r12345678:\r12345678; 1", "99999999: 1|12345678:|12345678; 1\r\n"},
   };
-  for (const auto& [records, display] : rows) EXPECT_EQ(Shown(records), display);
+  for (const auto& [records, display] : rows) EXPECT_EQ(PollRecords(records), display);
 }
 
 TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesTheButtonsLocked) {
-  host_.files.content["/arbeit/gut.mes"] =
-      R"(/S/"1"/A/"Amt"/Z/"123"/N/"12345678"/D/" 0012"/M/"-0003"/T/"Brück"/B/ Ende /E/)";
-  host_.files.content["/arbeit/falsch.mes"] = "/A/ü";
-  EXPECT_EQ(Shown("12345678: 1"), "12345678: 1|");
-  std::string during;
-  host_.windows.In(0, [&] { during = Buttons() + window_.datanz.Text(); });
-  LoadTable("gut");
-  EXPECT_EQ(during, "duemstwal Messstellentabelle wird geladen ...");
-  EXPECT_EQ(Buttons() + window_.datanz.Text() + window_.mewanz.Text(), kIdle + "12345678: 1|");
-  window_.Par.SetFocus();
+  host_.files.content["/arbeit/leer.mes"] = R"(/S/"1"/E/)";
+  const std::string loading = "duemstwal Messstellentabelle wird geladen ...";
+  host_.windows.In(0, [&] { EXPECT_EQ(Buttons() + window_.datanz.Text(), loading); });
+  LoadTable("netz");
   LoadTable("");
-  EXPECT_EQ(window_.Focused(), &window_.AKZ) << "the window is the active one again";
-  EXPECT_EQ(Shown("12345678: 1"), "   Brück: 1|");
+  EXPECT_EQ(Buttons() + window_.datanz.Text(), kIdle);
+  EXPECT_EQ(PollRecords("12345678: 1"), "   Pegel: 1|");
   LoadTable("/fort.mes");
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fort.mes!"});
-  LoadTable("");
-  EXPECT_EQ(Buttons() + window_.datanz.Text(), during);
-  LoadTable("falsch");
-  EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler in Zeile 1, Steuerzeichen /S/ erwartet!\r\r/A/ü"});
-  EXPECT_EQ(Shown("12345678: 1"), "12345678: 1|");
-  LoadTable("/fort.mes");
-  window_.RequestClose();
-  EXPECT_FALSE(window_.IsOpen());
+  EXPECT_EQ(Buttons() + window_.datanz.Text(), loading);
+  LoadTable("leer");
+  EXPECT_EQ(Buttons() + window_.datanz.Text(), kIdle);
+  EXPECT_EQ(PollRecords("12345678: 1"), "12345678: 1|");
 }
 
 TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFails) {
   ExpectPoll("P", "\rAAA\rE\r", 0.9);
   device_.Expect("S", "A").Expect("P", "\rBBB\rCC").Expect("N");
   ExpectPoll("P", "\rDDD\rE\r");
-  // Midnight ends a rest.
-  host_.clock.StartAt(23, 59, 33);
-  const auto look = [&](double seconds, const std::string& values, double start) {
-    host_.windows.In(seconds, [this, values, start] {
-      EXPECT_EQ(Buttons() + window_.mewanz.Text(), "Abbruch duemstwal " + values);
-      EXPECT_NEAR(window_.StartTime(), start, 0.1);
+  host_.clock.StartAt(23, 59, 33);  // midnight ends a rest
+  // The beginning of the latest exchange and what is shown.
+  std::string seen;
+  for (const double seconds : {0.5, 10.8, 11.0, 22.8, 26.9, 27.1}) {
+    host_.windows.In(seconds, [&] {
+      EXPECT_EQ(Buttons(), "Abbruch duemstwal ");
+      seen += std::to_string(static_cast<int>(window_.StartTime())) + window_.mewanz.Text() + " ";
     });
-  };
-  look(0.5, "", 86373);
-  look(10.8, "AAA|", 86373);
-  look(11, "AAA|", 86383.9);
-  look(22.8, "BBB|", 86383.9);
-  look(26.9, "DDD|", 86395.9);
+  }
   host_.windows.In(26.9, [&] { host_.ports.Remove(1); });
-  look(27.1, "", 0);
   host_.windows.In(30, [&] { window_.Abbruch.Click(); });
   window_.Zyklischer_Abruf.Click();
-  EXPECT_TRUE(device_.Done());
+  EXPECT_EQ(seen, "86373 86373AAA| 86383AAA| 86383BBB| 86395DDD| 0 ");
   EXPECT_NEAR(host_.clock.Elapsed(), 30, 0.01);
   EXPECT_EQ(Buttons(), kIdle);
-  EXPECT_EQ(host_.windows.TakeMessages(),
-            (Strings{"Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!",
-                     "1: lässt sich nicht öffnen!"}));
 }
 
-TEST_F(DataExchange, TheCyclicPollEndsAtOnceButAfterTheDisplayOfADialogueUnderWay) {
-  host_.files.content["/netz.mes"] = "/S/\"1\"/E/";
-  const std::function<void()> ways[] = {
-      [&] { window_.Abbruch.Click(); },
-      [&] { window_.RequestClose(); },
-      // A table unlocks the button that leaves.
-      [&] { LoadTable("/netz.mes"), window_.Verlassen.Click(); },
-  };
-  for (const double when : {0.4, 5.0}) {
-    for (const auto& end : ways) {
-      host_.windows.OpenMain(window_);
-      ExpectPoll("P", "\rAAA\rE\r", 0.9);
-      const double start = host_.clock.Elapsed();
-      host_.windows.In(when, end);
-      window_.Zyklischer_Abruf.Click();
-      EXPECT_EQ(window_.IsOpen(), &end == &ways[0]);
-      EXPECT_TRUE(device_.Done());
-      EXPECT_EQ(window_.mewanz.Text(), "AAA|");
-      window_.mewanz.SetText("");
-      EXPECT_EQ(host_.ports.OpenCount(), 0);
-      EXPECT_NEAR(host_.clock.Elapsed() - start, when < 1 ? 0.9 : when, 0.05);
-    }
-  }
+TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
+  ExpectPoll("P", "\rAAA\rE\r", 0.9);
+  host_.windows.In(0.4, [&] {
+    LoadTable("netz");  // unlocks the button that leaves
+    window_.Verlassen.Click();
+  });
+  window_.Zyklischer_Abruf.Click();
+  EXPECT_FALSE(window_.IsOpen());
+  EXPECT_EQ(window_.mewanz.Text(), "AAA|");
 }
 
 }  // namespace

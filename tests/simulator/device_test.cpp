@@ -59,10 +59,17 @@ Bytes Frame(char letter, unsigned address = 0, BytesView data = {}) {
   return frame + ByteOf(0U - sum) + Bytes(data);
 }
 
+DeviceOptions InLoader(int generation) {
+  DeviceOptions options;
+  options.generation = generation;
+  options.startInLoader = true;
+  return options;
+}
+
 TEST(Loader, AnswersTheCatalogueOfItsGeneration) {
   const Bytes catalogues[] = {"NANNNNAANNANAAANANAN", "NANANNAANANNANANANAN", "NANNAAAANNANNANNAAAA"};
   for (const int generation : {1, 2, 3}) {
-    Device device({.generation = generation, .startInLoader = true});
+    Device device(InLoader(generation));
     Bytes replies;
     for (const char letter : BytesView("PVWabc2PWaP10P11PVLX"))
       replies += Talk(device, {"S", Frame(letter, 0, letter == 'P' ? "x" : "")})[2];
@@ -71,7 +78,7 @@ TEST(Loader, AnswersTheCatalogueOfItsGeneration) {
 }
 
 TEST(Loader, WantsAWakeUpAndASoundFrameAndWritesNothingElse) {
-  Device device({.generation = 2, .startInLoader = true});
+  Device device(InLoader(2));
   const Bytes erase = Frame('2');
   EXPECT_EQ(Talk(device, {erase, "S", "S", "N" + erase}), "|A|A||") << "a second wake-up begins again";
   EXPECT_EQ(Talk(device, {"S" + erase + erase, "S" + Frame('V', 0, "x")}), "AA|AN|") << "only P has data";

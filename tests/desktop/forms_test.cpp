@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 
 #include "app/start.h"
@@ -148,9 +149,9 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   files.File1.SetItems({"vier"});
   list->setCurrentRow(0, QItemSelectionModel::NoUpdate);  // as the focus does
   QTest::keyClick(list, Qt::Key_Down);
-  EXPECT_EQ(happened, "select vier ") << "the only line can be selected by keyboard";
+  EXPECT_EQ(std::exchange(happened, ""), "select vier ") << "the only line can be selected by keyboard";
 
-  files.Drive1.onSelect = [&] { happened = files.Drive1.SelectedItem(); };
+  files.Drive1.onSelect = [&] { happened += files.Drive1.SelectedItem(); };
   files.Drive1.SetItems({"/", "/media"});
   files.Drive1.SetSelected(0);
   QTest::keyClick(Find<QComboBox>(*form, files.Drive1), Qt::Key_Down);
@@ -166,7 +167,7 @@ TEST_F(Forms, AGrowingTraceIsOnlyAddedTo) {
   for (int line = 0; line < 1000; ++line) exchange.datanz.Append("PC <- OX  ä<CR>\r\n");
   QCoreApplication::processEvents();
   EXPECT_EQ(std::pair(trace->document()->blockCount(), removed), std::pair(1001, 0));
-  EXPECT_TRUE(trace->textCursor().atEnd());
+  EXPECT_GT(trace->verticalScrollBar()->value(), 900) << "the newest lines are in sight";
 }
 
 }  // namespace

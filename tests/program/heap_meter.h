@@ -1,19 +1,16 @@
 // Tells what the program keeps on the heap, and lets its allocations fail.
 #pragma once
 
-#include <cstddef>
-
 namespace ox::test {
 
-/// How many bytes the program has allocated on its side and not given back.
-long ProgramHeap();
+/// The heap of the program's side, as the allocation operators of this test program see it.
+struct HeapMeter {
+  long kept = 0;            // bytes that were allocated and not given back
+  long untilFailure = 0;    // allocations until one throws std::bad_alloc; 0: none will
+  bool fromThenOn = false;  // and so does every one behind it
+  bool failed = false;      // one has
+};
 
-enum class Failing { Once, FromThenOn };
-
-/// Lets the program's allocation number `nth`, counted from 1 and from now, throw std::bad_alloc, and with
-/// FromThenOn every one behind it.
-void FailAllocation(long nth, Failing failing);
-/// Lets everything succeed again; returns whether an allocation failed.
-bool StopFailing();
+inline HeapMeter heap;
 
 }  // namespace ox::test

@@ -127,15 +127,10 @@ void Technician::Monitor() {
 
 void Technician::TestModem() {
   WillUse<Modem>("Modem", [this](Modem& window) {
-    for (const auto& [box, text] : {std::pair{&window.TAKZ, "123"},
-                                    {&window.TDAT, "221126"},
-                                    {&window.TUHR, "1200"},
-                                    {&window.TMST, "12345678"},
-                                    {&window.TPAR, "0012"},
-                                    {&window.TBEW, "s"},
-                                    {&window.TMEW, "12.3"}}) {
-      Type(*box, text);
-    }
+    const std::pair<TextBox*, const char*> fields[] = {
+        {&window.TAKZ, "123"},  {&window.TDAT, "221126"}, {&window.TUHR, "1200"}, {&window.TMST, "12345678"},
+        {&window.TPAR, "0012"}, {&window.TBEW, "s"},      {&window.TMEW, "12.3"}};
+    for (const auto& [box, text] : fields) Type(*box, text);
     for (Button* button : {&window.Command2, &window.Command3}) Click(*button);
     shown = window.Datanz.Text();
     Click(window.Command4);

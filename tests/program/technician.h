@@ -66,7 +66,6 @@ class Technician {
     const Exposure exposure;
     box.Edit(text);
   }
-  /// What the user does in a window, which must be idle before it is closed and gone then.
   /// What the user will do in a window. It must be idle behind that, and gone once closed.
   template <class Shown>
   void WillUse(const std::string& name, const std::function<void(Shown&)>& action);

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "platform/files.h"
-#include "support/side.h"
 
 namespace ox::test {
 
@@ -17,43 +16,33 @@ class MemoryFiles : public Files {
   std::map<std::string, Bytes> content;
   std::set<std::string> unreadable;  // files and folders that nobody may read
   bool writable = true;
-  /// Appending fails once so many lines were written.
-  std::size_t appendable = kNoLimit;
+  std::size_t appendable = kNoLimit;  // appending fails once so many lines were written
+  int openForAppending = 0;
   PathStyle style;
   std::string workingFolder = "/arbeit";
   std::vector<std::string> drives{"/"};
 
   using Files::Read;
   std::optional<Bytes> Read(const std::string& path, std::size_t limit) override {
-    const Shelter shelter;
     const auto file = content.find(path);
     if (file == content.end() || unreadable.contains(path)) return std::nullopt;
     return file->second.substr(0, limit);
   }
 
   bool Replace(const std::string& path, BytesView bytes) override {
-    const Shelter shelter;
     if (writable) content[path] = bytes;
     return writable;
   }
 
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override {
-    const Shelter shelter;
     if (!writable) return nullptr;
-    ++openForAppending;
     content.try_emplace(path);
     return std::make_unique<Appender>(*this, path);
   }
 
   PathStyle Style() const override { return style; }
-  std::string WorkingFolder() override {
-    const Shelter shelter;
-    return workingFolder;
-  }
-  std::vector<std::string> Drives() override {
-    const Shelter shelter;
-    return drives;
-  }
+  std::string WorkingFolder() override { return workingFolder; }
+  std::vector<std::string> Drives() override { return drives; }
 
   std::optional<std::vector<std::string>> FoldersIn(const std::string& folder) override {
     return NamesIn(folder, true);
@@ -62,17 +51,16 @@ class MemoryFiles : public Files {
     return NamesIn(folder, false);
   }
 
-  int openForAppending = 0;
-
  private:
   class Appender : public AppendFile {
    public:
-    Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {}
+    Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {
+      ++files_.openForAppending;
+    }
     Appender(const Appender&) = delete;
     Appender& operator=(const Appender&) = delete;
     ~Appender() override { --files_.openForAppending; }
     bool Append(BytesView bytes) override {
-      const Shelter shelter;
       if (files_.appendable == 0) return false;
       if (files_.appendable != kNoLimit) --files_.appendable;
       files_.content[path_] += bytes;
@@ -85,21 +73,18 @@ class MemoryFiles : public Files {
   };
 
   std::optional<std::vector<std::string>> NamesIn(std::string folder, bool folders) const {
-    const Shelter shelter;
     if (unreadable.contains(folder)) return std::nullopt;
     if (!folder.ends_with(style.separator)) folder += style.separator;
     std::set<std::string> names;
-    bool exists = std::ranges::count(drives, folder.substr(0, folder.size() - 1)) > 0 ||
-                  std::ranges::count(drives, folder) > 0;
+    bool exists = std::ranges::any_of(
+        drives, [&](const std::string& drive) { return (drive + style.separator).starts_with(folder); });
     for (const auto& [path, bytes] : content) {
       if (!path.starts_with(folder)) continue;
       exists = true;
       const auto end = path.find(style.separator, folder.size());
-      if ((end != std::string::npos) == folders)
-        names.insert(path.substr(folder.size(), end - folder.size()));
+      if ((end != Bytes::npos) == folders) names.insert(path.substr(folder.size(), end - folder.size()));
     }
-    if (!exists) return std::nullopt;
-    return std::vector<std::string>(names.begin(), names.end());
+    return exists ? std::optional(std::vector(names.begin(), names.end())) : std::nullopt;
   }
 };
 

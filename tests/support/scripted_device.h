@@ -1,13 +1,12 @@
 // A far end that answers word for word what the test wrote down.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <deque>
 #include <utility>
 #include <vector>
 
 #include "simulator/endpoint.h"
+#include "simulator/output_queue.h"
 
 namespace ox::test {
 
@@ -35,40 +34,26 @@ class ScriptedDevice : public sim::Endpoint {
   bool Done() const { return steps_.empty(); }
   const Bytes& Unexpected() const { return unexpected_; }
 
-  void Receive(BytesView bytes, const sim::LineSettings& pc, sim::Seconds now) override {
+  void Receive(BytesView received, const sim::LineSettings& pc, sim::Seconds now) override {
     if (!sim::Fits(line_, pc)) return;
-    heard_ += bytes;
+    heard_ += received;
     if (steps_.empty() || !steps_.front().first.starts_with(heard_)) {
       unexpected_ += std::exchange(heard_, {});
     } else if (steps_.front().first == heard_) {
-      for (const Piece& piece : steps_.front().second) output_.push_back({now + piece.delay, piece.bytes});
+      for (const auto& [delay, bytes] : steps_.front().second) output_.Add(now + delay, bytes);
       steps_.pop_front();
       heard_.clear();
     }
   }
 
-  std::optional<sim::Seconds> NextOutput() const override {
-    return output_.empty() ? std::nullopt : std::optional(output_.front().delay);
-  }
-
-  Bytes TakeSome(sim::Seconds now, std::size_t most) override {
-    Bytes taken;
-    while (!output_.empty() && output_.front().delay <= now && taken.size() < most) {
-      Bytes& bytes = output_.front().bytes;
-      const Bytes part = bytes.substr(0, most - taken.size());
-      taken += part;
-      bytes.erase(0, part.size());
-      if (bytes.empty()) output_.pop_front();
-    }
-    return taken;
-  }
-
+  std::optional<sim::Seconds> NextOutput() const override { return output_.Next(); }
+  Bytes TakeSome(sim::Seconds now, std::size_t most) override { return output_.Take(now, most); }
   sim::LineSettings Line() const override { return line_; }
 
  private:
   sim::LineSettings line_;
   std::deque<std::pair<Bytes, std::vector<Piece>>> steps_;
-  std::deque<Piece> output_;  // with the time due in `delay`
+  sim::OutputQueue output_;
   Bytes heard_;
   Bytes unexpected_;
 };

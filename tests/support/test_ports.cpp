@@ -11,8 +11,6 @@ namespace ox::test {
 class TestPort : public SerialPort {
  public:
   explicit TestPort(TestPorts& ports) : ports_(ports) {}
-  TestPort(const TestPort&) = delete;
-  TestPort& operator=(const TestPort&) = delete;
   ~TestPort() override { TestPort::Close(); }
 
   void SetSettings(std::string_view settings) override {
@@ -24,46 +22,35 @@ class TestPort : public SerialPort {
   }
 
   void SetCommPort(int number) override {
-    if (open_) throw PortError("open");
+    if (PortOpen()) throw PortError("open");
     number_ = number;
   }
 
-  bool PortOpen() const override { return open_; }
+  bool PortOpen() const override { return std::ranges::count(ports_.open_, this) > 0; }
 
   void Open() override {
     const Shelter shelter;
-    const auto line = ports_.lines_.find(number_);
-    if (ports_.broken_ || open_ || line == ports_.lines_.end()) throw PortError("missing");
-    if (std::ranges::any_of(ports_.open_,
-                            [this](const TestPort* other) { return other->number_ == number_; })) {
-      throw PortError("taken");
-    }
-    DropOutput(line->second);
-    open_ = true;
+    const bool taken = std::ranges::count(ports_.open_, number_, &TestPort::number_) > 0;
+    if (ports_.broken_ || taken || !ports_.lines_.contains(number_))
+      throw PortError("broken, taken or missing");
+    // What came while nobody listened is gone.
+    if (sim::Endpoint* device = Device()) device->TakeOutput(ports_.clock_.Elapsed());
     ports_.open_.push_back(this);
     ports_.openings_.push_back(std::to_string(number_) + ":" + settings_);
   }
 
-  void Close() noexcept override {
-    const Shelter shelter;
-    open_ = false;
-    std::erase(ports_.open_, this);
-  }
+  void Close() noexcept override { std::erase(ports_.open_, this); }
 
   void Output(BytesView bytes) override {
     const Shelter shelter;
     Check();
-    const std::size_t passing = std::min(bytes.size(), ports_.sendable_.value_or(bytes.size()));
-    ports_.sent_ += bytes.substr(0, passing);
-    if (sim::Endpoint* device = Device()) {
-      device->Receive(sim::MaskedTo(bytes.substr(0, passing), line_.dataBits), line_,
-                      ports_.clock_.Elapsed());
-    }
-    if (!ports_.sendable_) return;
-    *ports_.sendable_ -= passing;
-    if (passing == bytes.size()) return;
-    ports_.broken_ = true;
-    throw PortError("broken");
+    const BytesView passing = bytes.substr(0, ports_.sendable_);
+    ports_.sent_ += passing;
+    if (sim::Endpoint* device = Device())
+      device->Receive(sim::MaskedTo(passing, line_.dataBits), line_, ports_.clock_.Elapsed());
+    if (ports_.sendable_ != Bytes::npos) ports_.sendable_ -= passing.size();
+    ports_.broken_ = passing.size() < bytes.size();
+    Check();
   }
 
   Bytes Input() override {
@@ -83,24 +70,18 @@ class TestPort : public SerialPort {
 
   sim::Endpoint* Device() const {
     const auto line = ports_.lines_.find(number_);
-    return line == ports_.lines_.end() ? nullptr : line->second;
+    return line != ports_.lines_.end() ? line->second : nullptr;
   }
 
  private:
   void Check() const {
-    if (!open_ || ports_.broken_) throw PortError("not open or broken");
-  }
-
-  /// What came while nobody listened is gone.
-  void DropOutput(sim::Endpoint* device) const {
-    if (device != nullptr) device->TakeOutput(ports_.clock_.Elapsed());
+    if (!PortOpen() || ports_.broken_) throw PortError("not open or broken");
   }
 
   TestPorts& ports_;
   std::string settings_;
   sim::LineSettings line_;
   int number_ = 0;
-  bool open_ = false;
 };
 
 std::unique_ptr<SerialPort> TestPorts::Create() {
@@ -108,24 +89,12 @@ std::unique_ptr<SerialPort> TestPorts::Create() {
   return std::make_unique<TestPort>(*this);
 }
 
-void TestPorts::Mend() {
-  broken_ = false;
-  sendable_.reset();
-}
-
-std::optional<double> TestPorts::NextInput() const {
-  std::optional<double> next;
+double TestPorts::NextInput() const {
+  double next = kNever;
   for (const TestPort* port : open_) {
-    const sim::Endpoint* device = port->Device();
-    const auto due = device != nullptr ? device->NextOutput() : std::nullopt;
-    if (due && (!next || *due < *next)) next = due;
+    if (const auto* device = port->Device()) next = std::min(next, device->NextOutput().value_or(kNever));
   }
-  return next;
-}
-
-bool TestPorts::InputWaiting() const {
-  const auto next = NextInput();
-  return (broken_ && !open_.empty()) || (next && *next <= clock_.Elapsed());
+  return broken_ && !open_.empty() ? clock_.Elapsed() : next;
 }
 
 }  // namespace ox::test

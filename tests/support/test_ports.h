@@ -1,9 +1,9 @@
 // Serial ports in memory: on each a simulated device, a scripted one or nothing.
 #pragma once
 
+#include <limits>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +17,8 @@ namespace ox::test {
 /// is lost.
 class TestPorts : public SerialPorts {
  public:
+  static constexpr double kNever = std::numeric_limits<double>::infinity();
+
   explicit TestPorts(TestClock& clock) : clock_(clock) {}
 
   std::unique_ptr<SerialPort> Create() override;
@@ -26,22 +28,19 @@ class TestPorts : public SerialPorts {
   void Connect(int number, sim::Endpoint* device) { lines_[number] = device; }
   /// Makes COM<number> missing.
   void Remove(int number) { lines_.erase(number); }
-
   /// Breaks every port after so many further characters have been sent: the character after them is not sent,
   /// and every operation fails from then on until Mend.
   void BreakAfterSending(std::size_t characters) { sendable_ = characters; }
   void Break() { broken_ = true; }
-  void Mend();
+  void Mend() { sendable_ = Bytes::npos, broken_ = false; }
 
-  /// When the next character reaches an open port.
-  std::optional<double> NextInput() const;
-  /// Whether a port that is open has input waiting or is broken, so that a wait on it would end at once.
-  bool InputWaiting() const;
+  /// When the next character reaches an open port, or now when one has broken: what a wait ends with.
+  double NextInput() const;
 
   int OpenCount() const { return static_cast<int>(open_.size()); }
   /// "1:9600,O,7,1" for each opening, in order.
   const std::vector<std::string>& Openings() const { return openings_; }
-  /// Everything that was sent on all ports, and what was received.
+  /// Everything that was sent on all ports.
   const Bytes& Sent() const { return sent_; }
   void ForgetSent() { sent_.clear(); }
   /// How the modem line was switched, in order.
@@ -56,7 +55,7 @@ class TestPorts : public SerialPorts {
   std::vector<std::string> openings_;
   std::vector<bool> modemLine_;
   Bytes sent_;
-  std::optional<std::size_t> sendable_;
+  std::size_t sendable_ = Bytes::npos;
   bool broken_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/controls.h"
@@ -22,25 +23,22 @@ class TestWindows : public WindowSystem {
  public:
   TestWindows(TestClock& clock, TestPorts& ports) : clock_(clock), ports_(ports) {}
 
-  // The user.
-
   /// What the user does with a window once it is shown and its load and activation have ended; without a
   /// script the user closes it. A script that leaves the window open lets time pass until it closes.
   void OnShown(const std::string& name, std::function<void(Window&)> script) {
     scripts_[name] = std::move(script);
   }
   /// What the user does so many seconds from now, also while a command runs.
-  void In(double seconds, std::function<void()> action);
+  void In(double seconds, std::function<void()> action) {
+    actions_.push_back({clock_.Elapsed() + seconds, std::move(action)});
+  }
   /// The next answers to message boxes; OK when there are none.
   void Answer(std::initializer_list<ox::Answer> answers) { answers_.insert(answers_.end(), answers); }
   /// Called with every message box before it is answered.
   void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
 
-  // What the user saw.
-
-  const std::vector<std::string>& Messages() const { return messages_; }
-  /// The messages since the last call.
-  std::vector<std::string> TakeMessages();
+  /// What the user was told since the last call.
+  std::vector<std::string> TakeMessages() { return std::exchange(messages_, {}); }
   bool Ended() const { return ended_; }
 
   /// Opens a window as the main window: it stays open beside the test. Close it with RequestClose.
@@ -63,13 +61,16 @@ class TestWindows : public WindowSystem {
     std::function<void()> action;
   };
 
-  void OpenAndActivate(Window& window);
+  /// A timer of a window that is open, and when it ticks next.
+  struct RunningTimer {
+    Window* window;
+    Timer* timer;
+    double due;
+  };
+
   void WaitUntil(double limit);
-  double NextEvent(double limit) const;
   void RunDueActions();
   void TickTimers();
-  void Enter(Window& window);
-  void Leave(Window& window);
 
   TestClock& clock_;
   TestPorts& ports_;
@@ -78,13 +79,6 @@ class TestWindows : public WindowSystem {
   std::deque<ox::Answer> answers_;
   std::function<void(const std::string&)> observer_;
   std::vector<std::string> messages_;
-  std::size_t messagesTaken_ = 0;
-  /// A timer of a window that is open, and when it ticked last or was switched on.
-  struct RunningTimer {
-    Window* window;
-    Timer* timer;
-    std::optional<double> since;
-  };
   std::vector<RunningTimer> timers_;
   bool ended_ = false;
 };

@@ -121,7 +121,7 @@ TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
     window_.Abruf_Y.Click();
     EXPECT_EQ(host_.windows.TakeMessages(), (Strings{refusalOfJ, refusalOfZ})) << akz << mst << par;
   }
-  EXPECT_TRUE(host_.ports.Openings().empty());
+  EXPECT_TRUE(host_.ports.openings.empty());
 }
 
 TEST_F(DataExchange, RecordsStandInLinesOfThreeWithNamesForTheirNumbers) {

@@ -68,7 +68,7 @@ TEST_F(DeviceDialogue, TakesItsStepsInTheirTime) {
     EXPECT_EQ(Run(row.script, row.multiRecord), row.result);
     EXPECT_TRUE(device_->Done() && device_->Unexpected().empty()) << row.result;
     EXPECT_NEAR(host_.clock.Elapsed() - start, row.seconds, 0.05) << row.result;
-    EXPECT_EQ(host_.ports.Openings().back(), "3:19200,E,7,1");
+    EXPECT_EQ(host_.ports.openings.back(), "3:19200,E,7,1");
   }
   EXPECT_TRUE(
       window_.datanz.Text().ends_with("PC -> OX  P\r\nPC <- OX  <CR>\r\nPC <- OX  cut\r\nPC -> OX  N"));

@@ -50,9 +50,8 @@ TEST_F(ConnectionTest, TriesTheStoredPairFirstAndStoresWhatItFound) {
   ScriptedDevice device({4800, 'E', 7});
   device.Expect("S", "A").Expect("K", "OX 2 1234567890123456\r");
   Run(&device);
-  EXPECT_EQ(host_.ports.Sent(), "SSSSKAN");
-  EXPECT_EQ(host_.ports.Openings(),
-            (Strings{"1:9600,O,7,1", "1:2400,E,7,1", "1:2400,O,7,1", "1:4800,E,7,1"}));
+  EXPECT_EQ(host_.ports.sent, "SSSSKAN");
+  EXPECT_EQ(host_.ports.openings, (Strings{"1:9600,O,7,1", "1:2400,E,7,1", "1:2400,O,7,1", "1:4800,E,7,1"}));
   EXPECT_EQ(settings_.BaudRate + settings_.Parity, "4800E");
 }
 
@@ -63,7 +62,7 @@ TEST_F(ConnectionTest, WithoutADeviceItTriesEveryPairFromTheUsualOneOn) {
   host_.windows.In(0.1, [&] { EXPECT_EQ(window.Baudanz.Text() + window.Paritätanz.Text(), "9600gerade"); });
   host_.windows.ShowModal(window);
   EXPECT_NEAR(host_.clock.Elapsed(), 0.2 + 8 * 0.5, 0.1);
-  EXPECT_EQ(host_.ports.Openings(),
+  EXPECT_EQ(host_.ports.openings,
             (Strings{"1:9600,E,7,1", "1:2400,E,7,1", "1:2400,O,7,1", "1:4800,E,7,1", "1:4800,O,7,1",
                      "1:9600,E,7,1", "1:9600,O,7,1", "1:19200,E,7,1", "1:19200,O,7,1"}));
   EXPECT_EQ(settings_.BaudRate + settings_.Parity + settings_.DeviceIdent, "9600E");

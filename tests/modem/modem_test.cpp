@@ -29,7 +29,7 @@ class ModemTest : public testing::Test {
   }
 
   Texts Click(Button& button) {
-    host_.ports.ForgetSent();
+    host_.ports.sent.clear();
     button.Click();
     return host_.windows.TakeMessages();
   }
@@ -59,10 +59,10 @@ TEST_F(ModemTest, SendsOneRecordAtATimeAndTellsOfEveryAnswerThatIsNoAcceptance) 
     modem.Expect("S", toWakeUp).Expect(kDateRecord, toRecord);
     host_.ports.Connect(1, &modem);
     EXPECT_EQ(Click(window_.Command2), told) << sent;
-    EXPECT_EQ(host_.ports.Sent(), sent);
+    EXPECT_EQ(host_.ports.sent, sent);
   }
   EXPECT_TRUE(window_.Datanz.Text().ends_with("PC -> Modem  S\r\nPC <- Modem  AA\r\nPC -> Modem  N"));
-  EXPECT_EQ(host_.ports.Openings(), Texts{"1:9600,O,7,1"});
+  EXPECT_EQ(host_.ports.openings, Texts{"1:9600,O,7,1"});
 }
 
 TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
@@ -133,9 +133,9 @@ TEST_F(ModemTest, APortThatFailsIsTriedAgainByEveryCommand) {
 
 TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
   window_.Datanz.SetText("old");
-  host_.windows.In(0.99, [this] { EXPECT_EQ(host_.ports.ModemLine(), std::vector<bool>{false}); });
+  host_.windows.In(0.99, [this] { EXPECT_EQ(host_.ports.modemLine, std::vector<bool>{false}); });
   host_.windows.In(1.1, [this] {
-    EXPECT_EQ(host_.ports.ModemLine(), (std::vector<bool>{false, true}));
+    EXPECT_EQ(host_.ports.modemLine, (std::vector<bool>{false, true}));
     modem_.Expect("!", Pieces{{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}});
     modem_.Receive("!", modem_.Line(), host_.clock.Elapsed());
   });

@@ -123,10 +123,10 @@ TEST_F(PowerMonitorTest, SendsAPresetFrom0To100Once) {
   for (const char* text :
        {" 50%", "12,9", "", ".6", "0.5", "1.5", "100.5", "-0.5", "-1", "100.51", "4294967346"}) {
     Preset(text);
-    host_.ports.ForgetSent();
+    host_.ports.sent.clear();
     host_.windows.Pass(2);
-    presets += std::to_string(ByteValue(host_.ports.Sent().at(2))) + " ";
-    EXPECT_TRUE(host_.ports.Sent().ends_with("\rAS>\xFF\rA")) << text;
+    presets += std::to_string(ByteValue(host_.ports.sent.at(2))) + " ";
+    EXPECT_TRUE(host_.ports.sent.ends_with("\rAS>\xFF\rA")) << text;
   }
   EXPECT_EQ(presets, "50 12 0 1 0 2 100 0 255 255 255 ");
 }
@@ -136,14 +136,14 @@ TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
       {0.9, kSample.substr(0, 5)}, {1.7, kSample.substr(5, 5)}, {2.5, kSample.substr(10)}};
   EXPECT_EQ(State(), "idle");
   Answer(slow);
-  host_.windows.In(0.9, [this] { EXPECT_EQ(State() + host_.ports.Sent(), "running"); });
+  host_.windows.In(0.9, [this] { EXPECT_EQ(State() + host_.ports.sent, "running"); });
   host_.windows.In(2.1, [this] { Preset("50"); });
   host_.windows.In(2.2, [this] { monitor_.MonitorStop.Click(); });
   Run(3);
   EXPECT_EQ(State(), "running") << "until the next tick";
   host_.windows.Pass(1.4);
   EXPECT_EQ(State(), "idle");
-  EXPECT_EQ(host_.ports.Sent(), "S>\xFF\rA") << "ticks never overlap";
+  EXPECT_EQ(host_.ports.sent, "S>\xFF\rA") << "ticks never overlap";
   Answer(slow, ">\x32\r");  // what was preset meanwhile
   host_.windows.In(2.2, [this] { monitor_.RequestClose(); });
   Run(4);

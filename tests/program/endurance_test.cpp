@@ -87,7 +87,7 @@ class Endurance : public testing::Test {
     user_.Device().Faults().Clear();
     user_.PlugIn(true);
     host.ports.Mend();
-    host.ports.ForgetSent();
+    host.ports.sent.clear();
     host.files.writable = true;
     host.files.appendable = Files::kNoLimit;
     host.files.unreadable.clear();

@@ -128,7 +128,7 @@ class Sweep : public testing::TestWithParam<Procedure> {
       EXPECT_EQ(said, Strings{rig_.success});
     } else {
       EXPECT_EQ(said, Strings{step.message});
-      EXPECT_TRUE(stage != Stage::LoaderWakeUp || rig_.host.ports.Sent().find("SN") != Bytes::npos);
+      EXPECT_TRUE(stage != Stage::LoaderWakeUp || rig_.host.ports.sent.find("SN") != Bytes::npos);
     }
   }
 

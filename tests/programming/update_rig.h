@@ -80,7 +80,7 @@ struct UpdateRig {
       EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
       EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
     });
-    host.ports.ForgetSent();
+    host.ports.sent.clear();
     start.Click();
     EXPECT_EQ(host.ports.OpenCount(), 0);
     EXPECT_EQ(window->Focused(), &start);

@@ -141,8 +141,8 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
     if (row.device) rig.Connect(*row.device);
     rig.host.windows.Answer({Answer::Cancel});
     EXPECT_EQ(rig.Start(), Strings{row.said});
-    EXPECT_EQ(rig.host.ports.Sent().find("@UPDATEREQ"), Bytes::npos) << row.said;
-    EXPECT_EQ(rig.host.ports.Sent().find("2\x13"), Bytes::npos) << row.said;
+    EXPECT_EQ(rig.host.ports.sent.find("@UPDATEREQ"), Bytes::npos) << row.said;
+    EXPECT_EQ(rig.host.ports.sent.find("2\x13"), Bytes::npos) << row.said;
   }
 }
 

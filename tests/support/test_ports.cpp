@@ -36,7 +36,7 @@ class TestPort : public SerialPort {
     // What came while nobody listened is gone.
     if (sim::Endpoint* device = Device()) device->TakeOutput(ports_.clock_.Elapsed());
     ports_.open_.push_back(this);
-    ports_.openings_.push_back(std::to_string(number_) + ":" + settings_);
+    ports_.openings.push_back(std::to_string(number_) + ":" + settings_);
   }
 
   void Close() noexcept override { std::erase(ports_.open_, this); }
@@ -45,11 +45,11 @@ class TestPort : public SerialPort {
     const Shelter shelter;
     Check();
     const BytesView passing = bytes.substr(0, ports_.sendable_);
-    ports_.sent_ += passing;
+    ports_.sent += passing;
     if (sim::Endpoint* device = Device())
       device->Receive(sim::MaskedTo(passing, line_.dataBits), line_, ports_.clock_.Elapsed());
     if (ports_.sendable_ != Bytes::npos) ports_.sendable_ -= passing.size();
-    ports_.broken_ = passing.size() < bytes.size();
+    if (passing.size() < bytes.size()) ports_.broken_ = true;
     Check();
   }
 
@@ -65,7 +65,7 @@ class TestPort : public SerialPort {
   void SetModemLine(bool on) override {
     const Shelter shelter;
     Check();
-    ports_.modemLine_.push_back(on);
+    ports_.modemLine.push_back(on);
   }
 
   sim::Endpoint* Device() const {

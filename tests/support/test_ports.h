@@ -38,13 +38,10 @@ class TestPorts : public SerialPorts {
   double NextInput() const;
 
   int OpenCount() const { return static_cast<int>(open_.size()); }
-  /// "1:9600,O,7,1" for each opening, in order.
-  const std::vector<std::string>& Openings() const { return openings_; }
-  /// Everything that was sent on all ports.
-  const Bytes& Sent() const { return sent_; }
-  void ForgetSent() { sent_.clear(); }
-  /// How the modem line was switched, in order.
-  const std::vector<bool>& ModemLine() const { return modemLine_; }
+
+  std::vector<std::string> openings;  // "1:9600,O,7,1" for each, in order
+  std::vector<bool> modemLine;        // how it was switched, in order
+  Bytes sent;                         // on all ports
 
  private:
   friend class TestPort;
@@ -52,9 +49,6 @@ class TestPorts : public SerialPorts {
   TestClock& clock_;
   std::map<int, sim::Endpoint*> lines_{{1, nullptr}};
   std::vector<class TestPort*> open_;
-  std::vector<std::string> openings_;
-  std::vector<bool> modemLine_;
-  Bytes sent_;
   std::size_t sendable_ = Bytes::npos;
   bool broken_ = false;
 };

@@ -15,9 +15,7 @@ constexpr const char* kFile = "OX.CFG";
 class StartWindow : public testing::Test {
  protected:
   StartWindow() {
-    host_.windows.OnMessage([this](const std::string& text) {
-      happened_ += text.starts_with("Wichtiger Hinweis:") ? "warning;" : text;
-    });
+    host_.windows.OnMessage([this](const std::string& text) { happened_ += text; });
   }
 
   StartCommands Commands() {
@@ -95,6 +93,13 @@ TEST_F(StartWindow, OpensWhatTheDeviceAllows) {
       "test;Verbindung mit Orvanexe konnte nicht hergestellt werden.\r\n"
       "Bitte überprüfen Sie, ob die Orvanexe am eingestellten\r\n"
       "COM-Port angeschlossen und eingeschaltet ist!";
+  const std::string warning =
+      "Wichtiger Hinweis:\r\n\r\nFühren Sie den Programmiervorgang nur aus, wenn die Stromversorgung\r\n"
+      "der Orvanexe II sichergestellt ist (Akku ausreichend geladen\r\n"
+      "oder Ladegerät angeschlossen) und achten Sie auf eine sichere\r\n"
+      "Verbindung zum PC (Stecker verschraubt)!\r\n\r\n"
+      "Eine Unterbrechung während der Programmierung kann dazu führen, dass\r\n"
+      "das Programm nicht lauffähig ist und das Gerät in die Werkstatt muss!\r\n";
   const std::string report =
       "test;Verbindung ist hergestellt!\r\n\r\nGerätetyp: ?\r\nSoftwarestand: \r\nBaudrate: 9600\r\n"
       "Parität: ungerade\r\nDatenbits: 7\r\nCOM-Port: 1";
@@ -102,10 +107,10 @@ TEST_F(StartWindow, OpensWhatTheDeviceAllows) {
       "Information zu diesem Programm:\r\n\nVersionsnummer: 4.00\r\nVersionsdatum:  30.10.2006";
   const std::tuple<const char*, MenuEntry*, std::string> cases[] = {
       {"", &start_.MenuVerb, noDevice},         {"", &start_.MenuDaten, noDevice},
-      {"", &start_.MenuPowerMonitor, noDevice}, {"", &start_.MenUpPro, "warning;" + noDevice},
+      {"", &start_.MenuPowerMonitor, noDevice}, {"", &start_.MenUpPro, warning + noDevice},
       {"", &start_.MenuUpTab, "window"},        {"", &start_.MenueToolsFirmwareOX3, "window"},
       {"", &start_.MenuModem, "window"},        {"", &start_.MenuInfo, information},
-      {"?", &start_.MenuVerb, report},          {"?", &start_.MenUpPro, "warning;test;window"},
+      {"?", &start_.MenuVerb, report},          {"?", &start_.MenUpPro, warning + "test;window"},
   };
   Open("EDT\n\\M\\");
   for (const auto& [device, entry, happens] : cases) {
@@ -113,7 +118,7 @@ TEST_F(StartWindow, OpensWhatTheDeviceAllows) {
     EXPECT_EQ(Click(*entry), happens) << device << entry->Name();
   }
   host_.windows.Answer({Answer::Cancel});
-  EXPECT_EQ(Click(start_.MenUpPro), "warning;");
+  EXPECT_EQ(Click(start_.MenUpPro), warning);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include "chooser/dateiwahl.h"
 #include "exchange/datenaustausch.h"
 #include "modem/modem.h"
+#include "platform/scratch_folder.h"
 #include "power/power_monitor.h"
-#include "programming/demo_file.h"
 #include "programming/firmware_packer.h"
 #include "programming/updatepro.h"
 #include "programming/updatetab.h"
@@ -26,10 +26,11 @@ std::vector<std::string> UsableControls(Window& window) {
 }  // namespace
 
 Technician::Technician() {
+  const std::string demo = OX_DEMO_FOLDER "/";
   for (const char* name : {"netz.mes", "netz.par", "netz.zuo", "ox2.pro", "ox3.pr3"}) {
-    host.files.content["/arbeit/" + std::string(name)] = DemoFile(name);
+    host.files.content["/arbeit/" + std::string(name)] = ReadFile(demo + name);
   }
-  host.files.content["OX3NEU.LDR"] = DemoFile("OX3NEU.LDR");
+  host.files.content["OX3NEU.LDR"] = ReadFile(demo + "OX3NEU.LDR");
   host.files.content["OX.CFG"] = "\\M\\\r\nEDT\r\n";
   Connect({});
   host.windows.OpenMain(Main());

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "chooser/dateiwahl.h"
-#include "programming/demo_file.h"
+#include "platform/scratch_folder.h"
 #include "programming/updatepro.h"
 #include "programming/updatepro_ox3.h"
 #include "programming/updatetab.h"
@@ -35,9 +35,9 @@ inline sim::DeviceOptions DeviceOf(int generation, const Bytes& kinds = "", bool
 
 struct UpdateRig {
   explicit UpdateRig(Update which) : update(which) {
-    files["/gut.mes"] = DemoFile("netz.mes");
-    files["/gut.par"] = DemoFile("netz.par");
-    files["/gut.zuo"] = DemoFile("netz.zuo");
+    files["/gut.mes"] = ReadFile(OX_DEMO_FOLDER "/netz.mes");
+    files["/gut.par"] = ReadFile(OX_DEMO_FOLDER "/netz.par");
+    files["/gut.zuo"] = ReadFile(OX_DEMO_FOLDER "/netz.zuo");
     files["/gut.pr3"] = sim::ProgramFile(program);
     // Of generation II, which has no check word in its file.
     files["/gut.pro"] = sim::ProgramFile(program.substr(0, program.size() - 2) + "??");

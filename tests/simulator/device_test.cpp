@@ -1,11 +1,10 @@
-// The simulated device: its text dialogue, its loader, its battery, and the faults that oxsim knows by name;
+// The simulated device: its text dialogue, its loader, and the faults that oxsim knows by name;
 // in bytes made by hand.
 #include "simulator/device.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 #include "simulator/named_faults.h"
 
@@ -88,16 +87,6 @@ TEST(Loader, WantsAWakeUpAndASoundFrameAndWritesNothingElse) {
   const Bytes last(255, '\x01');
   EXPECT_EQ(Talk(device, {"S" + Frame('P', 16129, last), "S" + Frame('P', 16129, last + "x")}), "AA|AN|");
   EXPECT_EQ(device.Memory().Tables(), Bytes(16129, '\xFF') + last);
-}
-
-TEST(PowerSupply, LivesThroughAllItsStates) {
-  PowerSupply supply;
-  std::set<int> states;
-  for (int second = 0; second <= 900; ++second) {
-    supply.Advance(second);
-    states.insert(supply.Status().state);
-  }
-  EXPECT_EQ(states.size(), 10U);
 }
 
 TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {

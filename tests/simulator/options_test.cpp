@@ -1,9 +1,7 @@
-// The two programs: what oxsim can be told, and what oxdemo makes.
-#include <gtest/gtest.h>
-
-#include "programming/demo_file.h"
-#include "simulator/demo_files.h"
+// What oxsim can be told.
 #include "simulator/options.h"
+
+#include <gtest/gtest.h>
 
 namespace ox::sim {
 namespace {
@@ -30,12 +28,6 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
     EXPECT_EQ(error, told);
   }
   EXPECT_NE(HelpText().find("    slow-2=20000          löscht"), std::string::npos);
-}
-
-TEST(DemoPrograms, AreThoseOfTheFolder) {
-  EXPECT_EQ(DemoProgram2(), test::DemoFile("ox2.pro"));
-  EXPECT_EQ(DemoProgram3(), test::DemoFile("ox3.pr3"));
-  EXPECT_EQ(DemoLoaderHex(), test::DemoFile("OX3NEU.LDR"));
 }
 
 }  // namespace

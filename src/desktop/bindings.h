@@ -2,11 +2,8 @@
 #pragma once
 
 #include <QWidget>
-#include <string>
-#include <vector>
 
 #include "platform/controls.h"
-#include "platform/window.h"
 
 namespace ox {
 
@@ -14,9 +11,5 @@ namespace ox {
 /// False when the form has no such widget. The tie ends with the form; ConnectView({}) ends it from the
 /// control's side.
 bool TieControl(Control& control, QWidget& form);
-
-/// What does not fit between a window and its form, one sentence each: controls without a widget, and named
-/// widgets of these kinds without a control.
-std::vector<std::string> MismatchesOf(const Window& window, QWidget& form);
 
 }  // namespace ox

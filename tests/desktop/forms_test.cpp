@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTest>
 
@@ -36,11 +37,19 @@ Widget* Find(const QWidget& form, const Control& control) {
 }
 
 struct Forms : testing::Test {
-  /// The form of a window, which bears the window's controls and is on the screen.
+  /// The form of a window on the screen: every control has its widget, and every widget that a user could
+  /// take for one has its control.
   static std::unique_ptr<QWidget> Show(const Window& window) {
     auto form = MakeForm(window.Name(), nullptr);
-    EXPECT_EQ(MismatchesOf(window, *form), std::vector<std::string>{});
-    for (Control* control : window.Controls()) TieControl(*control, *form);
+    QStringList names{""};
+    for (Control* control : window.Controls()) {
+      EXPECT_TRUE(TieControl(*control, *form)) << control->Name();
+      names += QString::fromStdString(control->Name());
+    }
+    for (const auto* widget : form->findChildren<QWidget*>(QRegularExpression("^(?!qt_)"))) {
+      if (widget->focusPolicy() == Qt::NoFocus && !widget->inherits("QLabel")) continue;
+      EXPECT_TRUE(names.contains(widget->objectName())) << widget->objectName().toStdString();
+    }
     form->show();
     return form;
   }
@@ -85,8 +94,6 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_EQ(trace->width(), before.width() + 200);
     }
   }
-  EXPECT_EQ(MismatchesOf(modem, *MakeForm("updatetab", nullptr)).size(),
-            modem.Controls().size() + tables.Controls().size());
 }
 
 TEST_F(Forms, TheMainMenuStandsInItsOrder) {

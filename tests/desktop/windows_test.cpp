@@ -78,12 +78,15 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
     EXPECT_EQ(Life(close), "unload");
     EXPECT_EQ(Life(Press(Qt::Key_Return)), "asked command ends unload");
   }
-  dialogue.leave.onClick = [&] { dialogue.Unload(); };
+  dialogue.work.onClick = [&] { dialogue.life += "worked "; };
+  dialogue.leave.onClick = [&] { dialogue.life += "left "; };
   EXPECT_EQ(Life([&] {
               dialogue.leave.SetFocus();
               Press(Qt::Key_Return)();
+              kCloseBox();
             }),
-            "unload");
+            "left unload")
+      << "the focused button alone";
 }
 
 TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {

@@ -73,7 +73,7 @@ function(ox_compile_quickly name)
 endfunction()
 
 # ox_test(NAME SOURCES file... LINKS library... [PROPERTIES name value...]): one GoogleTest program; every test
-# in it is known to ctest, with these properties.
+# in it is known to ctest, with these properties. A loop that never ends in virtual time is ended by ctest.
 function(ox_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PROPERTIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -85,7 +85,7 @@ function(ox_test name)
     target_compile_options(${name} PRIVATE -Wno-missing-field-initializers)
   endif()
   ox_compile_quickly(${name} ${ARG_LINKS})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ${ARG_PROPERTIES})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 180 ${ARG_PROPERTIES})
 endfunction()
 
 # ox_fuzzer(NAME LINKS library...): one libFuzzer harness, fuzz/NAME.cpp.

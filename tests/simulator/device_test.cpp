@@ -100,13 +100,8 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
   } rows[] = {
       {"silent", {"S", "S"}, "||"},
       {"sleepy", {"S", "S"}, "|A|"},
-      {"late=1001", {"S", "S"}, "|AA|"},
-      {"split=1001", {"S", "K"}, "A|O|"},
-      {"poll-r", {"S", "P"}, "A|R|"},
       {"records=2", {"S", "P"}, "A|\r12345678: 0012     41.3\r12345678: 0012     41.7\rE\r|"},
       {"cut-record", {"S", "P"}, "A|\r12345678: 00|"},
-      {"power-short", {"S", ">\xFF\r"}, "A|007D003B63039\r|"},
-      {"ack-no-cr", update, "@UPDATEACK|AA|AA|AA|", 'x'},
       {"slow-2=1001", update, "@UPDATEACK\r|A|||", 'x'},
       // A block that is refused or swallowed is not written; one whose reply alone goes missing is.
       {"block-n=1", update, "@UPDATEACK\r|AA|AA|AN|"},

@@ -117,7 +117,7 @@ TEST_F(StartWindow, OpensWhatTheDeviceAllows) {
     device_ = device;
     EXPECT_EQ(Click(*entry), happens) << device << entry->Name();
   }
-  host_.windows.Answer({Answer::Cancel});
+  host_.windows.CancelNext();
   EXPECT_EQ(Click(start_.MenUpPro), warning);
 }
 

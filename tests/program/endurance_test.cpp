@@ -1,7 +1,6 @@
 // Ten thousand sessions with faults at random, after each of which nothing may be left behind.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <random>
 
@@ -76,7 +75,7 @@ class Endurance : public testing::Test {
     if (Strikes()) host.ports.BreakAfterSending(static_cast<std::size_t>(Below(100)));
     if (Strikes()) DuringTheSession([this] { user_.host.ports.Break(); });
     if (Strikes()) DuringTheSession([this] { user_.Close(*user_.Visited()); });
-    if (Strikes()) host.windows.Answer({Answer::Cancel});
+    if (Strikes()) host.windows.CancelNext();
     if (Strikes()) host.files.writable = false;
     if (Strikes()) host.files.appendable = static_cast<std::size_t>(Below(5));
     if (Strikes()) host.files.unreadable = {"/arbeit/netz.par", "/arbeit/ox3.pr3", "OX3NEU.LDR"};

@@ -139,7 +139,7 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
     text.replace(text.find(row.replaced), row.replaced.size(), row.by);
     rig.Load();
     if (row.device) rig.Connect(*row.device);
-    rig.host.windows.Answer({Answer::Cancel});
+    rig.host.windows.CancelNext();
     EXPECT_EQ(rig.Start(), Strings{row.said});
     EXPECT_EQ(rig.host.ports.sent.find("@UPDATEREQ"), Bytes::npos) << row.said;
     EXPECT_EQ(rig.host.ports.sent.find("2\x13"), Bytes::npos) << row.said;

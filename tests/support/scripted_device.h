@@ -10,8 +10,7 @@
 
 namespace ox::test {
 
-/// Waits for its expected texts in their order and answers each; anything else that is sent is kept in
-/// `unexpected`.
+/// Waits for its expected texts in their order and answers each.
 class ScriptedDevice : public sim::Endpoint {
  public:
   /// One piece of an answer, so many seconds after the request.
@@ -30,15 +29,15 @@ class ScriptedDevice : public sim::Endpoint {
     return Expect(std::move(request), {{0, answer}});
   }
 
-  /// True when every expected text came.
-  bool Done() const { return steps_.empty(); }
-  const Bytes& Unexpected() const { return unexpected_; }
+  /// True when every expected text came, and nothing else.
+  bool Done() const { return steps_.empty() && !surprised_; }
 
   void Receive(BytesView received, const sim::LineSettings& pc, sim::Seconds now) override {
     if (!sim::Fits(line_, pc)) return;
     heard_ += received;
     if (steps_.empty() || !steps_.front().first.starts_with(heard_)) {
-      unexpected_ += std::exchange(heard_, {});
+      surprised_ = true;
+      heard_.clear();
     } else if (steps_.front().first == heard_) {
       for (const auto& [delay, bytes] : steps_.front().second) output_.Add(now + delay, bytes);
       steps_.pop_front();
@@ -55,7 +54,7 @@ class ScriptedDevice : public sim::Endpoint {
   std::deque<std::pair<Bytes, std::vector<Piece>>> steps_;
   sim::OutputQueue output_;
   Bytes heard_;
-  Bytes unexpected_;
+  bool surprised_ = false;
 };
 
 }  // namespace ox::test

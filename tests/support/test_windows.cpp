@@ -93,14 +93,11 @@ void TestWindows::ShowModal(Window& window) {
   std::erase_if(timers_, [&](const RunningTimer& running) { return running.window == &window; });
 }
 
-ox::Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
+Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
   const Shelter shelter;
   messages_.emplace_back(text);
   if (observer_) observer_(std::string(text));
-  if (buttons == Buttons::Ok || answers_.empty()) return ox::Answer::Ok;
-  const ox::Answer answer = answers_.front();
-  answers_.pop_front();
-  return answer;
+  return buttons == Buttons::OkCancel && std::exchange(cancels_, false) ? Answer::Cancel : Answer::Ok;
 }
 
 }  // namespace ox::test

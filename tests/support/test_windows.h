@@ -1,10 +1,8 @@
 // A window system in virtual time with a scripted user.
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,8 +30,8 @@ class TestWindows : public WindowSystem {
   void In(double seconds, std::function<void()> action) {
     actions_.push_back({clock_.Elapsed() + seconds, std::move(action)});
   }
-  /// The next answers to message boxes; OK when there are none.
-  void Answer(std::initializer_list<ox::Answer> answers) { answers_.insert(answers_.end(), answers); }
+  /// The user cancels the next question; all others he answers with OK.
+  void CancelNext() { cancels_ = true; }
   /// Called with every message box before it is answered.
   void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
 
@@ -51,7 +49,7 @@ class TestWindows : public WindowSystem {
   void Yield() override;
   void Rest() override;
   void ShowModal(Window& window) override;
-  ox::Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  Answer ShowMessage(std::string_view text, Buttons buttons) override;
   using WindowSystem::ShowMessage;
   void EndProgram() override { ended_ = true; }
 
@@ -76,7 +74,7 @@ class TestWindows : public WindowSystem {
   TestPorts& ports_;
   std::map<std::string, std::function<void(Window&)>> scripts_;
   std::vector<Due> actions_;
-  std::deque<ox::Answer> answers_;
+  bool cancels_ = false;
   std::function<void(const std::string&)> observer_;
   std::vector<std::string> messages_;
   std::vector<RunningTimer> timers_;

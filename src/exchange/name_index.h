@@ -1,7 +1,6 @@
 // The names of measuring points, found by their numbers.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <map>
 
@@ -21,8 +20,6 @@ class NameIndex {
 
   /// The name of the first point with this number, five characters of Windows-1252; empty when there is none.
   BytesView Find(BytesView number) const;
-
-  std::size_t Size() const { return names_.size(); }
 
  private:
   std::map<Bytes, Bytes, std::less<>> names_;

@@ -88,6 +88,7 @@ class DataExchange : public testing::Test {
 TEST_F(DataExchange, EachCommandSendsItsRequestAndShowsItsReply) {
   const std::string redundant =
       "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
+  EXPECT_EQ(window_.Focused(), &window_.AKZ);
   Type("", "12345678", "0012");
   EXPECT_EQ(Poll(window_.Einzelabruf, "J    12345678: 0012\r", "0EIN\r"), "EIN|");
   // Only number and parameter together name one value.

@@ -61,6 +61,7 @@ TEST_F(ModemTest, SendsOneRecordAtATimeAndTellsOfEveryAnswerThatIsNoAcceptance) 
     EXPECT_EQ(Click(window_.Command2), told) << sent;
     EXPECT_EQ(host_.ports.sent, sent);
   }
+  EXPECT_NE(window_.Datanz.Text().find("<CR>\r\nPC <- Modem  N\r\nPC <- Modem  A\r\n"), std::string::npos);
   EXPECT_TRUE(window_.Datanz.Text().ends_with("PC -> Modem  S\r\nPC <- Modem  AA\r\nPC -> Modem  N"));
   EXPECT_EQ(host_.ports.openings, Texts{"1:9600,O,7,1"});
 }
@@ -69,9 +70,8 @@ TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
   window_.TAKZ.Edit("1234");
   window_.TDAT.Edit("16.1.6");
   window_.TUHR.Edit("143");
-  host_.windows.OnMessage([this](const std::string&) {
-    EXPECT_TRUE(window_.Command2.Enabled()) << "a refusal does not take the focus off the button";
-  });
+  // A refusal does not take the focus off the button.
+  host_.windows.OnMessage([this](const std::string&) { EXPECT_TRUE(window_.Command2.Enabled()); });
   EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld AKZ muss drei Ziffern enthalten!"});
   window_.TAKZ.Edit("123");
   EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld Datum muss sechs Ziffern enthalten!"});
@@ -142,6 +142,9 @@ TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
   EXPECT_EQ(Click(window_.Command4), Texts());
   EXPECT_NEAR(host_.clock.Elapsed(), 1.1 + 1.1 + 1.0, 0.05);
   EXPECT_EQ(window_.Datanz.Text(), "PC <- Modem  CONNECT<CR>\r\nPC <- Modem  123");
+  host_.clock.StartAt(0, 0, -3);
+  Click(window_.Command4);
+  EXPECT_NEAR(host_.clock.Elapsed(), 3 + 10, 0.05) << "no wait ends by time in the first seconds of a day";
 }
 
 TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWith) {

@@ -145,10 +145,14 @@ TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
   EXPECT_EQ(State(), "idle");
   EXPECT_EQ(host_.ports.sent, "S>\xFF\rA") << "ticks never overlap";
   Answer(slow, ">\x32\r");  // what was preset meanwhile
-  host_.windows.In(2.2, [this] { monitor_.RequestClose(); });
+  host_.windows.In(2.2, [this] { Preset("60"), monitor_.RequestClose(); });
   Run(4);
   EXPECT_EQ(State(), "idle, closed");
-  EXPECT_EQ(std::ranges::count(host_.files.content[kLog], 'N'), 2) << "samples";
+  monitor_.Open();
+  Answer(kSample);
+  Run(1);
+  EXPECT_EQ(std::ranges::count(host_.files.content[kLog], 'N'), 3)
+      << "samples, the last after a preset that went unsent with its window";
 }
 
 TEST_F(PowerMonitorTest, StopsWhenTheDeviceOrTheLogFailsAndStartsAgain) {

@@ -212,7 +212,10 @@ class Day : public User {
                         Trace(">*<CR>", {"001A403B62FBE18E8007B0005"}));
     Click("MonitorStop");
     Click("Verlassen");
-    EXPECT_TRUE(ReadFile("PowerManagementLog.txt").ends_with("Temp.: 23°C  Ladebetrieb: Schnellladung\r\n"));
+    const QString log = Q(ReadFile("PowerManagementLog.txt"));
+    EXPECT_TRUE(log.endsWith("Temp.: 23°C  Ladebetrieb: Schnellladung\r\n"));
+    const auto logged = QDateTime::fromString(log.section("\r\n", -2, -2).left(19), "MM-dd-yyyy HH:mm:ss");
+    EXPECT_LE(std::abs(logged.toSecsSinceEpoch() - QDateTime::currentSecsSinceEpoch()), 5);
   }
 
   void TryTheModem() {

@@ -16,14 +16,12 @@ constexpr double kRestSeconds = 0.008;
 constexpr double kRoundSeconds = 0.00005;
 /// A window that its script left open, and that nothing closes, is a mistake of the test.
 constexpr double kLongestShowing = 200000;
-constexpr double kMillisecondsPerSecond = 1000;
-constexpr double kNever = TestPorts::kNever;
 
 }  // namespace
 
 void TestWindows::OpenMain(Window& window) {
   for (Control* control : window.Controls()) {
-    if (auto* timer = dynamic_cast<Timer*>(control)) timers_.push_back({&window, timer, kNever});
+    if (auto* timer = dynamic_cast<Timer*>(control)) timers_.push_back({&window, timer, TestPorts::kNever});
   }
   const Exposure exposure;
   window.Open();
@@ -71,9 +69,9 @@ void TestWindows::TickTimers() {
     RunningTimer& running = timers_[i];
     const bool ticks = running.timer->Enabled() && running.due <= clock_.Elapsed();
     if (!running.timer->Enabled()) {
-      running.due = kNever;
-    } else if (ticks || running.due == kNever) {
-      running.due = clock_.Elapsed() + running.timer->IntervalMilliseconds() / kMillisecondsPerSecond;
+      running.due = TestPorts::kNever;
+    } else if (ticks || running.due == TestPorts::kNever) {
+      running.due = clock_.Elapsed() + running.timer->IntervalMilliseconds() / 1000.0;
     }
     if (!ticks) continue;
     const Exposure exposure;

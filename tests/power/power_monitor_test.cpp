@@ -151,8 +151,7 @@ TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
   monitor_.Open();
   Answer(kSample);
   Run(1);
-  EXPECT_EQ(std::ranges::count(host_.files.content[kLog], 'N'), 3)
-      << "samples, the last after a preset that went unsent with its window";
+  EXPECT_EQ(std::ranges::count(host_.files.content[kLog], 'N'), 3) << "samples: no preset was left";
 }
 
 TEST_F(PowerMonitorTest, StopsWhenTheDeviceOrTheLogFailsAndStartsAgain) {

@@ -11,8 +11,6 @@
 namespace ox::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 const std::string kIdle = "Einzelabruf Abruf_Y Sammelabruf Zyklischer_Abruf Zeitabruf Verlassen duemstwal ";
 
 const Bytes kTable = R"mes(/S/"1"

@@ -9,8 +9,6 @@
 namespace ox::test {
 namespace {
 
-using Strings = std::vector<std::string>;
-
 class ConnectionTest : public testing::Test {
  protected:
   void Run(sim::Endpoint* device) {

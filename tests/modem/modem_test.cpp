@@ -11,7 +11,6 @@ namespace ox::test {
 namespace {
 
 using Pieces = std::vector<ScriptedDevice::Piece>;
-using Texts = std::vector<std::string>;
 
 const std::string kRefused = "Achtung: Modem hat Daten nicht angenommen!";
 const std::string kNoPort = "1: lässt sich nicht öffnen!";
@@ -28,7 +27,7 @@ class ModemTest : public testing::Test {
     window_.TUHR.Edit("1430");
   }
 
-  Texts Click(Button& button) {
+  Strings Click(Button& button) {
     host_.ports.sent.clear();
     button.Click();
     return host_.windows.TakeMessages();
@@ -41,9 +40,9 @@ class ModemTest : public testing::Test {
 };
 
 TEST_F(ModemTest, SendsOneRecordAtATimeAndTellsOfEveryAnswerThatIsNoAcceptance) {
-  const Texts wrong{"Modem antwortet nicht oder falsch: Prozedur abgebrochen!", kRefused};
+  const Strings wrong{"Modem antwortet nicht oder falsch: Prozedur abgebrochen!", kRefused};
   const Pieces ready{{0, "A"}};
-  const std::tuple<Pieces, Pieces, Texts, Bytes> answersToldAndSent[] = {
+  const std::tuple<Pieces, Pieces, Strings, Bytes> answersToldAndSent[] = {
       {{{1.5, "A"}}, {{0.1, "N"}, {0.9, "A"}}, {}, "SS" + kDateRecord},
       {ready, {{0, "NR"}}, {kRefused}, "S" + kDateRecord},
       {ready, {{0, "A\r"}}, {kRefused}, "S" + kDateRecord},
@@ -63,7 +62,7 @@ TEST_F(ModemTest, SendsOneRecordAtATimeAndTellsOfEveryAnswerThatIsNoAcceptance) 
   }
   EXPECT_NE(window_.Datanz.Text().find("<CR>\r\nPC <- Modem  N\r\nPC <- Modem  A\r\n"), std::string::npos);
   EXPECT_TRUE(window_.Datanz.Text().ends_with("PC -> Modem  S\r\nPC <- Modem  AA\r\nPC -> Modem  N"));
-  EXPECT_EQ(host_.ports.openings, Texts{"1:9600,O,7,1"});
+  EXPECT_EQ(host_.ports.openings, Strings{"1:9600,O,7,1"});
 }
 
 TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
@@ -72,11 +71,11 @@ TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
   window_.TUHR.Edit("143");
   // A refusal does not take the focus off the button.
   host_.windows.OnMessage([this](const std::string&) { EXPECT_TRUE(window_.Command2.Enabled()); });
-  EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld AKZ muss drei Ziffern enthalten!"});
+  EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld AKZ muss drei Ziffern enthalten!"});
   window_.TAKZ.Edit("123");
-  EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld Datum muss sechs Ziffern enthalten!"});
+  EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Datum muss sechs Ziffern enthalten!"});
   window_.TDAT.Edit("161106");
-  EXPECT_EQ(Click(window_.Command2), Texts{"Das Feld Uhrzeit muss vier Ziffern enthalten!"});
+  EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Uhrzeit muss vier Ziffern enthalten!"});
 }
 
 TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
@@ -85,7 +84,7 @@ TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
   const std::string flag = "Warnung: Falsches Bewertungszeichen (keines oder s, f, ?, T,# oder leer)!";
   const std::string value =
       "Das Feld Messwert muss ein Vorzeichen und 4 Ziffern enthalten (. und # sind erlaubt)!";
-  const std::tuple<TextBox*, std::string, Texts> typedAndTold[] = {
+  const std::tuple<TextBox*, std::string, Strings> typedAndTold[] = {
       {&window_.TMST, "1234567", {"Das Feld MST-Nr. muss acht Ziffern enthalten!"}},
       {&window_.TMST, "16777215", {"Das Feld Parameter muss vier Ziffern enthalten!"}},
       {&window_.TPAR, "0999", {"Bewertungszeichen zu lang!"}},
@@ -112,23 +111,23 @@ TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
   }
   EXPECT_EQ(focused, "TMST TPAR TBEW TMEW TMST TMST TMST TMST TMST TMST TMST TMEW ");
   EXPECT_EQ(modem.Records(),
-            (Texts{"#16777215: 0999 S  0123 ", "#16777215: 0999 #  0123 ", "#16777215: 0999    0123 ",
-                   "#16777215: 0999    ##.# ", "#16777215: 0999   -12.3 ", "#16777216: 0999   -12.3 ",
-                   "#16777216: 1000   -12.3 "}));
+            (Strings{"#16777215: 0999 S  0123 ", "#16777215: 0999 #  0123 ", "#16777215: 0999    0123 ",
+                     "#16777215: 0999    ##.# ", "#16777215: 0999   -12.3 ", "#16777216: 0999   -12.3 ",
+                     "#16777216: 1000   -12.3 "}));
   EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), " | 12,3") << "normalised though it is wrong";
 }
 
 TEST_F(ModemTest, APortThatFailsIsTriedAgainByEveryCommand) {
   host_.ports.Break();
-  EXPECT_EQ(Click(window_.Command2), (Texts{kNoPort, kRefused}));
+  EXPECT_EQ(Click(window_.Command2), (Strings{kNoPort, kRefused}));
   EXPECT_EQ(host_.ports.OpenCount(), 0);
   window_.RequestClose();
   window_.Open();
-  EXPECT_EQ(host_.windows.TakeMessages(), Texts{kNoPort});
-  EXPECT_EQ(Click(window_.Command4), Texts{kNoPort});
+  EXPECT_EQ(host_.windows.TakeMessages(), Strings{kNoPort});
+  EXPECT_EQ(Click(window_.Command4), Strings{kNoPort});
   host_.ports.Mend();
   modem_.Expect("S", "A").Expect(kDateRecord, "A");
-  EXPECT_EQ(Click(window_.Command2), Texts());
+  EXPECT_EQ(Click(window_.Command2), Strings());
 }
 
 TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
@@ -139,7 +138,7 @@ TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
     modem_.Expect("!", Pieces{{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}});
     modem_.Receive("!", modem_.Line(), host_.clock.Elapsed());
   });
-  EXPECT_EQ(Click(window_.Command4), Texts());
+  EXPECT_EQ(Click(window_.Command4), Strings());
   EXPECT_NEAR(host_.clock.Elapsed(), 1.1 + 1.1 + 1.0, 0.05);
   EXPECT_EQ(window_.Datanz.Text(), "PC <- Modem  CONNECT<CR>\r\nPC <- Modem  123");
   host_.clock.StartAt(0, 0, -3);
@@ -152,7 +151,7 @@ TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWith) {
   for (int i = 1; i < 100; ++i) noWithoutEnd.push_back({i * 0.5, "N"});
   modem_.Expect("S", "A").Expect(kDateRecord, noWithoutEnd);
   for (const auto& [command, told] :
-       {std::pair{&window_.Command2, Texts{kRefused}}, {&window_.Command4, {}}}) {
+       {std::pair{&window_.Command2, Strings{kRefused}}, {&window_.Command4, {}}}) {
     const double start = host_.clock.Elapsed();
     host_.windows.In(20.4, [this] { window_.Command1.Click(); });
     EXPECT_EQ(Click(*command), told);

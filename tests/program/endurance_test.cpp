@@ -78,7 +78,7 @@ class Endurance : public testing::Test {
     if (Strikes()) host.windows.CancelNext();
     if (Strikes()) host.files.writable = false;
     if (Strikes()) host.files.appendable = static_cast<std::size_t>(Below(5));
-    if (Strikes()) host.files.unreadable = {"/arbeit/netz.par", "/arbeit/ox3.pr3", "OX3NEU.LDR"};
+    if (Strikes()) host.files.unreadable = {"/arbeit/netz.par", "/arbeit/ox3.pr3", "/arbeit/OX3NEU.LDR"};
   }
 
   void EndFaults() {

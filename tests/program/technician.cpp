@@ -26,11 +26,8 @@ std::vector<std::string> UsableControls(Window& window) {
 }  // namespace
 
 Technician::Technician() {
-  const std::string demo = OX_DEMO_FOLDER "/";
-  for (const char* name : {"netz.mes", "netz.par", "netz.zuo", "ox2.pro", "ox3.pr3"}) {
-    host.files.content["/arbeit/" + std::string(name)] = ReadFile(demo + name);
-  }
-  host.files.content["OX3NEU.LDR"] = ReadFile(demo + "OX3NEU.LDR");
+  for (const auto& file : std::filesystem::directory_iterator(OX_DEMO_FOLDER))
+    host.files.content["/arbeit/" + file.path().filename().string()] = ReadFile(file.path());
   host.files.content["OX.CFG"] = "\\M\\\r\nEDT\r\n";
   Connect({});
   host.windows.OpenMain(Main());
@@ -144,7 +141,7 @@ void Technician::TestModem() {
 
 void Technician::PackFirmware() {
   WillUse<FirmwareOX3Verpacken>("FirmwareOX3Verpacken", [this](FirmwareOX3Verpacken& window) {
-    Type(window.TextQuelle, "OX3NEU");
+    Type(window.TextQuelle, "/arbeit/OX3NEU");
     Type(window.TextZiel, "neu");
     Click(window.CoStart);
   });

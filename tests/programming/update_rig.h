@@ -15,8 +15,6 @@
 
 namespace ox::test {
 
-using Strings = std::vector<std::string>;
-
 enum Update { kTables, kProgram2, kProgram3 };
 
 inline const std::string kAskTheMaker = "\r\nBitte wenden Sie sich an den Hersteller.";

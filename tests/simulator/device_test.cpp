@@ -99,7 +99,6 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
     char written = '\xFF';  // at address 1
   } rows[] = {
       {"silent", {"S", "S"}, "||"},
-      {"sleepy", {"S", "S"}, "|A|"},
       {"records=2", {"S", "P"}, "A|\r12345678: 0012     41.3\r12345678: 0012     41.7\rE\r|"},
       {"cut-record", {"S", "P"}, "A|\r12345678: 00|"},
       {"slow-2=1001", update, "@UPDATEACK\r|A|||", 'x'},
@@ -107,7 +106,6 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
       {"block-n=1", update, "@UPDATEACK\r|AA|AA|AN|"},
       {"block-lost=1", update, "@UPDATEACK\r|AA|AA|A|"},
       {"block-silent=1", update, "@UPDATEACK\r|AA|AA|A|", 'x'},
-      {"block-noise=1", update, "@UPDATEACK\r|AA|AA|A\177A|", 'x'},
   };
   for (const auto& row : rows) {
     FaultTargets targets;

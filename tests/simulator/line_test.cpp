@@ -18,8 +18,6 @@ TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   EXPECT_DOUBLE_EQ(line.NextEvent().value(), 1.01);
   const std::pair<Seconds, Bytes> arrivals[] = {{1.0299, ""}, {1.0301, "X"}, {1.0399, ""}, {1.0401, "Y"}};
   for (const auto& [now, arrived] : arrivals) EXPECT_EQ(line.Advance(now), arrived) << now;
-  line.FromPc("z", {500, 'O', 7}, 2);
-  EXPECT_DOUBLE_EQ(line.NextEvent().value(), 2.02) << "the speed is the sender's own";
 }
 
 TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {

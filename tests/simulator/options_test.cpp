@@ -21,7 +21,6 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
       {{"--baud"}, "--baud braucht einen Wert"},
       {{"--baud=300"}, "--baud: 300 geht nicht"},
       {{"--seed", "1x"}, "--seed: 1x geht nicht"},
-      {{"--fault", "unplug=-1"}, "--fault: unplug=-1 geht nicht"},
       {{"--fault", "silent=1"}, "--fault: silent=1 geht nicht"}};
   for (const auto& [words, told] : refused) {
     ReadOptions(words, error);

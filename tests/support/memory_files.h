@@ -57,8 +57,6 @@ class MemoryFiles : public Files {
     Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {
       ++files_.openForAppending;
     }
-    Appender(const Appender&) = delete;
-    Appender& operator=(const Appender&) = delete;
     ~Appender() override { --files_.openForAppending; }
     bool Append(BytesView bytes) override {
       if (files_.appendable == 0) return false;

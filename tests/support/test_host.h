@@ -9,6 +9,8 @@
 
 namespace ox::test {
 
+using Strings = std::vector<std::string>;
+
 /// Random numbers from a fixed seed.
 class TestRandom : public RandomNumbers {
  public:

@@ -26,8 +26,8 @@ std::vector<std::string> UsableControls(Window& window) {
 }  // namespace
 
 Technician::Technician() {
-  for (const auto& file : std::filesystem::directory_iterator(OX_DEMO_FOLDER))
-    host.files.content["/arbeit/" + file.path().filename().string()] = ReadFile(file.path());
+  for (const char* name : {"netz.mes", "netz.par", "netz.zuo", "ox2.pro", "ox3.pr3", "OX3NEU.LDR"})
+    host.files.content["/arbeit/" + std::string(name)] = ReadFile(std::string(OX_DEMO_FOLDER "/") + name);
   host.files.content["OX.CFG"] = "\\M\\\r\nEDT\r\n";
   Connect({});
   host.windows.OpenMain(Main());

@@ -24,10 +24,9 @@ namespace {
 const std::string kSteps(4, '>');
 const std::string kBlocks(32, '>');
 
-/// Tables of one point, which a device comes with; it is updated with those of the demo.
+/// The demo's files without a line that oxsim has linked there; in "alt" the tables that a device comes with.
 void WriteTables() {
   using std::filesystem::copy_options;
-  // But no line that the simulator has linked there.
   std::filesystem::copy(OX_DEMO_FOLDER, ".", copy_options::recursive | copy_options::skip_symlinks);
   std::filesystem::create_directory("alt");
   WriteFile("alt/netz.mes",

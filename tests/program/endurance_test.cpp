@@ -13,8 +13,7 @@ namespace {
 constexpr int kSessions = 10'000;
 constexpr int kWarmUp = 1000;  // sessions until every buffer has had its chance to grow
 constexpr double kFaultRate = 0.01;
-/// What a text may keep of its longest content.
-constexpr long kKeptBytes = 4096;
+constexpr long kKeptBytes = 4096;  // what a text may keep of its longest content
 
 class Endurance : public testing::Test {
  protected:

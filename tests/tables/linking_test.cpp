@@ -25,7 +25,7 @@ TEST(Linking, EveryAssignedParameterMustBeDefined) {
            {kAssignments, "_______", {"Abbruch(2): Parameterliste leer!"}},
            {"1111111100010013_222222220014__", kParameters, {undefined("0013")}},
            {kAssignments, kShortUnit, {undefined("1023")}},
-           {"111111110001001__", kParameters, {undefined("001")}},
+           {kAssignments, "________", {undefined("0001")}},
        }) {
     RecordedMessages messages;
     EXPECT_EQ(CheckAssignmentParameters(Packed(assignments), Packed(parameters), messages), told.empty());

@@ -5,8 +5,8 @@
 #include <functional>
 #include <thread>
 
-#include "simulator/port_link.h"
-#include "simulator/pty_line.h"
+#include "simulator/pty/port_link.h"
+#include "simulator/pty/pty_line.h"
 
 namespace ox::bench {
 

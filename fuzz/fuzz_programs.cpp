@@ -2,7 +2,7 @@
 #include "harness.h"
 #include "programming/loader_hex.h"
 #include "programming/program_file.h"
-#include "simulator/demo_files.h"
+#include "simulator/demo/demo_files.h"
 
 namespace ox {
 namespace {

@@ -15,7 +15,7 @@
 #include "desktop/qt_window_system.h"
 #include "platform/posix/posix_host.h"
 #include "platform/scratch_folder.h"
-#include "simulator/demo_files.h"
+#include "simulator/demo/demo_files.h"
 
 namespace ox::test {
 namespace {

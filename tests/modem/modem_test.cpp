@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "simulator/modem.h"
+#include "simulator/device/modem.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"
 

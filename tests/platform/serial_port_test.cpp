@@ -10,8 +10,8 @@
 #include "platform/posix/port_names.h"
 #include "platform/posix/posix_serial_port.h"
 #include "platform/scratch_folder.h"
-#include "simulator/port_link.h"
-#include "simulator/pty_line.h"
+#include "simulator/pty/port_link.h"
+#include "simulator/pty/pty_line.h"
 
 namespace ox {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "simulator/device.h"
+#include "simulator/device/device.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"
 

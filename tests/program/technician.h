@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/program.h"
-#include "simulator/device.h"
-#include "simulator/modem.h"
+#include "simulator/device/device.h"
+#include "simulator/device/modem.h"
 #include "support/side.h"
 #include "support/test_host.h"
 

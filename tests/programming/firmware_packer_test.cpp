@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "simulator/demo_files.h"
-#include "simulator/program_layout.h"
+#include "simulator/demo/demo_files.h"
+#include "simulator/device/program_layout.h"
 #include "support/test_host.h"
 
 namespace ox::test {

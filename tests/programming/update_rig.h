@@ -8,9 +8,9 @@
 #include "programming/updatepro.h"
 #include "programming/updatepro_ox3.h"
 #include "programming/updatetab.h"
-#include "simulator/demo_files.h"
-#include "simulator/device.h"
-#include "simulator/sample_program.h"
+#include "simulator/demo/demo_files.h"
+#include "simulator/device/device.h"
+#include "simulator/device/sample_program.h"
 #include "support/test_host.h"
 
 namespace ox::test {

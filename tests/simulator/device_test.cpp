@@ -1,12 +1,12 @@
 // The simulated device: its text dialogue, its loader, and the faults that oxsim knows by name;
 // in bytes made by hand.
-#include "simulator/device.h"
+#include "simulator/device/device.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "simulator/named_faults.h"
+#include "simulator/program/named_faults.h"
 
 namespace ox::sim {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "platform/posix/posix_serial_port.h"
 #include "platform/scratch_folder.h"
-#include "simulator/line_host.h"
+#include "simulator/pty/line_host.h"
 #include "support/scripted_device.h"
 
 namespace ox::sim {

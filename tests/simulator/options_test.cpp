@@ -1,5 +1,5 @@
 // What oxsim can be told.
-#include "simulator/options.h"
+#include "simulator/program/options.h"
 
 #include <gtest/gtest.h>
 

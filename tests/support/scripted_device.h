@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/endpoint.h"
-#include "simulator/output_queue.h"
+#include "simulator/line/endpoint.h"
+#include "simulator/line/output_queue.h"
 
 namespace ox::test {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/serial_port.h"
-#include "simulator/endpoint.h"
+#include "simulator/line/endpoint.h"
 #include "support/test_clock.h"
 
 namespace ox::test {

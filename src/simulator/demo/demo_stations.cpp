@@ -1,0 +1,65 @@
+// From table files to an image and back again.
+#include "simulator/demo/demo_stations.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "platform/text.h"
+#include "simulator/device/image_reader.h"
+#include "tables/linking.h"
+#include "tables/mes_table.h"
+#include "tables/par_table.h"
+#include "tables/table_images.h"
+#include "tables/table_messages.h"
+#include "tables/table_text.h"
+#include "tables/zuo_table.h"
+
+namespace ox::sim {
+namespace {
+
+class MessagesOnStandardError : public TableMessages {
+ public:
+  void Show(const Bytes& text) override {
+    std::string shown = ToText(text);
+    std::replace(shown.begin(), shown.end(), '\r', '\n');
+    std::cerr << "oxsim: " << shown << std::endl;
+  }
+  bool Confirm(const Bytes& text) override {
+    Show(text);
+    return true;
+  }
+};
+
+// The table text of a file; empty when it cannot be read.
+Bytes ReadTable(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  const Bytes content{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  return BuildTableText(FileTextToBytes(content));
+}
+
+}  // namespace
+
+std::optional<StationData> ReadDemoStations(const std::string& folder, bool older) {
+  const std::filesystem::path path(folder);
+  const Bytes points = ReadTable(path / "netz.mes");
+  const Bytes parameters = ReadTable(path / "netz.par");
+  const Bytes assignments = ReadTable(path / "netz.zuo");
+  if (points.empty() || parameters.empty() || assignments.empty()) return std::nullopt;
+
+  MessagesOnStandardError messages;
+  const Bytes packedPoints = ParseMesTable(points, messages);
+  const Bytes packedParameters = ParseParTable(parameters, messages);
+  const Bytes packedAssignments = ParseZuoTable(assignments, messages);
+  if (packedPoints.empty() || packedParameters.empty() || packedAssignments.empty()) return std::nullopt;
+  if (!CheckAssignmentParameters(packedAssignments, packedParameters, messages)) return std::nullopt;
+  const Bytes linked = AttachAssignments(packedPoints, packedAssignments, messages);
+  if (linked.empty()) return std::nullopt;
+
+  const TableImages images = BuildTableImages(linked, packedParameters);
+  return older ? ReadOlderImage(images.older.bytes) : ReadGeneration3Image(images.generation3.bytes);
+}
+
+}  // namespace ox::sim

@@ -1,0 +1,166 @@
+// Which part of the device listens, and what it answers with.
+#include "simulator/device/device.h"
+
+#include <cmath>
+#include <utility>
+
+#include "simulator/device/device_clock.h"
+#include "simulator/device/image_reader.h"
+
+namespace ox::sim {
+namespace {
+
+constexpr char kCr = '\r';
+constexpr char kFraming = '0';
+constexpr char kSeparator = ' ';
+constexpr int kGenerationWithPowerSupply = 3;
+
+constexpr char kUpdateAcknowledgement[] = "@UPDATEACK\r";
+// The device stops its dialogue and sets its line to the loader's settings within this time.
+constexpr Seconds kSwitchingTime = 0.005;
+
+constexpr char kOlderKind = 'a';     // the kind query of devices that keep the older image
+constexpr int kHighestPreset = 100;  // percent; any other character of a power request means none
+
+LoaderModel ModelOf(const DeviceOptions& options) {
+  LoaderModel model = options.generation == 1   ? kLoaderBefore30
+                      : options.generation == 2 ? kLoaderGeneration2
+                                                : kLoaderGeneration3;
+  if (options.loaderKinds) model.kinds = *options.loaderKinds;
+  return model;
+}
+
+const ProgramLayout& LayoutOf(const DeviceOptions& options) {
+  return options.generation == 3 ? kLargeProgram : kSmallProgram;
+}
+
+}  // namespace
+
+bool KeepsOlderImage(const DeviceOptions& options) {
+  return ModelOf(options).kinds.find(kOlderKind) != Bytes::npos;
+}
+
+Device::Device(DeviceOptions options)
+    : options_(std::move(options)),
+      memory_(LayoutOf(options_), options_.version),
+      loader_(std::in_place, ModelOf(options_), memory_, faults_),
+      dialogue_([this](BytesView request, Seconds now) { return Answer(request, now); }, faults_, output_),
+      polls_(options_.seed),
+      stations_(options_.stations),
+      rubbish_(options_.seed) {
+  if (options_.startInLoader) loader_->Start();
+}
+
+LineSettings Device::Line() const {
+  constexpr unsigned kDialogueBits = 7;
+  return loader_->Running() ? kLoaderLine : LineSettings{options_.baud, options_.parity, kDialogueBits};
+}
+
+std::optional<Seconds> Device::NextOutput() const {
+  const auto output = output_.Next();
+  const auto wakeUp = dialogue_.WakeUpDue();
+  if (!output || (wakeUp && *wakeUp < *output)) return wakeUp;
+  return output;
+}
+
+Bytes Device::TakeSome(Seconds now, std::size_t most) {
+  dialogue_.Settle(now);
+  return output_.Take(now, most);
+}
+
+void Device::Receive(BytesView bytes, const LineSettings& pc, Seconds now) {
+  dialogue_.Settle(now);
+  while (!bytes.empty()) {
+    // Asked for every piece, since any of them can switch the device over.
+    const bool fits = Fits(pc, Line());
+    const bool toLoader = fits && loader_->Running();
+    const BytesView piece = bytes.substr(0, toLoader ? loader_->Missing() : 1);
+    bytes.remove_prefix(piece.size());
+    if (toLoader) {
+      TakeLoader(piece, now);
+    } else if (fits) {
+      TakeDialogue(piece.front(), now);
+    } else if (options_.rubbishWhenUnfit) {
+      output_.Add(now, Bytes(1, ByteOf(static_cast<unsigned>(rubbish_()))));
+    }
+  }
+}
+
+void Device::TakeDialogue(char character, Seconds now) {
+  const Bytes masked = MaskedTo(BytesView(&character, 1), Line().dataBits);
+  if (dialogue_.Receive(masked[0], CharacterTime(Line()), now)) EnterLoader(now);
+}
+
+void Device::TakeLoader(BytesView piece, Seconds now) {
+  for (const TimedReply& reply : loader_->Receive(piece, now)) output_.Add(reply.due, reply.bytes);
+  if (!loader_->Running()) TakeOverTables();
+}
+
+void Device::EnterLoader(Seconds now) {
+  const auto fault = faults_.Next({ReplyStage::UpdateAcknowledgement, '\0'});
+  if (!fault || !fault->requestLost) {
+    dialogue_.Sleep();
+    loader_->Start();
+  }
+  for (const TimedReply& reply : ReplyFaults::Spoil(fault, kUpdateAcknowledgement, now + kSwitchingTime)) {
+    output_.Add(reply.due, reply.bytes);
+  }
+}
+
+void Device::TakeOverTables() {
+  // Unsound tables are not taken over: the device goes on with those it knows.
+  auto written =
+      KeepsOlderImage(options_) ? ReadOlderImage(memory_.Tables()) : ReadGeneration3Image(memory_.Tables());
+  if (written) stations_ = std::move(*written);
+}
+
+void Device::Restart() {
+  output_.Clear();
+  dialogue_.Sleep();
+  loader_.emplace(ModelOf(options_), memory_, faults_);
+  if (!memory_.ProgramSound()) loader_->Start();
+  TakeOverTables();
+}
+
+ReplyLines Device::Answer(BytesView request, Seconds now) {
+  switch (request.front()) {
+    case 'K':
+      return {Identification()};
+    case '>':
+      return AnswerPower(request, now);
+    default:
+      return Shaped(AnswerPoll(request, now), options_.replies);
+  }
+}
+
+ReplyLines Device::AnswerPoll(BytesView request, Seconds now) {
+  switch (request.front()) {
+    case 'J':
+      return polls_.AnswerJ(request, stations_);
+    case 'Z':
+      return polls_.AnswerZ(request, stations_);
+    case 'P':
+      return polls_.AnswerP(stations_, options_.replies.leastRecords);
+    case 'T':
+      return {kFraming + FormatDateAndTime(options_.clockStart + std::llround(std::floor(now))) + kCr};
+    default:
+      return {kRefused};
+  }
+}
+
+Bytes Device::Identification() const {
+  constexpr size_t kTypeSize = 4;
+  Bytes type = options_.type.empty() ? "OX " + std::to_string(options_.generation) : options_.type;
+  type.resize(kTypeSize, ' ');
+  return type + kSeparator + memory_.SoftwareVersion() + kCr;
+}
+
+ReplyLines Device::AnswerPower(BytesView request, Seconds now) {
+  if (options_.generation < kGenerationWithPowerSupply || request.back() != kCr) return {kRefused};
+  power_.Advance(now);
+  const auto preset = static_cast<int>(ByteValue(request[1]));
+  if (preset <= kHighestPreset) power_.Preset(preset);
+  return {kFraming + FormatPowerStatus(power_.Status()) + kCr};
+}
+
+}  // namespace ox::sim

@@ -1,0 +1,83 @@
+// A simulated Orvanexe: its line, its text dialogue, its loader and what it holds.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <random>
+
+#include "simulator/device/device_memory.h"
+#include "simulator/device/dialogue.h"
+#include "simulator/device/loader.h"
+#include "simulator/device/polls.h"
+#include "simulator/device/power_supply.h"
+#include "simulator/device/reply_faults.h"
+#include "simulator/device/reply_shape.h"
+#include "simulator/device/station_data.h"
+#include "simulator/line/endpoint.h"
+#include "simulator/line/output_queue.h"
+
+namespace ox::sim {
+
+/// What a device is and how it stands. The defaults are a sound OX 3.
+struct DeviceOptions {
+  int generation = 3;                 ///< 1 to 3
+  unsigned baud = 9600;               ///< of the dialogue; the loader has its own
+  char parity = 'O';                  ///< of the dialogue: 'O' or 'E'
+  Bytes type;                         ///< 4 characters of the identification; empty: "OX 1" to "OX 3"
+  Bytes version = "SW 3.20 11/2026";  ///< of the factory's program, up to 16 characters
+  std::optional<Bytes>
+      loaderKinds;             ///< kind queries that the loader accepts, out of "abc"; else the generation's
+  bool startInLoader = false;  ///< switched on with its arrow keys held
+  bool rubbishWhenUnfit = false;  ///< answers rubbish, not silence, to a PC with other settings
+  std::uint32_t seed = 1;         ///< of the measured values and of the rubbish
+  StationData stations;           ///< answers polls with these until tables are written into it
+  ReplyShape replies;             ///< to polls
+  std::int64_t clockStart = 0;    ///< the device's own date and time at time 0, in seconds since 1970
+};
+
+/// Whether such a device keeps the older table image, not the one of generation III.
+bool KeepsOlderImage(const DeviceOptions& options);
+
+/// The device as one end of a line. Restart and replies happen at the times given; nothing happens by itself.
+class Device : public Endpoint {
+ public:
+  explicit Device(DeviceOptions options);
+
+  void Receive(BytesView bytes, const LineSettings& pc, Seconds now) override;
+  std::optional<Seconds> NextOutput() const override;
+  Bytes TakeSome(Seconds now, std::size_t most) override;
+  LineSettings Line() const override;
+
+  /// Off and on again: what it was about to say is gone. Without a sound program only its loader starts.
+  void Restart();
+
+  bool LoaderRunning() const { return loader_->Running(); }
+  const DeviceMemory& Memory() const { return memory_; }
+  const StationData& Stations() const { return stations_; }
+  PowerSupply& Power() { return power_; }
+  ReplyFaults& Faults() { return faults_; }
+
+ private:
+  void TakeDialogue(char character, Seconds now);
+  void TakeLoader(BytesView piece, Seconds now);
+  void EnterLoader(Seconds now);
+  void TakeOverTables();
+  ReplyLines Answer(BytesView request, Seconds now);
+  ReplyLines AnswerPoll(BytesView request, Seconds now);
+  Bytes Identification() const;
+  ReplyLines AnswerPower(BytesView request, Seconds now);
+
+  DeviceOptions options_;
+  DeviceMemory memory_;
+  ReplyFaults faults_;
+  OutputQueue output_;
+  std::optional<Loader> loader_;  // made anew by a restart
+  Dialogue dialogue_;
+  Polls polls_;
+  PowerSupply power_;
+  StationData stations_;
+  std::mt19937 rubbish_;
+};
+
+}  // namespace ox::sim

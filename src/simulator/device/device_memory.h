@@ -1,0 +1,43 @@
+// The memory of a simulated device that its loader writes: station tables and program.
+#pragma once
+
+#include <cstddef>
+
+#include "platform/bytes.h"
+#include "simulator/device/program_layout.h"
+#include "simulator/device/table_checksum.h"
+
+namespace ox::sim {
+
+/// Table and program memory. A new device has empty tables and a sound program from its factory.
+class DeviceMemory {
+ public:
+  /// The factory version is cut or padded with blanks to kVersionSize characters.
+  DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion);
+
+  const Bytes& Tables() const { return tables_; }
+  const Bytes& Program() const { return program_; }
+
+  /// Sets every byte of the area to 0xFF.
+  void EraseTables();
+  void EraseProgram();
+
+  /// Writes data at an address of the area. False, and nothing written, when it does not fit into the area.
+  bool WriteTables(std::size_t address, BytesView data);
+  bool WriteProgram(std::size_t address, BytesView data);
+
+  /// The device's own checks: image checksum of the tables, check word of the program.
+  bool TablesSound() const;
+  bool ProgramSound() const;
+
+  /// The version that the program tells, kVersionSize characters; the factory's where it tells none.
+  Bytes SoftwareVersion() const;
+
+ private:
+  ProgramLayout layout_;
+  Bytes program_;
+  Bytes tables_;
+  Bytes factoryVersion_;
+};
+
+}  // namespace ox::sim

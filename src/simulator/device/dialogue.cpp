@@ -1,0 +1,103 @@
+// State machine of the text dialogue.
+#include "simulator/device/dialogue.h"
+
+namespace ox::sim {
+namespace {
+
+constexpr char kCr = '\r';
+constexpr char kWakeUp = 'S';
+constexpr char kReady[] = "A";
+constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";
+
+// Silence that makes an "S" a wake-up.
+constexpr double kPauseInCharacters = 2;
+// Far above any request; a line that runs on without end is cut here and refused.
+constexpr size_t kLongestText = 80;
+// Letter, preset and CR; the preset can be any character, CR included.
+constexpr size_t kPowerRequestSize = 3;
+
+bool IsComplete(BytesView request) {
+  switch (request.front()) {
+    case 'K':
+    case 'P':
+    case 'T':
+      return true;
+    case '>':
+      return request.size() >= kPowerRequestSize;
+    default:
+      return request.back() == kCr || request.size() >= kLongestText;
+  }
+}
+
+}  // namespace
+
+std::optional<Seconds> Dialogue::WakeUpDue() const {
+  if (state_ != State::Waking) return std::nullopt;
+  return wakeUpDue_;
+}
+
+void Dialogue::Settle(Seconds now) {
+  if (state_ != State::Waking || now < wakeUpDue_) return;
+  state_ = State::Awake;
+  text_.clear();
+  for (const TimedReply& reply : faults_.Apply({ReplyStage::DialogueWakeUp, '\0'}, kReady, wakeUpDue_)) {
+    output_.Add(reply.due, reply.bytes);
+  }
+}
+
+void Dialogue::Sleep() {
+  state_ = State::Asleep;
+  text_.clear();
+}
+
+bool Dialogue::Receive(char character, Seconds characterTime, Seconds now) {
+  Settle(now);
+  if (now - last_ > kPatience) Sleep();
+  last_ = now;
+  switch (state_) {
+    case State::Asleep:
+      if (character == kWakeUp) BeginWakeUp(characterTime, now);
+      // Any other character ends the dialogue before: "A" and "N" say so, and nothing else belongs here.
+      output_.Clear();
+      return false;
+    case State::Awake:
+      TakeRequest(character, characterTime, now);
+      return false;
+    case State::Waking:
+    case State::Text:
+      break;
+  }
+  state_ = State::Text;
+  text_ += character;
+  const bool complete = text_ == kUpdateRequest;
+  if (character == kCr || text_.size() >= kLongestText) Sleep();
+  return complete;
+}
+
+void Dialogue::BeginWakeUp(Seconds characterTime, Seconds now) {
+  state_ = State::Waking;
+  text_ = kWakeUp;
+  wakeUpDue_ = now + kPauseInCharacters * characterTime;
+}
+
+void Dialogue::TakeRequest(char character, Seconds characterTime, Seconds now) {
+  if (text_.empty() && character == kWakeUp) return BeginWakeUp(characterTime, now);
+  // The PC took the answer to the wake-up for a wrong one, or wants nothing after all.
+  if (text_.empty() && (character == 'A' || character == 'N')) return Sleep();
+  text_ += character;
+  if (IsComplete(text_)) Reply(now);
+}
+
+void Dialogue::Reply(Seconds now) {
+  const Bytes request = text_;
+  Sleep();
+  const Seconds due = now + kThinkingTime;
+  for (Bytes& line : answer_(request, now)) {
+    for (const TimedReply& reply :
+         faults_.Apply({ReplyStage::DialogueReply, request.front()}, std::move(line), due)) {
+      output_.Add(reply.due, reply.bytes);
+    }
+  }
+}
+
+}  // namespace ox::sim

@@ -1,0 +1,208 @@
+// The frames and requests of the loader.
+#include "simulator/device/loader.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace ox::sim {
+namespace {
+
+// A block frame: 8 bytes of header, then the data.
+constexpr std::size_t kLetterAt = 0;
+constexpr std::size_t kFixedAt = 1;
+constexpr std::size_t kAddressAt = 4;
+constexpr std::size_t kLengthAt = 6;
+constexpr std::size_t kHeaderSize = 8;
+constexpr std::string_view kFixedBytes("\x13\x58\x00", 3);
+constexpr std::size_t kFullBlock = 256;  // what the length 0 means in a "P"
+constexpr unsigned kByteBits = 8;
+constexpr unsigned kByteMask = 0xFF;
+
+constexpr char kWakeUp = 'S';
+constexpr char kGiveUp = 'N';
+constexpr char kAccepted = 'A';
+constexpr char kRefused = 'N';
+
+// The requests.
+constexpr char kVerifyProgram = 'V';
+constexpr char kVerifyTables = 'W';
+constexpr char kUnlockProgram = '0';
+constexpr char kEraseProgram = '1';
+constexpr char kEraseTables = '2';
+constexpr char kWriteBlock = 'P';
+constexpr char kTakeOver = 'L';
+constexpr char kRestart = 'X';
+
+bool HeaderSound(BytesView header) {
+  unsigned sum = 0;
+  for (const char byte : header) sum += ByteValue(byte);
+  return (sum & kByteMask) == 0 && header.substr(kFixedAt, kFixedBytes.size()) == kFixedBytes;
+}
+
+std::size_t DataSize(BytesView header) {
+  const std::size_t length = ByteValue(header[kLengthAt]);
+  return header[kLetterAt] == kWriteBlock && length == 0 ? kFullBlock : length;
+}
+
+std::size_t Address(BytesView header) {
+  return ByteValue(header[kAddressAt]) << kByteBits | ByteValue(header[kAddressAt + 1]);
+}
+
+void Append(std::vector<TimedReply>& replies, std::vector<TimedReply> more) {
+  for (TimedReply& reply : more) replies.push_back(std::move(reply));
+}
+
+}  // namespace
+
+Loader::Loader(LoaderModel model, DeviceMemory& memory, ReplyFaults& faults)
+    : model_(std::move(model)), memory_(memory), faults_(faults) {}
+
+void Loader::Start() {
+  running_ = true;
+  state_ = State::Idle;
+  EndAttempt();
+}
+
+void Loader::EndAttempt() {
+  area_ = Area::None;
+  programUnlocked_ = false;
+}
+
+std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
+  const bool withinFrame = state_ == State::Frame || state_ == State::Skipping;
+  if (withinFrame && now - lastByte_ > kFrameSilence) state_ = State::Idle;
+  if (now - std::max(lastByte_, lastReply_) > kAttemptSilence) EndAttempt();
+  lastByte_ = now;
+  std::vector<TimedReply> replies;
+  while (running_ && !bytes.empty()) {
+    const BytesView piece = bytes.substr(0, Missing());
+    bytes.remove_prefix(piece.size());
+    Take(piece, now, replies);
+  }
+  if (!replies.empty()) lastReply_ = replies.back().due;
+  return replies;
+}
+
+std::size_t Loader::Missing() const {
+  if (state_ == State::Skipping) return toSkip_;
+  if (state_ != State::Frame) return 1;
+  const std::size_t size = frame_.size() < kHeaderSize ? kHeaderSize : kHeaderSize + DataSize(frame_);
+  return size - frame_.size();
+}
+
+// No piece is longer than what is missing.
+void Loader::Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies) {
+  if (state_ == State::Frame) {
+    frame_ += piece;
+    LookAtFrame(now, replies);
+  } else if (state_ == State::Skipping) {
+    toSkip_ -= piece.size();
+    if (toSkip_ == 0) state_ = State::Idle;
+  } else {
+    TakeOutsideFrame(piece.front(), now, replies);
+  }
+}
+
+void Loader::TakeOutsideFrame(char byte, Seconds now, std::vector<TimedReply>& replies) {
+  if (byte == kWakeUp) {
+    WakeUp(now, replies);
+  } else if (state_ == State::Awake && byte == kGiveUp) {
+    state_ = State::Idle;
+  } else if (state_ == State::Awake) {
+    state_ = State::Frame;
+    frame_.assign(1, byte);
+  }
+}
+
+void Loader::WakeUp(Seconds now, std::vector<TimedReply>& replies) {
+  const auto fault = faults_.Next({ReplyStage::LoaderWakeUp, '\0'});
+  if (!fault || !fault->requestLost) state_ = State::Awake;
+  Append(replies, ReplyFaults::Spoil(fault, Bytes(1, kAccepted), now));
+}
+
+void Loader::LookAtFrame(Seconds now, std::vector<TimedReply>& replies) {
+  if (frame_.size() < kHeaderSize) return;
+  const BytesView header = BytesView(frame_).substr(0, kHeaderSize);
+  const std::size_t data = DataSize(header);
+  const bool complete = frame_.size() == kHeaderSize + data;
+  if (frame_.size() > kHeaderSize && !complete) return;  // its header was looked at when it came
+  if (!HeaderSound(header)) {
+    // The data still come: they must not be taken for wake-ups.
+    toSkip_ = data;
+    state_ = data == 0 ? State::Idle : State::Skipping;
+    Answer(false, now, replies);
+  } else if (complete) {
+    state_ = State::Idle;
+    Answer(true, now, replies);
+  }
+}
+
+void Loader::Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies) {
+  const auto fault = faults_.Next({ReplyStage::LoaderReply, frame_[kLetterAt]});
+  const bool lost = fault && fault->requestLost;
+  const bool done = headerSound && !lost && CarryOut();
+  Append(replies, ReplyFaults::Spoil(fault, Bytes(1, done ? kAccepted : kRefused), now));
+}
+
+bool Loader::CarryOut() {
+  const char letter = frame_[kLetterAt];
+  if (letter == kWriteBlock) return WriteBlock();
+  if (frame_.size() > kHeaderSize) return false;  // no other request brings data
+  switch (letter) {
+    case kVerifyProgram:
+      return area_ != Area::Program || memory_.ProgramSound();
+    case kVerifyTables:
+      return memory_.TablesSound();
+    case kUnlockProgram:
+    case kEraseProgram:
+      return PrepareProgram(letter);
+    case kEraseTables:
+      memory_.EraseTables();
+      area_ = Area::Tables;
+      return true;
+    case kTakeOver:
+      return true;  // everything is written in its place already
+    case kRestart:
+      running_ = !memory_.ProgramSound();
+      return !running_;
+    default:
+      return ConfirmKind(letter);
+  }
+}
+
+bool Loader::ConfirmKind(char letter) {
+  if (model_.kinds.find(letter) == Bytes::npos) return false;
+  area_ = model_.preparesProgram ? Area::None : Area::Program;
+  programUnlocked_ = false;
+  return true;
+}
+
+bool Loader::PrepareProgram(char letter) {
+  if (!model_.preparesProgram) return false;
+  if (letter == kUnlockProgram) {
+    programUnlocked_ = true;
+    return true;
+  }
+  if (!programUnlocked_) return false;
+  programUnlocked_ = false;
+  memory_.EraseProgram();
+  area_ = Area::Program;
+  return true;
+}
+
+bool Loader::WriteBlock() {
+  const std::size_t address = Address(frame_);
+  const BytesView data = BytesView(frame_).substr(kHeaderSize);
+  switch (area_) {
+    case Area::Tables:
+      return memory_.WriteTables(address, data);
+    case Area::Program:
+      return memory_.WriteProgram(address, data);
+    case Area::None:
+      break;
+  }
+  return false;
+}
+
+}  // namespace ox::sim

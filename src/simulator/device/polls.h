@@ -1,0 +1,47 @@
+// Measured values of the simulated network, and the reply lines to the requests that poll them.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/bytes.h"
+#include "simulator/device/station_data.h"
+
+namespace ox::sim {
+
+/// The lines that the device answers a request with, each as it goes on the line.
+using ReplyLines = std::vector<Bytes>;
+
+/// Bare letters in place of a reply line.
+inline constexpr char kNothingKnown[] = "R";  ///< the value that was asked for does not exist
+inline constexpr char kRefused[] = "N";       ///< the request cannot be understood
+
+/// Values that move a little from poll to poll, each within what its unit makes likely. The same seed and the
+/// same polls give the same values.
+class Polls {
+ public:
+  explicit Polls(std::uint32_t seed) : random_(seed) {}
+
+  /// "J", 20 characters, each field may be blank. One record when number and parameter are given, "R" when
+  /// there is no such value; several records otherwise, "N" when the fields are out of place. With a number
+  /// given the office code does not count.
+  ReplyLines AnswerJ(BytesView request, const StationData& stations);
+  /// "Z": number and parameter given; the record followed by the unit.
+  ReplyLines AnswerZ(BytesView request, const StationData& stations);
+  /// "P": all values of all points. At least leastRecords of them: the points repeat themselves where there
+  /// are fewer.
+  ReplyLines AnswerP(const StationData& stations, std::size_t leastRecords);
+
+ private:
+  Bytes Record(const StationPoint& point, const std::string& parameter, const StationData& stations);
+  double Move(const std::string& point, const std::string& parameter, double low, double high);
+  char Flag();
+
+  std::mt19937 random_;
+  std::map<std::string, double> values_;
+};
+
+}  // namespace ox::sim

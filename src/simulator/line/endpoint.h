@@ -1,0 +1,34 @@
+// The far end of a serial line: what a device and a modem have in common.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "platform/bytes.h"
+#include "simulator/line/line_settings.h"
+#include "simulator/line/seconds.h"
+
+namespace ox::sim {
+
+/// Bytes in, bytes out, the time given from outside.
+class Endpoint {
+ public:
+  Endpoint() = default;
+  Endpoint(const Endpoint&) = delete;
+  Endpoint& operator=(const Endpoint&) = delete;
+  virtual ~Endpoint() = default;
+
+  /// What the PC put on the line, with the PC's settings; an end whose own settings do not fit understands
+  /// nothing.
+  virtual void Receive(BytesView bytes, const LineSettings& pc, Seconds now) = 0;
+  /// When the next output is due; nothing while the end has nothing to say.
+  virtual std::optional<Seconds> NextOutput() const = 0;
+  /// The output that is due by now, in its order.
+  Bytes TakeOutput(Seconds now) { return TakeSome(now, Bytes::npos); }
+  /// The first characters of it, at most so many: what is not taken yet the end may still think better of.
+  virtual Bytes TakeSome(Seconds now, std::size_t most) = 0;
+  /// The end's present settings.
+  virtual LineSettings Line() const = 0;
+};
+
+}  // namespace ox::sim

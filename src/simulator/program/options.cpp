@@ -1,0 +1,145 @@
+// Options, their values and their help.
+#include "simulator/program/options.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+namespace ox::sim {
+namespace {
+
+struct Option {
+  std::string_view name;
+  std::string_view value;  // how the help calls it; empty where the option takes none
+  std::string_view help;
+  bool (*take)(SimulatorOptions&, const std::string& value);  // false when the value is none for it
+};
+
+bool ReadNumber(const std::string& text, std::uint32_t& number) {
+  const char* end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc{} && stopped == end;
+}
+
+bool TakeGeneration(SimulatorOptions& options, const std::string& value) {
+  if (value != "1" && value != "2" && value != "3") return false;
+  options.parts.device.generation = value[0] - '0';
+  return true;
+}
+
+bool TakeBaud(SimulatorOptions& options, const std::string& value) {
+  constexpr std::array<unsigned, 4> kBaudRates{2400, 4800, 9600, 19200};
+  std::uint32_t baud = 0;
+  if (!ReadNumber(value, baud)) return false;
+  if (std::find(kBaudRates.begin(), kBaudRates.end(), baud) == kBaudRates.end()) return false;
+  options.parts.device.baud = baud;
+  options.parts.modem.line.baud = baud;
+  return true;
+}
+
+bool TakeParity(SimulatorOptions& options, const std::string& value) {
+  if (value != "O" && value != "E") return false;
+  options.parts.device.parity = value[0];
+  options.parts.modem.line.parity = value[0];
+  return true;
+}
+
+bool TakeKinds(SimulatorOptions& options, const std::string& value) {
+  if (value.find_first_not_of("abc") != std::string::npos) return false;
+  options.parts.device.loaderKinds = value;
+  return true;
+}
+
+const auto kOptions = std::to_array<Option>({
+    {"--generation", "1|2|3", "Gerätegeneration (3)", TakeGeneration},
+    {"--baud", "2400|4800|9600|19200", "Baudrate des Dialogs (9600)", TakeBaud},
+    {"--parity", "O|E", "Parität des Dialogs: ungerade oder gerade (O)", TakeParity},
+    {"--version-text", "TEXT", "Softwarestand ab Werk, bis zu 16 Zeichen",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.parts.device.version = v;
+       return true;
+     }},
+    {"--kinds", "abc", "Gerätearten, die das Ladeprogramm annimmt", TakeKinds},
+    {"--loader", "", "beginnt im Ladeprogramm",
+     [](SimulatorOptions& o, const std::string&) { return o.parts.device.startInLoader = true; }},
+    {"--modem", "", "simuliert ein Modem statt einer Orvanexe",
+     [](SimulatorOptions& o, const std::string&) { return o.modem = true; }},
+    {"--link", "NAME", "Name der Schnittstelle (COM1)",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.parts.host.link = v;
+       return !v.empty();
+     }},
+    {"--tables", "ORDNER", "Ordner mit netz.mes, netz.par und netz.zuo (.)",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.tables = v;
+       return true;
+     }},
+    {"--seed", "ZAHL", "Anfang der Zufallszahlen für die Messwerte (1)",
+     [](SimulatorOptions& o, const std::string& v) { return ReadNumber(v, o.parts.device.seed); }},
+    {"--unpaced", "", "ohne die Übertragungszeit der Zeichen",
+     [](SimulatorOptions& o, const std::string&) {
+       o.parts.host.paced = false;
+       return true;
+     }},
+    {"--dump", "ORDNER", "schreibt den Gerätespeicher bei SIGUSR1 und am Ende dorthin",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.dump = v;
+       return !v.empty();
+     }},
+    {"--fault", "NAME[=WERT]", "schaltet einen Fehler ein (mehrfach möglich)",
+     [](SimulatorOptions& o, const std::string& v) { return SwitchOn(v, o.parts); }},
+    {"--help", "", "zeigt diese Hilfe",
+     [](SimulatorOptions& o, const std::string&) { return o.help = true; }},
+});
+
+// "--baud 9600" and "--baud=9600" are the same.
+std::vector<std::string> SplitAtEquals(const std::vector<std::string>& arguments) {
+  std::vector<std::string> words;
+  for (const std::string& argument : arguments) {
+    const bool option = argument.rfind("--", 0) == 0;
+    const size_t equals = option ? argument.find('=') : std::string::npos;
+    words.push_back(argument.substr(0, equals));
+    if (equals != std::string::npos) words.push_back(argument.substr(equals + 1));
+  }
+  return words;
+}
+
+}  // namespace
+
+SimulatorOptions ReadOptions(const std::vector<std::string>& arguments, std::string& error) {
+  SimulatorOptions options;
+  error.clear();
+  const std::vector<std::string> words = SplitAtEquals(arguments);
+  for (size_t i = 0; i < words.size() && error.empty(); ++i) {
+    const auto* found = std::find_if(kOptions.begin(), kOptions.end(),
+                                     [&](const Option& option) { return option.name == words[i]; });
+    if (found == kOptions.end()) {
+      error = "unbekannte Option " + words[i];
+    } else if (found->value.empty()) {
+      found->take(options, "");
+    } else if (i + 1 == words.size()) {
+      error = words[i] + " braucht einen Wert";
+    } else if (++i; !found->take(options, words[i])) {
+      error = std::string(found->name) + ": " + words[i] + " geht nicht";
+    }
+  }
+  return options;
+}
+
+std::string HelpText() {
+  constexpr size_t kColumn = 32;
+  std::string help =
+      "oxsim: eine simulierte Orvanexe an einem Pseudoterminal\n\nAufruf: oxsim [Optionen]\n\n";
+  for (const Option& option : kOptions) {
+    std::string name(option.name);
+    if (!option.value.empty()) name += " " + std::string(option.value);
+    name.resize(std::max(kColumn, name.size() + 1), ' ');
+    help += "  " + name + std::string(option.help) + "\n";
+  }
+  return help + "\nFehler (Blöcke zählen ab 0; hinter dem = steht die Vorgabe):\n" + FaultHelp() +
+         "\nSIGUSR2: das Modem sendet, was es hält. Ende mit Strg+C.\n";
+}
+
+}  // namespace ox::sim

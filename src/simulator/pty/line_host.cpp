@@ -1,0 +1,90 @@
+// Waiting on the pseudo-terminal, to the microsecond.
+#include "simulator/pty/line_host.h"
+
+#include <poll.h>
+#include <sys/prctl.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <ctime>
+#include <utility>
+
+namespace ox::sim {
+namespace {
+
+Seconds MonotonicTime() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+timespec ToTimespec(Seconds span) {
+  constexpr double kNanosecondsPerSecond = 1e9;
+  const double whole = std::floor(span);
+  return {static_cast<time_t>(whole), static_cast<long>((span - whole) * kNanosecondsPerSecond)};
+}
+
+}  // namespace
+
+LineHost::LineHost(Endpoint& end, HostOptions options)
+    : options_(std::move(options)), start_(MonotonicTime()), paced_(end, options_.paced) {
+  // The host otherwise puts wake-ups together and delays each by some 50 microseconds.
+  constexpr unsigned long kPreciseNanoseconds = 1;
+  prctl(PR_SET_TIMERSLACK, kPreciseNanoseconds);
+  plug_.emplace(options_.link);
+}
+
+Seconds LineHost::Now() const {
+  return MonotonicTime() - start_;
+}
+
+std::string LineHost::Path() const {
+  return plug_ ? plug_->line.Path() : "";
+}
+
+void LineHost::Count(std::size_t characters) {
+  passed_ += characters;
+  if (!options_.unplugAfter || passed_ < *options_.unplugAfter) return;
+  options_.unplugAfter.reset();
+  plug_.reset();
+  replugAt_ = Now() + kUnplugged;
+}
+
+std::optional<Seconds> LineHost::NextWakeUp() const {
+  const auto next = paced_.NextEvent();
+  if (plug_) return next;
+  return next ? std::min(*next, replugAt_) : replugAt_;
+}
+
+void LineHost::Work() {
+  if (!plug_ && Now() >= replugAt_) plug_.emplace(options_.link);
+  const Bytes arrived = paced_.Advance(Now());
+  if (!plug_ || arrived.empty()) return;
+  plug_->line.Write(arrived);
+  Count(arrived.size());
+}
+
+void LineHost::Wait(const sigset_t& awaited) {
+  timespec timeout{};
+  const timespec* limit = nullptr;
+  if (const auto next = NextWakeUp()) {
+    timeout = ToTimespec(std::max(0.0, *next - Now()));
+    limit = &timeout;
+  }
+  const bool waiting = plug_ && plug_->line.Waiting();
+  pollfd descriptor{plug_ ? plug_->line.Descriptor() : -1,
+                    static_cast<short>(POLLIN | (waiting ? POLLOUT : 0)), 0};
+  if (ppoll(&descriptor, 1, limit, &awaited) <= 0 || !plug_) return;
+  if ((descriptor.revents & POLLOUT) != 0) plug_->line.Flush();
+  if ((descriptor.revents & POLLIN) != 0) TakeFromPc();
+}
+
+void LineHost::TakeFromPc() {
+  // The settings first: they belong to what was sent before.
+  const LineSettings pc = plug_->line.PcSettings();
+  const Seconds now = Now();
+  const Bytes sent = plug_->line.Read();
+  paced_.FromPc(sent, pc, now);
+  Count(sent.size());
+}
+
+}  // namespace ox::sim

@@ -1,0 +1,65 @@
+// Puts a simulated end on a pseudo-terminal of this host and keeps it going.
+#pragma once
+
+#include <csignal>
+
+#include <optional>
+#include <string>
+
+#include "simulator/line/endpoint.h"
+#include "simulator/line/paced_line.h"
+#include "simulator/pty/port_link.h"
+#include "simulator/pty/pty_line.h"
+
+namespace ox::sim {
+
+/// How the end is put on the line.
+struct HostOptions {
+  std::string link = "COM1";               ///< the name of the port; relative to the working folder
+  bool paced = true;                       ///< characters take their time on the line
+  std::optional<std::size_t> unplugAfter;  ///< the cable is pulled once, when so many characters have passed
+};
+
+/// One end on one pseudo-terminal under one name. Wakes up only when a character is due or has come.
+class LineHost {
+ public:
+  /// From the cable being pulled until it is in its place again, on a new pseudo-terminal.
+  static constexpr Seconds kUnplugged = 3;
+
+  /// Plugs the end in; throws std::system_error when that is not possible. The end must outlive the host.
+  LineHost(Endpoint& end, HostOptions options);
+
+  /// The time that the end is given: seconds since this host started.
+  Seconds Now() const;
+
+  /// What a program opens; empty while the cable is pulled.
+  std::string Path() const;
+
+  /// Does everything that is due.
+  void Work();
+  /// Whether nothing more will be due until something comes from the PC.
+  bool Idle() const { return !NextWakeUp(); }
+  /// Waits until something is due or has come from the PC, or until a signal comes that the calling thread
+  /// holds back and the mask `awaited` lets through.
+  void Wait(const sigset_t& awaited);
+
+ private:
+  struct Plug {
+    PtyLine line;
+    PortLink link;
+    explicit Plug(const std::string& name) : link(name, line.Path()) {}
+  };
+
+  void Count(std::size_t characters);
+  std::optional<Seconds> NextWakeUp() const;
+  void TakeFromPc();
+
+  HostOptions options_;
+  Seconds start_ = 0;
+  PacedLine paced_;
+  std::optional<Plug> plug_;
+  Seconds replugAt_ = 0;
+  std::size_t passed_ = 0;
+};
+
+}  // namespace ox::sim

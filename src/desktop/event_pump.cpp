@@ -7,8 +7,7 @@ namespace ox {
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenLooks{1};
-/// Input ends a rest at once: this only bounds how late the end of a time-out is noticed, the shortest of
-/// which is half a second.
+/// Input ends a rest at once: this only bounds how late the end of a time-out is noticed.
 constexpr std::chrono::milliseconds kLongestRest{50};
 
 }  // namespace

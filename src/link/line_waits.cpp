@@ -1,10 +1,15 @@
 // Polling the line against the clock.
 #include "link/line_waits.h"
 
+#include <cmath>
+
 namespace ox {
 namespace {
 
 constexpr float kInputWaitSeconds = 1.0F;
+/// Between an "R" and what belongs to the same line: a character takes 4.2 ms at 2400 baud, and adapters hand
+/// on what they have every 16 ms.
+constexpr float kLineGoesOnSeconds = 0.05F;
 constexpr int kWakeUpTries = 3;
 constexpr BytesView kWakeUp = "S";
 constexpr BytesView kRefused = "N";
@@ -42,13 +47,25 @@ Bytes LineWaits::CollectReply(int seconds) {
     if (received.Empty()) continue;
     line += received.TakeFirst();
     if (line == kRefused) return line;
-    // What has come behind it makes it the first character of a line.
-    if (line == kEnded && received.Empty()) return line;
+    if (line == kEnded && LineEndsHere()) return line;
     // Every character restarts the wait: it limits the silence, not the line.
     start = host_.clock.SecondsSinceMidnight();
     if (line.back() == kCr) return line;
   }
   return line;
+}
+
+bool LineWaits::LineEndsHere() {
+  ReceiveBuffer& received = line_.Received();
+  const float start = host_.clock.SecondsSinceMidnight();
+  while (received.Empty() && std::abs(host_.clock.SecondsSinceMidnight() - start) < kLineGoesOnSeconds) {
+    host_.windows.Rest();
+    received.Append(line_.Take());
+  }
+  if (received.Empty()) return true;
+  if (received.First() != kCr) return false;
+  received.TakeFirst();
+  return true;
 }
 
 Bytes LineWaits::WakeUp() {

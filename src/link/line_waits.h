@@ -21,9 +21,9 @@ class LineWaits {
   /// PortError.
   Bytes WaitForInput(int seconds);
 
-  /// One reply line with its CR; "N" as soon as it begins one; "R" that stands alone when it is taken; or
-  /// what had come when `seconds` passed without a character. What follows the CR stays in the receive
-  /// buffer. Throws PortError.
+  /// One reply line with its CR; "N" as soon as it begins one; "R" that nothing follows within 50 ms, or a
+  /// CR, which is dropped; or what had come when `seconds` passed without a character. What follows stays in
+  /// the receive buffer. The pieces in which a reply arrives make no difference. Throws PortError.
   Bytes CollectReply(int seconds);
 
   /// Sends "S" up to three times until an answer comes, traces both, and returns the answer or nothing.
@@ -32,6 +32,8 @@ class LineWaits {
 
  private:
   bool GoesOn(float start, float length, int seconds) const;
+  /// After an "R" that begins a line: waits for what follows it, and takes the CR that belongs to it.
+  bool LineEndsHere();
 
   Host& host_;
   SerialLine& line_;

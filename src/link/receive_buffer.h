@@ -17,7 +17,9 @@ class ReceiveBuffer {
     waiting_ += arrived;
   }
 
-  /// Not on an empty buffer.
+  // Not on an empty buffer.
+
+  char First() const { return waiting_[next_]; }
   char TakeFirst() { return waiting_[next_++]; }
 
   void Clear() {

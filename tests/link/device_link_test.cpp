@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "platform/window.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"
@@ -58,7 +60,7 @@ TEST_F(DeviceDialogue, TakesItsStepsInTheirTime) {
       {{{"S", {{0, "AA"}}}, n}, false, wrong, 0},
       // A device that refuses is still waited for; one that ends gets no acknowledgement.
       {{sA, {"P", {{0.1, "N"}, {1, "N1"}, {1.9, "\rE\r"}}}, a}, true, "1\rE\r", 1.9},
-      {{sA, {"P", {{0, "\r1\r"}, {0.3, "R"}}}}, true, "\r1\r", 0.3},
+      {{sA, {"P", {{0, "\r1\r"}, {0.3, "R"}}}}, true, "\r1\r", 0.35},
       // A line cut off by silence counts as a part; then the next one is waited for.
       {{sA, {"P", {{0, "\rcut"}}}, n}, true, "\rcut" + wrong, 2},
   };
@@ -72,6 +74,38 @@ TEST_F(DeviceDialogue, TakesItsStepsInTheirTime) {
   }
   EXPECT_TRUE(
       window_.datanz.Text().ends_with("PC -> OX  P\r\nPC <- OX  <CR>\r\nPC <- OX  cut\r\nPC -> OX  N"));
+}
+
+TEST_F(DeviceDialogue, ThePiecesInWhichAReplyArrivesMakeNoDifference) {
+  const std::string refused = " Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen! N";
+  const std::tuple<Bytes, bool, std::string> repliesAndOutcomes[] = {
+      {"R", false, " "},
+      {"R\r", false, " "},
+      {"R1 2345\r", false, "R1 2345\r A"},
+      {"NR1\rN1R\rRR\rE\r", true, "R1\r1R\rRR\rE\r A"},
+      {"1\rR\r2\rE\r", true, "1\r "},
+      {"1\rN", true, "1\r" + refused},
+      {"1\rRE\r", true, "1\rRE\r" + refused},
+  };
+  for (const auto& [reply, multiRecord, outcome] : repliesAndOutcomes) {
+    std::vector<std::vector<ScriptedDevice::Piece>> deliveries{{{0, reply}}};
+    for (const double baud : {2400.0, 19200.0}) {
+      auto& oneByOne = deliveries.emplace_back();
+      for (const char c : reply) oneByOne.push_back({static_cast<double>(oneByOne.size()) * 10 / baud, {c}});
+    }
+    for (std::size_t cut = 1; cut < reply.size(); ++cut)
+      deliveries.push_back({{0, reply.substr(0, cut)}, {0.016, reply.substr(cut)}});
+    std::set<std::string> seen;
+    for (const auto& pieces : deliveries) {
+      window_.datanz.SetText("");
+      host_.ports.sent.clear();
+      const Bytes request = multiRecord ? "P" : "J1\r";
+      const std::string told = Run({{"S", {{0, "A"}}}, {request, pieces}}, multiRecord);
+      EXPECT_EQ(told + " " + host_.ports.sent.substr(1 + request.size()), outcome);
+      seen.insert(window_.datanz.Text());
+    }
+    EXPECT_EQ(seen.size(), 1U) << reply;
+  }
 }
 
 TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAndNoResult) {

@@ -69,6 +69,9 @@ class Window {
   /// Takes the window from the screen; it stays loaded.
   void Hide();
 
+  /// The user's wish to close, told while a command ran, counts no longer: the window stays.
+  void ForgetCloseRequest() { closeRequested_ = false; }
+
   WindowSystem& windows_;
 
  private:

@@ -24,7 +24,7 @@ ProgramUpdateWindow::ProgramUpdateWindow(const ProgramUpdate& update, Host& host
       update_(update),
       chooser_(chooser) {
   ChPro.onClick = [this] { ChooseProgram(); };
-  ProStart.onClick = [this] { RunUpdate(ProStart, [this] { UpdateDevice(); }); };
+  ProStart.onClick = [this] { RunUpdate(ProStart, [this] { return UpdateDevice(); }); };
   proEnd.onClick = [this] { RequestClose(); };
 }
 
@@ -70,14 +70,11 @@ Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {
   return std::move(loaded.program);
 }
 
-void ProgramUpdateWindow::UpdateDevice() {
+bool ProgramUpdateWindow::UpdateDevice() {
   const bool loaderRuns = update_.triesLoaderFirst && LoaderRuns();
-  if (!loaderRuns && !SendIntoLoader()) return;
-  if (!PrepareDevice() || !WriteBlocks(program_, update_.transfer, update_.blockRefusal) ||
-      !Demand(request::kVerifyProgram, WrongAnswer(kNotVerified))) {
-    return;
-  }
-  Finish(kSuccess);
+  if (!loaderRuns && !SendIntoLoader()) return false;
+  return PrepareDevice() && WriteBlocks(program_, update_.transfer, update_.blockRefusal) &&
+         Demand(request::kVerifyProgram, WrongAnswer(kNotVerified)) && Finish(kSuccess);
 }
 
 bool ProgramUpdateWindow::SendIntoLoader() {

@@ -31,7 +31,8 @@ class ProgramUpdateWindow : public UpdateWindow {
   /// Leaves nothing that could be written into a device.
   void ForgetProgram();
 
-  void UpdateDevice();
+  /// The run; false after a message.
+  bool UpdateDevice();
   /// Brings a device of the right type from its dialogue into its loader; false after a message.
   bool SendIntoLoader();
   bool CheckDeviceType();

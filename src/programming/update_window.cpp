@@ -16,13 +16,21 @@ UpdateWindow::UpdateWindow(Host& host, SessionSettings& settings, std::string_vi
                            std::string_view caption)
     : Window(host.windows, name, caption), host_(host), settings_(settings), link_(host, settings) {}
 
-void UpdateWindow::RunUpdate(Button& start, const std::function<void()>& steps) {
+void UpdateWindow::OnFailure() {
+  if (running_) ForgetCloseRequest();
+  Reset();
+}
+
+void UpdateWindow::RunUpdate(Button& start, const std::function<bool()>& steps) {
   EnableCommands(false);
+  running_ = true;
+  bool succeeded = false;
   try {
-    steps();
+    succeeded = steps();
   } catch (const PortError&) {
     Abort("COM" + ToText(settings_.ComPort) + std::string(kPortFailure));
   }
+  if (!succeeded) ForgetCloseRequest();
   Reset();
   start.SetFocus();
 }
@@ -34,6 +42,7 @@ void UpdateWindow::EnableCommands(bool enabled) {
 }
 
 void UpdateWindow::Reset() {
+  running_ = false;
   EnableCommands(true);
   link_.Close();
 }
@@ -76,12 +85,13 @@ bool UpdateWindow::WriteBlocks(BytesView image, const BlockTransfer& transfer, s
   return true;
 }
 
-void UpdateWindow::Finish(std::string_view message) {
+bool UpdateWindow::Finish(std::string_view message) {
   // The device is right by now: what it says to these two changes nothing.
   link_.SendBlock(request::kTakeOver);
   link_.SendBlock(request::kLeaveLoader);
   link_.Close();
   host_.windows.ShowMessage(message);
+  return true;
 }
 
 }  // namespace ox

@@ -26,8 +26,9 @@ struct BlockTransfer {
 };
 
 /// Base of the update windows. A run is a sequence of steps; a step that fails tells the user and returns
-/// false, and the run ends. Closing never cuts a run off: nothing in it looks for the wish, and the window
-/// goes when the run has ended.
+/// false, and the run ends. Closing never cuts a run off: nothing in it looks for the wish. The window goes
+/// when the run has succeeded; after any other end it stays, since the device waits in its loader for
+/// another attempt.
 class UpdateWindow : public Window {
  public:
   /// The status line: a loading message, or the marks of a run.
@@ -36,12 +37,12 @@ class UpdateWindow : public Window {
  protected:
   UpdateWindow(Host& host, SessionSettings& settings, std::string_view name, std::string_view caption);
 
-  void OnFailure() override { Reset(); }
+  void OnFailure() override;
 
-  /// Carries out the steps with all controls locked. A port that cannot be opened, or breaks, ends them with
-  /// its message. At the end, however it came about, the port is closed and the controls can be used again.
-  /// The focus returns to the button that started the run.
-  void RunUpdate(Button& start, const std::function<void()>& steps);
+  /// Carries out the steps, which return whether they succeeded, with all controls locked. A port that cannot
+  /// be opened, or breaks, ends them with its message. At the end, however it came about, the port is closed
+  /// and the controls can be used again. The focus returns to the button that started the run.
+  void RunUpdate(Button& start, const std::function<bool()>& steps);
 
   void Mark() { Go.Append(">"); }
 
@@ -62,7 +63,8 @@ class UpdateWindow : public Window {
   /// first block that is not accepted.
   bool WriteBlocks(BytesView image, const BlockTransfer& transfer, std::string_view message);
   /// Sends the device back to its work once everything is verified, closes the line and tells the user.
-  void Finish(std::string_view message);
+  /// Always true.
+  bool Finish(std::string_view message);
 
   Host& host_;
   SessionSettings& settings_;
@@ -70,7 +72,10 @@ class UpdateWindow : public Window {
 
  private:
   void EnableCommands(bool enabled);
+  /// The end of a run: all can be used again.
   void Reset();
+
+  bool running_ = false;
 };
 
 }  // namespace ox

@@ -48,7 +48,7 @@ updatetab::updatetab(Host& host, Subs& subs, FileChooser& chooser)
   for (Table* table : {&points_, &parameters_, &assignments_}) {
     table->box.onClick = [this, table] { ChooseTable(*table); };
   }
-  TabStart.onClick = [this] { RunUpdate(TabStart, [this] { UpdateDevice(); }); };
+  TabStart.onClick = [this] { RunUpdate(TabStart, [this] { return UpdateDevice(); }); };
   TabEnd.onClick = [this] { RequestClose(); };
 }
 
@@ -103,19 +103,20 @@ Bytes updatetab::LoadTable(const std::string& path, const Table& table) {
   return table.parse(*text, messages);
 }
 
-void updatetab::UpdateDevice() {
+bool updatetab::UpdateDevice() {
   const std::optional<TableImages> images = BuildImages();
-  if (!images || !ReachLoader()) return;
+  if (!images || !ReachLoader()) return false;
   const Bytes* image = SelectImage(*images);
-  if (image == nullptr) return;
+  if (image == nullptr) return false;
   Mark();
   if (!Demand(request::kPrepareTables, WrongAnswer(kPrepareRefused)) ||
       !WriteBlocks(*image, kTransfer, WrongAnswer(kBlockRefused)) ||
       !Demand(request::kVerifyTables, kChecksumError)) {
-    return;
+    return false;
   }
   Finish(kSuccess);
   Go.SetText("");
+  return true;
 }
 
 std::optional<TableImages> updatetab::BuildImages() {

@@ -41,7 +41,8 @@ class updatetab : public UpdateWindow {
   void EnableStart();
   /// The packed table of a file; empty after the user was told of its fault.
   Bytes LoadTable(const std::string& path, const Table& table);
-  void UpdateDevice();
+  /// The run; false after a message.
+  bool UpdateDevice();
   /// Links the tables and builds both images, before anything is sent; nothing after a message.
   std::optional<TableImages> BuildImages();
   /// Brings the device into its loader, unless it runs it already; false after a message.

@@ -72,9 +72,11 @@ struct UpdateRig {
     host.ports.Connect(2, device.get());
   }
 
-  /// The user starts the update. Returns what was said.
+  /// The user starts the update and wants to close the window before it ends: it goes only from a success, and
+  /// is shown anew. Returns what was said.
   Strings Start() {
     host.windows.OnMessage([&](const std::string& message) {
+      window->RequestClose();
       EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
       EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
     });
@@ -84,7 +86,11 @@ struct UpdateRig {
     EXPECT_EQ(window->Focused(), &start);
     for (const Control* control : window->Controls()) EXPECT_TRUE(control->Enabled()) << control->Name();
     const Strings said = host.windows.TakeMessages();
+    EXPECT_EQ(window->IsOpen(), said != Strings{success});
     if (said != Strings{success}) return said;
+    EXPECT_EQ(window->Go.Text().empty(), update == kTables);
+    host.windows.OpenMain(*window);
+    Load();
     const sim::DeviceMemory& memory = device->Memory();
     EXPECT_TRUE(update == kTables ? memory.TablesSound() : memory.Program() == program);
     return said;

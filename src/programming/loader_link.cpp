@@ -39,6 +39,14 @@ bool LoaderLink::RequestUpdateMode() {
   Open(settings_.DialogueSettings());
   Duep_->Output(kUpdateRequest);
   OpenForLoader();
+  try {
+    return AwaitAcknowledgement();
+  } catch (const PortError&) {
+    return false;
+  }
+}
+
+bool LoaderLink::AwaitAcknowledgement() {
   const float start = host_.clock.SecondsSinceMidnight();
   Bytes reply;
   do {

@@ -22,7 +22,7 @@ class LoaderLink {
 
   /// Asks a device in its text dialogue for its loader and waits for the acknowledgement. Takes a closed port
   /// or an open one and leaves it open at the loader's settings. False when no acknowledgement, or another
-  /// text, came.
+  /// text, came, or when the port broke while it was awaited.
   bool RequestUpdateMode();
 
   /// Wakes the loader and sends it one frame: `data` of at most 256 bytes, `address` 0 to 65535. Returns the
@@ -40,6 +40,7 @@ class LoaderLink {
 
  private:
   void Open(BytesView lineSettings);
+  bool AwaitAcknowledgement();
   /// The first piece that the port delivers; empty when the clock passes `seconds` from now. A wait that
   /// midnight overtakes ends only with input, since the clock falls back to 0.
   Bytes WaitForReply(int seconds);

@@ -47,7 +47,7 @@ const ProgramUpdate& ProgramUpdate2() {
       .probesLoader = true,
       .deviceType = "OX 2",
       .otherTypes = {{"OX 1", kGeneration1}, {kAnyType, kProgrammingModeHint}},
-      .preparations = {{request::kOlderKind, false, std::string(kGeneration1)},
+      .preparations = {{request::kOlderKind, false, std::string(kGeneration1), false},
                        {request::kPrepareProgramFirst, true, WrongAnswer(kFirstStepRefused)},
                        {request::kPrepareProgramSecond, true, WrongAnswer(kSecondStepRefused)}},
       .transfer = {.write = request::kWriteProgram2, .markPeriod = 4, .markPhase = 1},

@@ -37,6 +37,7 @@ struct ProgramUpdate {
     LoaderRequest request;
     bool marked;  // the status line grows before it
     std::string refusal;
+    bool numbered = true;  // the refusal bears a number: it is told of a port that breaks as well
   };
   std::vector<Preparation> preparations;
 

@@ -98,7 +98,11 @@ bool ProgramUpdateWindow::PrepareDevice() {
   }
   for (const ProgramUpdate::Preparation& step : update_.preparations) {
     if (step.marked) Mark();
-    if (!Demand(step.request, step.refusal)) return false;
+    if (!step.numbered) {
+      if (!link_.Accepts(step.request)) return Abort(step.refusal);
+    } else if (!Demand(step.request, step.refusal)) {
+      return false;
+    }
   }
   return true;
 }

@@ -68,27 +68,36 @@ bool UpdateWindow::EnterLoader(std::string_view message) {
   return link_.RequestUpdateMode() || Abort(message);
 }
 
+Bytes UpdateWindow::Reply(const LoaderRequest& request, std::size_t address, BytesView data) {
+  try {
+    return link_.SendBlock(request, address, data);
+  } catch (const PortError&) {
+    return {};
+  }
+}
+
 bool UpdateWindow::Probe(const LoaderRequest& request, std::string_view message) {
-  const Bytes reply = link_.SendBlock(request);
+  const Bytes reply = Reply(request);
   return reply == LoaderLink::kAccepted || reply == LoaderLink::kRefused || Abort(message);
 }
 
 bool UpdateWindow::Demand(const LoaderRequest& request, std::string_view message) {
-  return link_.Accepts(request) || Abort(message);
+  return Reply(request) == LoaderLink::kAccepted || Abort(message);
 }
 
 bool UpdateWindow::WriteBlocks(BytesView image, const BlockTransfer& transfer, std::string_view message) {
   for (std::size_t address = 0; address < image.size(); address += kBlockSize) {
     if (address / kBlockSize % transfer.markPeriod == transfer.markPhase) Mark();
-    if (!link_.Accepts(transfer.write, address, image.substr(address, kBlockSize))) return Abort(message);
+    if (Reply(transfer.write, address, image.substr(address, kBlockSize)) != LoaderLink::kAccepted)
+      return Abort(message);
   }
   return true;
 }
 
 bool UpdateWindow::Finish(std::string_view message) {
   // The device is right by now: what it says to these two changes nothing.
-  link_.SendBlock(request::kTakeOver);
-  link_.SendBlock(request::kLeaveLoader);
+  Reply(request::kTakeOver);
+  Reply(request::kLeaveLoader);
   link_.Close();
   host_.windows.ShowMessage(message);
   return true;

@@ -40,8 +40,9 @@ class UpdateWindow : public Window {
   void OnFailure() override;
 
   /// Carries out the steps, which return whether they succeeded, with all controls locked. A port that cannot
-  /// be opened, or breaks, ends them with its message. At the end, however it came about, the port is closed
-  /// and the controls can be used again. The focus returns to the button that started the run.
+  /// be opened, or breaks where no step makes a missing reply of it, ends them with its message. At the end,
+  /// however it came about, the port is closed and the controls can be used again. The focus returns to the
+  /// button that started the run.
   void RunUpdate(Button& start, const std::function<bool()>& steps);
 
   void Mark() { Go.Append(">"); }
@@ -55,6 +56,8 @@ class UpdateWindow : public Window {
   bool FindDevice(std::string_view message);
   /// Sends the device into its loader; false after `message`.
   bool EnterLoader(std::string_view message);
+  /// The loader's reply; empty, as after silence, when the port breaks.
+  Bytes Reply(const LoaderRequest& request, std::size_t address = 0, BytesView data = {});
   /// False after `message` when neither "A" nor "N" came: either proves that the loader listens.
   bool Probe(const LoaderRequest& request, std::string_view message);
   /// False after `message` when anything but "A" came.

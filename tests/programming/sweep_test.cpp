@@ -70,6 +70,7 @@ const struct Break {
   const char* name;
   sim::ReplyFault fault;  // delays count from the time-out on
   bool harmless = false, cablePulled = false, overMidnight = false;
+  bool whileAwaited = false;  // the cable, when the request has gone out
 } kBreaks[] = {
     {"request lost", {.kind = Kind::Silence, .requestLost = true}},
     {"refused", {.kind = Kind::Replaced, .text = "N", .requestLost = true}},
@@ -79,6 +80,7 @@ const struct Break {
     {"just in time", {.kind = Kind::Late, .delay = -0.1}, true},
     {"in pieces", {.kind = Kind::Split, .delay = 0.1}, true},
     {"cable pulled", {}, false, true},
+    {"cable pulled while the reply is awaited", {.kind = Kind::Silence}, false, true, false, true},
     // While the clock falls back to 0 a reply is awaited without end, but the way into the loader not at all.
     {"over midnight", {.kind = Kind::Late, .delay = 9}, true, false, true},
 };
@@ -114,12 +116,20 @@ class Sweep : public testing::TestWithParam<Procedure> {
       sim::ReplyFault fault = how.fault;
       if (fault.kind == Kind::Late) fault.delay += stage == Stage::LoaderWakeUp ? 1 : step.seconds;
       rig_.device->Faults().Add(fault);
-      if (how.cablePulled) rig_.host.ports.Break();
+      if (how.whileAwaited) {
+        rig_.host.windows.In(0, [this] { rig_.host.ports.Break(); });
+      } else if (how.cablePulled) {
+        rig_.host.ports.Break();
+      }
       if (how.overMidnight) rig_.host.clock.StartAt(23, 59, 59.9 - rig_.host.clock.Elapsed());
     });
     const Strings said = rig_.Start();
-    const bool numbered = step.message.find("Programmierung(") != std::string::npos;
-    if (how.cablePulled && !numbered && std::string("LX").find(step.letter) == std::string::npos) {
+    // The port has the word before the loader is spoken to, and where the request's own message has no
+    // number.
+    const bool portTells = step.letter == '@' ? !how.whileAwaited
+                                              : step.letter != 'L' && step.letter != 'X' &&
+                                                    step.message.find('(') == std::string::npos;
+    if (how.cablePulled && portTells) {
       EXPECT_EQ(said, Strings{"COM2: lässt sich nicht öffnen!"});
     } else if (step.message.empty() || (how.harmless && (!how.overMidnight || step.letter != '@')) ||
                (step.refusalPasses && stage == Stage::LoaderReply && how.fault.text == "N")) {

@@ -72,8 +72,8 @@ struct UpdateRig {
     host.ports.Connect(2, device.get());
   }
 
-  /// The user starts the update and wants to close the window before it ends: it goes only from a success, and
-  /// is shown anew. Returns what was said.
+  /// The user starts the update and wants to close the window before it ends: it goes only from a success,
+  /// and is shown anew. Returns what was said.
   Strings Start() {
     host.windows.OnMessage([&](const std::string& message) {
       window->RequestClose();

@@ -28,6 +28,7 @@ constexpr std::string_view kSuccess = "Tabellenupdate erfolgreich abgeschlossen!
 
 /// What the type of a device with software from 3.0 on begins with.
 constexpr BytesView kUpdatableType = "OX ";
+constexpr BytesView kGeneration3Type = "OX 3";
 
 // The numbers in the abort messages of this procedure.
 constexpr int kNoAcknowledgement = 1;
@@ -105,7 +106,7 @@ Bytes updatetab::LoadTable(const std::string& path, const Table& table) {
 
 bool updatetab::UpdateDevice() {
   const std::optional<TableImages> images = BuildImages();
-  if (!images || !ReachLoader()) return false;
+  if (!images || !ReachLoader(*images)) return false;
   const Bytes* image = SelectImage(*images);
   if (image == nullptr) return false;
   Mark();
@@ -136,10 +137,13 @@ std::optional<TableImages> updatetab::BuildImages() {
   return images;
 }
 
-bool updatetab::ReachLoader() {
+bool updatetab::ReachLoader(const TableImages& images) {
   if (LoaderRuns()) return true;
   if (!FindDevice(kConnectionMessage)) return false;
   if (!settings_.DeviceIdent.starts_with(kUpdatableType)) return Abort(kOldSoftware);
+  // Its image is of no use: the device is not taken out of service for it.
+  if (settings_.DeviceIdent.starts_with(kGeneration3Type) && images.generation3.status != ImageStatus::kBuilt)
+    return Abort(kGeneration3Unusable);
   Mark();
   if (!EnterLoader(WrongAnswer(kNoAcknowledgement))) return false;
   Mark();

@@ -45,8 +45,9 @@ class updatetab : public UpdateWindow {
   bool UpdateDevice();
   /// Links the tables and builds both images, before anything is sent; nothing after a message.
   std::optional<TableImages> BuildImages();
-  /// Brings the device into its loader, unless it runs it already; false after a message.
-  bool ReachLoader();
+  /// Brings the device into its loader, unless it runs it already; false after a message. A device whose
+  /// image is known to be of no use stays in service.
+  bool ReachLoader(const TableImages& images);
   /// Asks the device for its kind; the image it takes, or null after a message.
   const Bytes* SelectImage(const TableImages& images);
 

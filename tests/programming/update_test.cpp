@@ -126,7 +126,8 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
       {kTables, {}, "Abbruch: Überlauffehler der Tabellen OX3!", "/gut.zuo", "0005,", Times(8192, "0005,")},
       {kTables, {}, "Abbruch: Überlauffehler der Tabellen!", "/gut.zuo", "0005,", Times(4096, "0005,")},
       {kTables, oldDevice, oldSoftware},
-      // An office that generation III does not take.
+      // An office that generation III does not take; known before a device is sent into its loader.
+      {kTables, DeviceOf(3, "bc"), "Abbruch: Tabellen OX3 fehlerhaft!", "/gut.mes", "\"101", "\"1A1"},
       {kTables, DeviceOf(3, "c", true), "Abbruch: Tabellen OX3 fehlerhaft!", "/gut.mes", "\"101", "\"1A1"},
       {kProgram2, DeviceOf(1), kGeneration1},
       {kProgram2, DeviceOf(3), hint},

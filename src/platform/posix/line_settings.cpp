@@ -1,14 +1,12 @@
 // The parameters of a serial line: read from their text, applied to a terminal.
 #include "platform/posix/line_settings.h"
 
-#include <sys/stat.h>
-#include <sys/sysmacros.h>
-
 #include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
 
+#include "platform/posix/pseudo_terminal.h"
 #include "platform/serial_port.h"
 
 namespace ox {
@@ -27,10 +25,6 @@ constexpr std::array kSpeeds = {
     Speed{"115200", 115200, B115200}, Speed{"230400", 230400, B230400}, Speed{"921600", 921600, B921600}};
 
 constexpr tcflag_t kFrameFlags = CSIZE | CSTOPB | PARENB | PARODD;
-
-// The major device numbers of pseudo-terminals.
-constexpr unsigned kFirstPseudoTerminal = 136;
-constexpr unsigned kLastPseudoTerminal = 143;
 
 std::optional<LineParity> ParityOf(std::string_view text) {
   if (text == "N" || text == "n") return LineParity::None;
@@ -59,14 +53,6 @@ tcflag_t FrameOf(const LineSettings& settings) {
   if (settings.parity != LineParity::None) frame |= PARENB;
   if (settings.parity == LineParity::Odd) frame |= PARODD;
   return frame;
-}
-
-/// A pseudo-terminal has no frame: it drops character size and parity, so only its speed can be checked.
-bool IsPseudoTerminal(int terminal) {
-  struct stat status {};
-  if (fstat(terminal, &status) != 0) return false;
-  const unsigned kind = major(status.st_rdev);
-  return kind >= kFirstPseudoTerminal && kind <= kLastPseudoTerminal;
 }
 
 }  // namespace
@@ -110,6 +96,7 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   tcsetattr(terminal, TCSANOW, &wanted);
   termios taken{};
   const bool readBack = tcgetattr(terminal, &taken) == 0;
+  // A pseudo-terminal has no frame: it drops character size and parity.
   const bool speedFits = readBack && cfgetospeed(&taken) == settings.speed;
   const bool frameFits = ((taken.c_cflag ^ wanted.c_cflag) & kFrameFlags) == 0 || IsPseudoTerminal(terminal);
   if (!speedFits || !frameFits) throw PortError("nimmt die Schnittstellenparameter nicht an");

@@ -11,7 +11,7 @@ namespace ox {
 class SerialDevice {
  public:
   /// Opens the device that the path leads to; throws PortError with the reason in German: not there, no
-  /// rights (with the group that has them), taken, no serial line.
+  /// rights (with the group whose members have them), taken, no serial line.
   explicit SerialDevice(const std::string& path);
   SerialDevice(const SerialDevice&) = delete;
   SerialDevice& operator=(const SerialDevice&) = delete;
@@ -21,6 +21,7 @@ class SerialDevice {
 
  private:
   Descriptor descriptor_;
+  bool marked_ = false;  // with the exclusive mark, which keeps out programs that heed no lock
 };
 
 }  // namespace ox

@@ -6,6 +6,7 @@
 
 #include "platform/bytes.h"
 #include "platform/posix/line_settings.h"
+#include "platform/posix/low_latency.h"
 #include "platform/posix/serial_device.h"
 
 namespace ox {
@@ -39,6 +40,7 @@ class OpenLine {
   TimePoint EndOfSending(std::size_t bytes) const;
 
   SerialDevice device_;
+  LowLatency lowLatency_{DriverOf(Number())};
   LineSettings settings_;
   TimePoint sentAt_ = {};  // when the line has sent all that was written
 };

@@ -1,7 +1,8 @@
-// Reading and writing OX.CFG: one entry a line, each behind a mark of three characters.
+// Reading and writing OX.CFG: one entry a field, each behind a mark of three characters.
 #include "app/settings_file.h"
 
 #include "platform/controls.h"
+#include "platform/field_reader.h"
 
 namespace ox {
 namespace {
@@ -21,53 +22,6 @@ constexpr std::string_view kSourceMark = "\\Q\\";
 constexpr std::string_view kTargetMark = "\\Z\\";
 constexpr std::string_view kModemMark = "\\M\\";
 constexpr std::string_view kToolsMark = "EDT";
-
-bool IsLineEnd(char c) {
-  return c == '\r' || c == '\n';
-}
-
-/// Takes the entries one by one as delimited fields: leading blanks are skipped, a field ends at a comma or
-/// at the end of its line, and a field in double quotes runs to the closing quote.
-class FieldReader {
- public:
-  explicit FieldReader(BytesView content) : rest_(content) {}
-
-  bool AtEnd() const { return rest_.empty(); }
-
-  BytesView Next() {
-    while (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
-    if (!rest_.empty() && rest_.front() == '"') return NextQuoted();
-    const BytesView field = TakeWhile([](char c) { return c != ',' && !IsLineEnd(c); });
-    SkipDelimiter();
-    return field;
-  }
-
- private:
-  BytesView NextQuoted() {
-    rest_.remove_prefix(1);
-    const BytesView field = TakeWhile([](char c) { return c != '"'; });
-    TakeWhile([](char c) { return c != ',' && !IsLineEnd(c); });
-    SkipDelimiter();
-    return field;
-  }
-
-  template <class Condition>
-  BytesView TakeWhile(Condition condition) {
-    std::size_t length = 0;
-    while (length < rest_.size() && condition(rest_[length])) ++length;
-    const BytesView taken = rest_.substr(0, length);
-    rest_.remove_prefix(length);
-    return taken;
-  }
-
-  void SkipDelimiter() {
-    if (rest_.empty()) return;
-    const bool crLf = rest_.size() > 1 && rest_[0] == '\r' && rest_[1] == '\n';
-    rest_.remove_prefix(crLf ? 2 : 1);
-  }
-
-  BytesView rest_;
-};
 
 void TakeEntry(BytesView entry, SessionSettings& settings, SwitchedEntries entries) {
   if (entry.size() < kMarkLength) return;

@@ -42,6 +42,9 @@ class Files {
   /// written; false, with the file as it was, when that failed.
   virtual bool Replace(const std::string& path, BytesView content) = 0;
 
+  /// Whether both paths lead to one file that exists: by links, another spelling, another name of it.
+  virtual bool SameFile(const std::string& one, const std::string& other) = 0;
+
   /// Opens a file at its end, made when missing; null when that failed.
   virtual std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) = 0;
 

@@ -48,7 +48,8 @@ std::string FirmwareOX3Verpacken::Pack() {
   std::optional<Bytes> packed;
   if (hex->size() <= kMaxLoaderFile) packed = PackFirmware(*hex, host_.random);
   if (!packed) return "Fehler beim Lesen der Datei " + source + " !";
-  if (!host_.files.Replace(target, *packed)) return OpeningFailed(target);
+  if (host_.files.SameFile(source, target) || !host_.files.Replace(target, *packed))
+    return OpeningFailed(target);
   return "Vorgang erfolgeich beendet !";
 }
 

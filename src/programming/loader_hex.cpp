@@ -1,17 +1,16 @@
-// Fields, digits and records of a loader hex file.
+// Digits and records of a loader hex file.
 #include "programming/loader_hex.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
+
+#include "platform/field_reader.h"
 
 namespace ox {
 namespace {
 
 constexpr char kFieldStart = ':';
 constexpr BytesView kEndRecord = ":000000";
-constexpr BytesView kFieldEnds = ",\r\n";
-constexpr BytesView kCrLf = "\r\n";
 constexpr BytesView kDigits = "0123456789ABCDEF";
 constexpr unsigned kDigitBits = 4;
 constexpr unsigned kByteBits = 8;
@@ -24,15 +23,6 @@ constexpr std::size_t kCheckSize = 1;
 
 /// Only addresses below this one are packed.
 constexpr std::size_t kPackedEnd = 0x8000;
-
-/// Takes the next field and the end behind it off the text.
-BytesView TakeField(BytesView& text) {
-  const std::size_t length = std::min(text.find_first_of(kFieldEnds), text.size());
-  const BytesView field = text.substr(0, length);
-  text.remove_prefix(length);
-  if (!text.empty()) text.remove_prefix(text.starts_with(kCrLf) ? kCrLf.size() : 1);
-  return field;
-}
 
 /// The bytes of a field; nothing when it is not made of pairs of digits behind its first character, or sums
 /// up wrongly.
@@ -68,8 +58,9 @@ bool Store(BytesView record, Bytes& image) {
 }  // namespace
 
 bool ReadLoaderHex(BytesView text, Bytes& image) {
-  while (!text.empty()) {
-    const BytesView field = TakeField(text);
+  FieldReader fields(text);
+  while (!fields.AtEnd()) {
+    const BytesView field = fields.Next();
     if (field.starts_with(kEndRecord)) return true;
     const std::optional<Bytes> record = Decode(field);
     if (!record || !Store(*record, image)) return false;

@@ -54,6 +54,17 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
   EXPECT_EQ(ReadFile("real/target"), Bytes("new\0\r\nmore", 10));
 }
 
+TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
+  WriteFile("file", "same");
+  WriteFile("twin", "same");
+  fs::create_symlink("file", "link");
+  fs::create_hard_link("file", "second name");
+  for (const char* other : {"file", "link", "second name", "./file"})
+    EXPECT_TRUE(files_.SameFile("file", other));
+  for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "file")) << other;
+  EXPECT_FALSE(files_.SameFile("missing", "missing"));
+}
+
 TEST_F(PosixFilesTest, ListsDrivesFoldersAndFiles) {
   for (const char* name : {"b", "a", ".hidden"}) fs::create_directory(name);
   for (const char* name : {"z.mes", "\xC3\xA4.mes", "M.par", ".secret", "bad\xFFname"}) WriteFile(name, "");

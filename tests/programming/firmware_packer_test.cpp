@@ -53,6 +53,7 @@ TEST_F(FirmwarePacker, WritesEveryRecordToItsPlaceFillsTheRestAndSealsTheProgram
        ":017FFF00" + Bytes(2 * 0x8001, 'F') + "82\n:01800000413E\n:01FFFF0041427E\n" + kEnd, 0x7FFF,
        Bytes(0x8001, '\xFF')},
       {"nothing counts after the end record", ":000000zz\nrubbish"},
+      {"blanks and quotes around a field", "  \":0100000041BE\" ,\":00000001FF\"\n", 0, "A"},
   };
   TestRandom random;
   for (const auto& [what, text, at, bytes] : rows) {
@@ -68,13 +69,19 @@ TEST_F(FirmwarePacker, WritesEveryRecordToItsPlaceFillsTheRestAndSealsTheProgram
 
 TEST_F(FirmwarePacker, LeavesTheTargetAloneWhenAFileIsFaultyOrDoesNotOpen) {
   target = "older";
-  // No end record, other characters than digits in pairs, a wrong sum, a record too short or beyond the end.
+  // No end record, an open quote, other characters than digits in pairs, a wrong sum, a record too short or
+  // beyond the end.
   for (const Bytes& text : {kRecord, "\xEF\xBB\xBF" + kRecord + kEnd, ":01000000414\n" + kEnd,
-                            ":01000a0041B4\n" + kEnd, ":0100000041BF\n" + kEnd, ":010000FF\n" + kEnd,
-                            ":017FFF00" + Bytes(2 * 0x8002, 'F') + "83\n" + kEnd}) {
+                            ":01000a0041B4\n" + kEnd, "\"" + kRecord + kEnd, ":0100000041BF\n" + kEnd,
+                            ":010000FF\n" + kEnd, ":017FFF00" + Bytes(2 * 0x8002, 'F') + "83\n" + kEnd}) {
     EXPECT_EQ(Pack(text), "Fehler beim Lesen der Datei /neu.LDR !") << text.substr(0, 40);
   }
   EXPECT_EQ(Pack(kEnd, "/fehlt"), "Fehler beim Öffnen von /fehlt.LDR !");
+  // Whatever the user calls it, the source is not written over.
+  host.files.links["/alt.pr3"] = "/neu.LDR";
+  EXPECT_EQ(Pack(kEnd), "Fehler beim Öffnen von /alt.pr3 !");
+  EXPECT_TRUE(host.files.content["/neu.LDR"] == kEnd);
+  host.files.links.clear();
   host.files.writable = false;
   EXPECT_EQ(Pack(kEnd), "Fehler beim Öffnen von /alt.pr3 !");
   EXPECT_EQ(target, "older");

@@ -14,7 +14,8 @@ namespace ox::test {
 class MemoryFiles : public Files {
  public:
   std::map<std::string, Bytes> content;
-  std::set<std::string> unreadable;  // files and folders that nobody may read
+  std::map<std::string, std::string> links;  // what the path of a link leads to
+  std::set<std::string> unreadable;          // files and folders that nobody may read
   bool writable = true;
   std::size_t appendable = kNoLimit;  // appending fails once so many lines were written
   int openForAppending = 0;
@@ -30,8 +31,12 @@ class MemoryFiles : public Files {
   }
 
   bool Replace(const std::string& path, BytesView bytes) override {
-    if (writable) content[path] = bytes;
+    if (writable) content[Target(path)] = bytes;
     return writable;
+  }
+
+  bool SameFile(const std::string& one, const std::string& other) override {
+    return content.contains(Target(one)) && Target(one) == Target(other);
   }
 
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override {
@@ -52,6 +57,8 @@ class MemoryFiles : public Files {
   }
 
  private:
+  std::string Target(const std::string& path) const { return links.contains(path) ? links.at(path) : path; }
+
   class Appender : public AppendFile {
    public:
     Appender(MemoryFiles& files, std::string path) : files_(files), path_(std::move(path)) {

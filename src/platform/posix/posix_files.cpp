@@ -132,6 +132,13 @@ bool PosixFiles::Replace(const std::string& path, BytesView content) {
   return file.Write(content) && (!exists || file.TakeRightsOf(status)) && file.MoveIntoPlace();
 }
 
+bool PosixFiles::SameFile(const std::string& one, const std::string& other) {
+  struct stat first {};
+  struct stat second {};
+  return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 std::unique_ptr<AppendFile> PosixFiles::OpenForAppending(const std::string& path) {
   Descriptor file = OpenRegular(path, O_WRONLY | O_APPEND | O_CREAT);
   if (!file.Valid()) return nullptr;

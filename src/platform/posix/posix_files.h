@@ -13,6 +13,7 @@ class PosixFiles : public Files {
   /// Replaces what a symbolic link leads to, not the link; an existing file keeps its rights, a
   /// write-protected one stays.
   bool Replace(const std::string& path, BytesView content) override;
+  bool SameFile(const std::string& one, const std::string& other) override;
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override;
 
   PathStyle Style() const override { return {'/', false}; }

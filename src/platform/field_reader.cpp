@@ -1,0 +1,40 @@
+// Where a field begins and ends.
+#include "platform/field_reader.h"
+
+#include <algorithm>
+
+namespace ox {
+namespace {
+
+constexpr char kBlank = ' ';
+constexpr BytesView kQuote = "\"";
+constexpr BytesView kFieldEnds = ",\r\n";
+constexpr BytesView kCrLf = "\r\n";
+
+}  // namespace
+
+BytesView FieldReader::Next() {
+  rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlank), rest_.size()));
+  BytesView field;
+  if (rest_.starts_with(kQuote)) {
+    rest_.remove_prefix(kQuote.size());
+    field = TakeUpTo(kQuote);
+    TakeUpTo(kFieldEnds);
+  } else {
+    field = TakeUpTo(kFieldEnds);
+  }
+  SkipDelimiter();
+  return field;
+}
+
+BytesView FieldReader::TakeUpTo(BytesView ends) {
+  const BytesView taken = rest_.substr(0, rest_.find_first_of(ends));
+  rest_.remove_prefix(taken.size());
+  return taken;
+}
+
+void FieldReader::SkipDelimiter() {
+  if (!rest_.empty()) rest_.remove_prefix(rest_.starts_with(kCrLf) ? kCrLf.size() : 1);
+}
+
+}  // namespace ox

@@ -13,9 +13,8 @@ namespace {
 
 /// Sends one text after the other, at the settings that the device has then, and takes what comes before a
 /// silence of one second; each reply ends with "|".
-Bytes Talk(Device& device, const std::vector<Bytes>& texts) {
+Bytes Talk(Device& device, const std::vector<Bytes>& texts, Seconds now = 0) {
   Bytes replies;
-  Seconds now = 0;
   for (const Bytes& text : texts) {
     device.Receive(text, device.Line(), now);
     for (auto next = device.NextOutput(); next && *next < now + 1; next = device.NextOutput()) {
@@ -65,14 +64,32 @@ DeviceOptions InLoader(int generation) {
   return options;
 }
 
+const Bytes kBlock(256, 'x');
+
+/// The replies to requests from some time on, each behind its own wake-up; "P" writes a block at the address.
+Bytes Ask(Device& device, BytesView letters, unsigned address = 0, Seconds now = 0) {
+  Bytes replies;
+  for (const char letter : letters) {
+    const Bytes frame = letter == 'P' ? Frame(letter, address, kBlock) : Frame(letter);
+    replies += Talk(device, {"S", frame}, now)[2];
+  }
+  return replies;
+}
+
 TEST(Loader, AnswersTheCatalogueOfItsGeneration) {
-  const Bytes catalogues[] = {"NANNNNAANNANAAANANAN", "NANANNAANANNANANANAN", "NANNAAAANNANNANNAAAA"};
+  const Bytes catalogues[] = {"NANNNNNNNNNNNNNNNNNAAA", "NANANNNNAANANNANANAAAN", "NANNANAAAANNANNANNAAAN"};
   for (const int generation : {1, 2, 3}) {
     Device device(InLoader(generation));
-    Bytes replies;
-    for (const char letter : BytesView("PVWabc2PWaP10P11PVLX"))
-      replies += Talk(device, {"S", Frame(letter, 0, letter == 'P' ? "x" : "")})[2];
-    EXPECT_EQ(replies, catalogues[generation - 1]);
+    EXPECT_EQ(Ask(device, "PVWabPcP2PWaP10P11PVLX"), catalogues[generation - 1]);
+  }
+}
+
+TEST(Loader, VerifiesACompleteProgramHoweverLongThePauseAndWelcomesANewAttemptAtOnce) {
+  for (const Seconds later : {0, 3600}) {
+    Device device(InLoader(2));
+    EXPECT_EQ(Ask(device, "a01") + Ask(device, "P", 0x7F00) + Ask(device, "VVX", 0, later), "AAAANAN")
+        << later;
+    EXPECT_EQ(Ask(device, "a01P") + Ask(device, "PVPV", 0, later), "AAAAAANA") << "half a program";
   }
 }
 
@@ -81,22 +98,24 @@ TEST(Loader, WantsAWakeUpAndASoundFrameAndWritesNothingElse) {
   const Bytes erase = Frame('2');
   EXPECT_EQ(Talk(device, {erase, "S", "S", "N" + erase}), "|A|A||") << "a second wake-up begins again";
   EXPECT_EQ(Talk(device, {"S" + erase + erase, "S" + Frame('V', 0, "x")}), "AA|AN|") << "only P has data";
+  EXPECT_EQ(Talk(device, {"S" + Frame('V', 256), "S" + Frame('2', 256)}), "AN|AN|") << "or an address";
   Bytes unsound = Frame('P', 0, Bytes(256, 'S'));
   ++unsound[4];
   EXPECT_EQ(Talk(device, {"S" + unsound}), "AN|") << "the data are passed over";
-  const Bytes last(255, '\x01');
-  EXPECT_EQ(Talk(device, {"S" + Frame('P', 16129, last), "S" + Frame('P', 16129, last + "x")}), "AA|AN|");
-  EXPECT_EQ(device.Memory().Tables(), Bytes(16129, '\xFF') + last);
+  for (const Bytes& part : {Frame('P', 0, "x"), Frame('P', 1, kBlock), Frame('P', 16384, kBlock)})
+    EXPECT_EQ(Talk(device, {"S" + part}), "AN|") << "whole blocks in their places";
+  EXPECT_EQ(Ask(device, "P", 16128), "A");
+  EXPECT_EQ(device.Memory().Tables(), Bytes(16128, '\xFF') + kBlock);
 }
 
 TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
-  const std::vector<Bytes> update = {"S@UPDATEREQ\r", "S" + Frame('2'), "S" + Frame('P', 0, "x"),
-                                     "S" + Frame('P', 1, "x")};
+  const std::vector<Bytes> update = {"S@UPDATEREQ\r", "S" + Frame('2'), "S" + Frame('P', 0, kBlock),
+                                     "S" + Frame('P', 256, kBlock)};
   const struct {
     std::string fault;
     std::vector<Bytes> texts;
     Bytes replies;
-    char written = '\xFF';  // at address 1
+    char written = '\xFF';  // in the second block
   } rows[] = {
       {"silent", {"S", "S"}, "||"},
       {"records=2", {"S", "P"}, "A|\r12345678: 0012     41.3\r12345678: 0012     41.7\rE\r|"},
@@ -114,7 +133,7 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
     Device device(targets.device);
     for (const ReplyFault& each : targets.replies) device.Faults().Add(each);
     EXPECT_EQ(Talk(device, row.texts), row.replies) << row.fault;
-    EXPECT_EQ(device.Memory().Tables()[1], row.written) << row.fault;
+    EXPECT_EQ(device.Memory().Tables()[256], row.written) << row.fault;
   }
 }
 

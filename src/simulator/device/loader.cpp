@@ -1,7 +1,6 @@
 // The frames and requests of the loader.
 #include "simulator/device/loader.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -15,7 +14,7 @@ constexpr std::size_t kAddressAt = 4;
 constexpr std::size_t kLengthAt = 6;
 constexpr std::size_t kHeaderSize = 8;
 constexpr std::string_view kFixedBytes("\x13\x58\x00", 3);
-constexpr std::size_t kFullBlock = 256;  // what the length 0 means in a "P"
+constexpr std::size_t kBlockSize = 256;  // of a "P", whose length byte is 0 then
 constexpr unsigned kByteBits = 8;
 constexpr unsigned kByteMask = 0xFF;
 
@@ -30,6 +29,7 @@ constexpr char kVerifyTables = 'W';
 constexpr char kUnlockProgram = '0';
 constexpr char kEraseProgram = '1';
 constexpr char kEraseTables = '2';
+constexpr char kProgramKind = 'c';
 constexpr char kWriteBlock = 'P';
 constexpr char kTakeOver = 'L';
 constexpr char kRestart = 'X';
@@ -42,7 +42,7 @@ bool HeaderSound(BytesView header) {
 
 std::size_t DataSize(BytesView header) {
   const std::size_t length = ByteValue(header[kLengthAt]);
-  return header[kLetterAt] == kWriteBlock && length == 0 ? kFullBlock : length;
+  return header[kLetterAt] == kWriteBlock && length == 0 ? kBlockSize : length;
 }
 
 std::size_t Address(BytesView header) {
@@ -61,18 +61,18 @@ Loader::Loader(LoaderModel model, DeviceMemory& memory, ReplyFaults& faults)
 void Loader::Start() {
   running_ = true;
   state_ = State::Idle;
-  EndAttempt();
+  Open(Area::None);
 }
 
-void Loader::EndAttempt() {
-  area_ = Area::None;
+void Loader::Open(Area area) {
+  area_ = area;
   programUnlocked_ = false;
+  lastBlockWritten_ = false;
 }
 
 std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
   const bool withinFrame = state_ == State::Frame || state_ == State::Skipping;
   if (withinFrame && now - lastByte_ > kFrameSilence) state_ = State::Idle;
-  if (now - std::max(lastByte_, lastReply_) > kAttemptSilence) EndAttempt();
   lastByte_ = now;
   std::vector<TimedReply> replies;
   while (running_ && !bytes.empty()) {
@@ -80,7 +80,6 @@ std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
     bytes.remove_prefix(piece.size());
     Take(piece, now, replies);
   }
-  if (!replies.empty()) lastReply_ = replies.back().due;
   return replies;
 }
 
@@ -148,19 +147,17 @@ void Loader::Answer(bool headerSound, Seconds now, std::vector<TimedReply>& repl
 bool Loader::CarryOut() {
   const char letter = frame_[kLetterAt];
   if (letter == kWriteBlock) return WriteBlock();
-  if (frame_.size() > kHeaderSize) return false;  // no other request brings data
+  if (frame_.size() > kHeaderSize || Address(frame_) != 0) return false;
   switch (letter) {
     case kVerifyProgram:
-      return area_ != Area::Program || memory_.ProgramSound();
+      return VerifyProgram();
     case kVerifyTables:
       return memory_.TablesSound();
     case kUnlockProgram:
     case kEraseProgram:
       return PrepareProgram(letter);
     case kEraseTables:
-      memory_.EraseTables();
-      area_ = Area::Tables;
-      return true;
+      return PrepareTables();
     case kTakeOver:
       return true;  // everything is written in its place already
     case kRestart:
@@ -171,34 +168,50 @@ bool Loader::CarryOut() {
   }
 }
 
+bool Loader::VerifyProgram() {
+  const bool complete = lastBlockWritten_;
+  Open(Area::None);
+  return !complete || memory_.ProgramSound();
+}
+
 bool Loader::ConfirmKind(char letter) {
   if (model_.kinds.find(letter) == Bytes::npos) return false;
-  area_ = model_.preparesProgram ? Area::None : Area::Program;
-  programUnlocked_ = false;
+  const bool opens = letter == kProgramKind && model_.programKey == LoaderModel::ProgramKey::kKind;
+  Open(opens ? Area::Program : Area::None);
   return true;
 }
 
 bool Loader::PrepareProgram(char letter) {
-  if (!model_.preparesProgram) return false;
+  if (model_.programKey != LoaderModel::ProgramKey::kPreparation) return false;
   if (letter == kUnlockProgram) {
+    Open(Area::None);
     programUnlocked_ = true;
     return true;
   }
   if (!programUnlocked_) return false;
-  programUnlocked_ = false;
   memory_.EraseProgram();
-  area_ = Area::Program;
+  Open(Area::Program);
+  return true;
+}
+
+bool Loader::PrepareTables() {
+  if (model_.programKey == LoaderModel::ProgramKey::kNone) return false;
+  memory_.EraseTables();
+  Open(Area::Tables);
   return true;
 }
 
 bool Loader::WriteBlock() {
   const std::size_t address = Address(frame_);
   const BytesView data = BytesView(frame_).substr(kHeaderSize);
+  if (data.size() != kBlockSize || address % kBlockSize != 0) return false;
   switch (area_) {
     case Area::Tables:
       return memory_.WriteTables(address, data);
     case Area::Program:
-      return memory_.WriteProgram(address, data);
+      if (!memory_.WriteProgram(address, data)) return false;
+      if (address + data.size() == memory_.Program().size()) lastBlockWritten_ = true;
+      return true;
     case Area::None:
       break;
   }

@@ -12,24 +12,33 @@ namespace ox::sim {
 
 /// What the loader of a device can do.
 struct LoaderModel {
+  /// What lets its program be written.
+  enum class ProgramKey {
+    kNone,         ///< nothing does; nor can its tables be written: the loader only verifies and restarts
+    kPreparation,  ///< "0" and "1"
+    kKind          ///< an accepted "c"
+  };
+
   Bytes kinds;  ///< the kind queries it accepts, out of "abc"; none for software before 3.0
-  /// True: it writes its program after "0" and "1". False: after a kind query, without preparation.
-  bool preparesProgram;
+  ProgramKey programKey;
 };
 
-inline const LoaderModel kLoaderBefore30{"", true};
-inline const LoaderModel kLoaderGeneration2{"a", true};
-inline const LoaderModel kLoaderGeneration3{"bc", false};
+inline const LoaderModel kLoaderBefore30{"", LoaderModel::ProgramKey::kNone};
+inline const LoaderModel kLoaderGeneration2{"a", LoaderModel::ProgramKey::kPreparation};
+inline const LoaderModel kLoaderGeneration3{"bc", LoaderModel::ProgramKey::kKind};
 
 /// Bytes at 19200,n,8,1 in, replies out; the time is given from outside. The loader keeps its state however
 /// often the other end closes its port, until the device restarts.
 ///
-/// A request is "S", answered "A", then a block frame, answered "A" or "N". Which area "P" writes: the tables
-/// after "2", the program after "0" and "1". An accepted kind query forgets a preparation; on a device that
-/// wants none for its program it opens the program area. With no area open "P" is refused.
+/// A request is "S", answered "A", then a block frame, answered "A" or "N". Only "P" has data, a whole block
+/// for a whole block's address; every other request goes to address 0.
 ///
-/// "V" verifies the program while its area is open; else it says no more than that the loader runs. A pause
-/// of kAttemptSilence ends an attempt and closes its area, so a new attempt is always welcome.
+/// Which area "P" writes: the tables after "2", the program after "0" and "1" or after "c". It stays open,
+/// however long nothing comes, until "V", another of these or an accepted kind query; with no area open "P"
+/// is refused.
+///
+/// "V" ends an attempt. Behind the program's last block it verifies the program; else it says no more than
+/// that the loader runs, so that a new attempt is welcome at once, whatever became of the last one.
 class Loader {
  public:
   /// Memory and faults belong to the device and must outlive the loader.
@@ -53,9 +62,6 @@ class Loader {
   /// Pause within a frame after which the loader waits for "S" again.
   static constexpr Seconds kFrameSilence = 0.5;
 
-  /// Pause after which nothing counts as prepared any more, from the last byte or the reply to it.
-  static constexpr Seconds kAttemptSilence = 2.0;
-
  private:
   enum class State { Idle, Awake, Frame, Skipping };
   enum class Area { None, Tables, Program };
@@ -65,10 +71,12 @@ class Loader {
   void WakeUp(Seconds now, std::vector<TimedReply>& replies);
   void LookAtFrame(Seconds now, std::vector<TimedReply>& replies);
   void Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies);
-  void EndAttempt();
+  void Open(Area area);
   bool CarryOut();
+  bool VerifyProgram();
   bool ConfirmKind(char letter);
   bool PrepareProgram(char letter);
+  bool PrepareTables();
   bool WriteBlock();
 
   LoaderModel model_;
@@ -77,11 +85,11 @@ class Loader {
   bool running_ = false;
   State state_ = State::Idle;
   Area area_ = Area::None;
-  bool programUnlocked_ = false;  // "0" was accepted, so "1" may erase
-  Bytes frame_;                   // header and data so far
-  std::size_t toSkip_ = 0;        // data bytes of a refused frame that are still to come
+  bool programUnlocked_ = false;   // "0" was accepted, so "1" may erase
+  bool lastBlockWritten_ = false;  // of the program, since its area was opened
+  Bytes frame_;                    // header and data so far
+  std::size_t toSkip_ = 0;         // data bytes of a refused frame that are still to come
   Seconds lastByte_ = 0;
-  Seconds lastReply_ = 0;  // when it left the device
 };
 
 }  // namespace ox::sim

@@ -37,8 +37,8 @@ void Check(bool good, const char* what) {
 
 class NoMessages : public TableMessages {
  public:
-  void Show(const Bytes& text) override { Check(false, text.c_str()); }
-  bool Confirm(const Bytes& text) override {
+  void Show(const std::string& text) override { Check(false, text.c_str()); }
+  bool Confirm(const std::string& text) override {
     Check(false, text.c_str());
     return false;
   }
@@ -53,14 +53,14 @@ void MeasureTables(Figures& figures) {
   NoMessages messages;
   const Bytes file = MakeSampleTables(kParsedPoints, 1).points;
   figures.Print("parse a table of 1000 points", MedianMilliseconds([&] {
-                  Check(!ParseMesTable(BuildTableText(file), messages).empty(), "table not parsed");
+                  Check(!ParseMesTable(TableText(file), messages).empty(), "table not parsed");
                 }),
                 "ms", kParseLimit);
 
   const SampleTables tables = MakeSampleTables(kLinkedPoints, kParametersEach);
-  const Bytes points = ParseMesTable(BuildTableText(tables.points), messages);
-  const Bytes parameters = ParseParTable(BuildTableText(tables.parameters), messages);
-  const Bytes assignments = ParseZuoTable(BuildTableText(tables.assignments), messages);
+  const Bytes points = ParseMesTable(TableText(tables.points), messages);
+  const Bytes parameters = ParseParTable(TableText(tables.parameters), messages);
+  const Bytes assignments = ParseZuoTable(TableText(tables.assignments), messages);
   figures.Print("link and build 500 points of 8 parameters", MedianMilliseconds([&] {
                   Check(CheckAssignmentParameters(assignments, parameters, messages), "unknown parameter");
                   const Bytes linked = AttachAssignments(points, assignments, messages);

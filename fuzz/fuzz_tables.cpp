@@ -11,8 +11,8 @@ namespace ox {
 namespace {
 
 struct CountedMessages : TableMessages {
-  void Show(const Bytes&) override { ++shown; }
-  bool Confirm(const Bytes&) override { return answer; }
+  void Show(const std::string&) override { ++shown; }
+  bool Confirm(const std::string&) override { return answer; }
 
   std::size_t shown = 0;
   bool answer = true;
@@ -25,9 +25,9 @@ constexpr BytesView kParFile = "/P/\"0001\"/T/\"Hoehe\"/M/\"m/s\"\n/P/\"1023\"/T
 constexpr BytesView kZuoFile = "/N/\"11111111\"/P/\"0001,1023\"\n/N/\"16777216\"/P/\"1023\"\n/E/";
 
 /// A file is told of in one report or packed as a whole.
-Bytes Parsed(Bytes (*parse)(BytesView, TableMessages&), BytesView file, BytesView end) {
+Bytes Parsed(Bytes (*parse)(const TableText&, TableMessages&), BytesView file, BytesView end) {
   CountedMessages messages;
-  Bytes packed = parse(BuildTableText(file), messages);
+  Bytes packed = parse(TableText(file), messages);
   Require(packed.empty() ? messages.shown == 1 : messages.shown == 0 && packed.ends_with(end));
   return packed;
 }

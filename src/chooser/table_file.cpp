@@ -1,11 +1,7 @@
-// From a file's bytes to a table text, and from a parser's bytes to a message box.
+// From a file to a table text, and from a report to a message box.
 #include "chooser/table_file.h"
 
 #include <cstddef>
-#include <utility>
-
-#include "platform/text.h"
-#include "tables/table_text.h"
 
 namespace ox {
 namespace {
@@ -15,18 +11,18 @@ constexpr std::size_t kMaxTableFile = std::size_t{64} * 1024 * 1024;  // bytes
 
 }  // namespace
 
-std::optional<Bytes> ReadTableText(Files& files, const std::string& path) {
-  std::optional<Bytes> content = files.Read(path, kMaxTableFile);
+std::optional<TableText> ReadTableText(Files& files, const std::string& path) {
+  const std::optional<Bytes> content = files.Read(path, kMaxTableFile);
   if (!content) return std::nullopt;
-  return BuildTableText(FileTextToBytes(*std::move(content)));
+  return TableText(*content);
 }
 
-void WindowTableMessages::Show(const Bytes& text) {
-  windows_.ShowMessage(ToText(text));
+void WindowTableMessages::Show(const std::string& text) {
+  windows_.ShowMessage(text);
 }
 
-bool WindowTableMessages::Confirm(const Bytes& text) {
-  return windows_.ShowMessage(ToText(text), Buttons::OkCancel) == Answer::Ok;
+bool WindowTableMessages::Confirm(const std::string& text) {
+  return windows_.ShowMessage(text, Buttons::OkCancel) == Answer::Ok;
 }
 
 }  // namespace ox

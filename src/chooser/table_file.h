@@ -7,20 +7,21 @@
 #include "platform/files.h"
 #include "platform/window_system.h"
 #include "tables/table_messages.h"
+#include "tables/table_text.h"
 
 namespace ox {
 
-/// The table text (see BuildTableText) of a file, Windows-1252 or UTF-8; nothing when the file cannot be
+/// The table text of a file; nothing when the file cannot be
 /// read, of which the caller tells the user. `path` is UTF-8.
-std::optional<Bytes> ReadTableText(Files& files, const std::string& path);
+std::optional<TableText> ReadTableText(Files& files, const std::string& path);
 
 /// Shows the messages of parsers and linking as message boxes. The window system outlives it.
 class WindowTableMessages : public TableMessages {
  public:
   explicit WindowTableMessages(WindowSystem& windows) : windows_(windows) {}
 
-  void Show(const Bytes& text) override;
-  bool Confirm(const Bytes& text) override;
+  void Show(const std::string& text) override;
+  bool Confirm(const std::string& text) override;
 
  private:
   WindowSystem& windows_;

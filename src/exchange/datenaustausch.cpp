@@ -111,7 +111,7 @@ void Datenaustausch::LoadTable() {
   LockButtons();
   datanz.SetText(kLoading);
   host_.windows.Yield();
-  const std::optional<Bytes> text = ReadTableText(host_.files, path);
+  const std::optional<TableText> text = ReadTableText(host_.files, path);
   if (!text) {
     // The buttons stay locked until another table is loaded; only the close box still works.
     host_.windows.ShowMessage("Fehler beim Lesen der Datei: " + path + "!");

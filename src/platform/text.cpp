@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <optional>
+#include <utility>
+
+#include "platform/utf8.h"
 
 namespace ox {
 namespace {
@@ -41,64 +41,39 @@ char ByteOfCode(char32_t code) {
   return ByteOf(kFirstSpecial + static_cast<unsigned>(found - kSpecials.begin()));
 }
 
-/// No character of Windows-1252 needs more than three bytes.
-void AppendUtf8(std::string& text, char32_t code) {
-  if (code < 0x80) {
-    text += ByteOf(code);
-  } else if (code < 0x800) {
-    text += ByteOf(0xC0 | (code >> 6));
-    text += ByteOf(0x80 | (code & 0x3F));
-  } else {
-    text += ByteOf(0xE0 | (code >> 12));
-    text += ByteOf(0x80 | ((code >> 6) & 0x3F));
-    text += ByteOf(0x80 | (code & 0x3F));
-  }
-}
-
-/// The number of ASCII characters at the start; eight at a time, since tables are mostly ASCII and may be
-/// large.
-std::size_t AsciiLength(std::string_view text) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-  std::size_t length = 0;
-  for (std::uint64_t block = 0; text.size() - length >= sizeof block; length += sizeof block) {
-    std::memcpy(&block, text.data() + length, sizeof block);
-    if ((block & kHighBits) != 0) break;
-  }
-  while (length < text.size() && ByteValue(text[length]) < 0x80) ++length;
-  return length;
-}
-
-struct Character {
+/// A combining mark of Unicode, and the letters of Latin-1 without it and with it.
+struct CombiningMark {
   char32_t code;
-  std::size_t length;  // bytes
+  std::u32string_view letters;
+  std::u32string_view marked;
 };
 
-/// A lead byte's share of the code, and the smallest code that may be written with so many bytes.
-struct Lead {
-  unsigned bits;
-  std::size_t length;
-  char32_t smallest;
+constexpr CombiningMark kCombiningMarks[] = {
+    {0x300, U"AEIOUaeiou", U"ÀÈÌÒÙàèìòù"},      // grave accent
+    {0x301, U"AEIOUYaeiouy", U"ÁÉÍÓÚÝáéíóúý"},  // acute accent
+    {0x302, U"AEIOUaeiou", U"ÂÊÎÔÛâêîôû"},      // circumflex
+    {0x303, U"ANOano", U"ÃÑÕãñõ"},              // tilde
+    {0x308, U"AEIOUaeiouy", U"ÄËÏÖÜäëïöüÿ"},    // umlaut
+    {0x30A, U"Aa", U"Åå"},                      // ring
+    {0x327, U"Cc", U"Çç"},                      // cedilla
 };
 
-std::optional<Lead> LeadOf(unsigned byte) {
-  if ((byte & 0xE0) == 0xC0) return Lead{byte & 0x1F, 2, 0x80};
-  if ((byte & 0xF0) == 0xE0) return Lead{byte & 0x0F, 3, 0x800};
-  if ((byte & 0xF8) == 0xF0) return Lead{byte & 0x07, 4, 0x10000};
+/// The letter that a letter and a combining mark make; nothing when Latin-1 has none.
+std::optional<char> Composed(char letter, char32_t mark) {
+  for (const CombiningMark& combining : kCombiningMarks) {
+    if (combining.code != mark) continue;
+    const std::size_t found = combining.letters.find(ByteValue(letter));
+    if (found == std::u32string_view::npos) break;
+    return ByteOf(combining.marked[found]);
+  }
   return std::nullopt;
 }
 
-/// The character outside ASCII with which the text begins; nothing when its UTF-8 is broken.
-std::optional<Character> DecodeFirst(std::string_view text) {
-  const std::optional<Lead> lead = LeadOf(ByteValue(text.front()));
-  if (!lead || text.size() < lead->length) return std::nullopt;
-  char32_t code = lead->bits;
-  for (const char byte : text.substr(1, lead->length - 1)) {
-    if ((ByteValue(byte) & 0xC0) != 0x80) return std::nullopt;
-    code = (code << 6) | (ByteValue(byte) & 0x3F);
-  }
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < lead->smallest || surrogate || code > 0x10FFFF) return std::nullopt;
-  return Character{code, lead->length};
+/// Bytes of the first `count` characters of a valid UTF-8 text.
+std::size_t LengthOf(std::size_t count, std::string_view text) {
+  std::size_t length = 0;
+  for (; count > 0; --count) length += DecodeFirst(text.substr(length))->length;
+  return length;
 }
 
 }  // namespace
@@ -126,27 +101,60 @@ Bytes ToBytes(std::string_view text) {
     text.remove_prefix(plain);
     if (text.empty()) break;
     // A byte that begins no character counts as one bad character; the next byte may begin a good one.
-    const std::optional<Character> character = DecodeFirst(text);
+    const std::optional<Utf8Character> character = DecodeFirst(text);
     bytes += character ? ByteOfCode(character->code) : kUnknown;
     text.remove_prefix(character ? character->length : 1);
   }
   return bytes;
 }
 
-bool IsUtf8(std::string_view text) {
-  for (text.remove_prefix(AsciiLength(text)); !text.empty(); text.remove_prefix(AsciiLength(text))) {
-    const std::optional<Character> character = DecodeFirst(text);
-    if (!character) return false;
-    text.remove_prefix(character->length);
+FileText::FileText(Bytes content, char placeholder) : placeholder_(placeholder) {
+  if (AsciiLength(content) == content.size() || !IsUtf8(content)) {
+    characters_ = std::move(content);
+    return;
   }
-  return true;
-}
-
-Bytes FileTextToBytes(Bytes content) {
-  if (AsciiLength(content) == content.size() || !IsUtf8(content)) return content;
   std::string_view text = content;
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  return ToBytes(text);
+  Read(text);
+}
+
+void FileText::Read(std::string_view text) {
+  characters_.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t plain = AsciiLength(text);
+    characters_ += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) break;
+    const Utf8Character character = *DecodeFirst(text);
+    const auto composed = characters_.empty() ? std::nullopt : Composed(characters_.back(), character.code);
+    if (composed) {
+      characters_.back() = *composed;
+    } else if (character.code >= kFirstLatin1 && character.code < kBeyondLatin1) {
+      characters_ += ByteOf(character.code);
+    } else {
+      characters_ += placeholder_;
+      foreign_ += text.substr(0, character.length);
+    }
+    text.remove_prefix(character.length);
+  }
+}
+
+std::string FileText::Written(std::size_t start, std::size_t length) const {
+  const auto before = static_cast<std::size_t>(std::count(
+      characters_.begin(), characters_.begin() + static_cast<std::ptrdiff_t>(start), placeholder_));
+  std::string_view foreign = foreign_;
+  foreign.remove_prefix(LengthOf(before, foreign));
+  std::string text;
+  for (const char character : BytesView(characters_).substr(start, length)) {
+    if (character != placeholder_) {
+      AppendUtf8(text, CodeOf(character));
+      continue;
+    }
+    const std::size_t bytes = LengthOf(1, foreign);
+    text += foreign.substr(0, bytes);
+    foreign.remove_prefix(bytes);
+  }
+  return text;
 }
 
 }  // namespace ox

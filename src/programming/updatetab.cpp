@@ -95,7 +95,7 @@ void updatetab::ChooseTable(Table& table) {
 }
 
 Bytes updatetab::LoadTable(const std::string& path, const Table& table) {
-  const std::optional<Bytes> text = ReadTableText(host_.files, path);
+  const std::optional<TableText> text = ReadTableText(host_.files, path);
   if (!text) {
     host_.windows.ShowMessage("Fehler beim Lesen der Datei: " + path + "!");
     return {};

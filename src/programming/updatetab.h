@@ -7,6 +7,7 @@
 #include "programming/update_window.h"
 #include "tables/table_images.h"
 #include "tables/table_messages.h"
+#include "tables/table_text.h"
 
 namespace ox {
 
@@ -30,7 +31,7 @@ class updatetab : public UpdateWindow {
     CheckBox& box;
     std::string_view pattern;
     std::string_view status;  // shown while it is loaded
-    Bytes (*parse)(BytesView tableText, TableMessages& messages);
+    Bytes (*parse)(const TableText& tableText, TableMessages& messages);
     Bytes packed = {};  // empty when there is none
     int choices = 0;    // clicks on the box
   };

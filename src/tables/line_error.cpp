@@ -3,13 +3,12 @@
 
 #include <string>
 
-#include "tables/table_text.h"
-
 namespace ox {
 
-void ReportLineError(int line, BytesView specific, BytesView table_text, TableMessages& messages) {
-  Bytes text = "Fehler in Zeile " + std::to_string(line);
-  text.append(specific).append(2, kLineEnd).append(GetLineText(table_text, line));
+void ReportLineError(int line, std::string_view specific, const TableText& tableText,
+                     TableMessages& messages) {
+  std::string text = "Fehler in Zeile " + std::to_string(line);
+  text.append(specific).append(2, kLineEnd).append(tableText.GetLineText(line));
   messages.Show(text);
 }
 

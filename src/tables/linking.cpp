@@ -3,6 +3,7 @@
 
 #include <unordered_set>
 
+#include "platform/text.h"
 #include "tables/packed_cursor.h"
 #include "tables/packed_tables.h"
 
@@ -50,7 +51,7 @@ bool CheckAssignmentParameters(BytesView assignments, BytesView parameters, Tabl
       if (defined.contains(number)) continue;
       if (!FindParameter(number, parameters)) {
         messages.Show(
-            Bytes("Abbruch: Die Parameternummer ").append(number) +
+            "Abbruch: Die Parameternummer " + ToText(number) +
             " wird in der Zuordnungstabelle verwendet, ist in der Parameterliste aber nicht definiert!");
         return false;
       }
@@ -73,25 +74,25 @@ AssignmentIndex IndexAssignments(BytesView assignments) {
   AssignmentIndex index;
   PackedCursor cursor(assignments);
   while (!cursor.AtNul()) {
-    const BytesView point_number = cursor.Take(kPointNumberLength);
+    const BytesView pointNumber = cursor.Take(kPointNumberLength);
     const auto digits = cursor.TakeField();
     if (!digits) break;
-    index.emplace(point_number, *digits);
+    index.emplace(pointNumber, *digits);
   }
   return index;
 }
 
-std::optional<BytesView> FindAssignment(BytesView point_number, const AssignmentIndex& index,
+std::optional<BytesView> FindAssignment(BytesView pointNumber, const AssignmentIndex& index,
                                         TableMessages& messages) {
-  const auto assignment = index.find(point_number);
+  const auto assignment = index.find(pointNumber);
   if (assignment == index.end()) {
-    const bool go_on = messages.Confirm(Bytes("Warnung: Zur Messstellennummer ").append(point_number) +
-                                        " wurde keine Zuordnung gefunden!");
-    return go_on ? std::optional(BytesView()) : std::nullopt;
+    const bool goOn = messages.Confirm("Warnung: Zur Messstellennummer " + ToText(pointNumber) +
+                                       " wurde keine Zuordnung gefunden!");
+    return goOn ? std::optional(BytesView()) : std::nullopt;
   }
   const BytesView digits = assignment->second;
   if (digits.empty() || digits.size() % kParameterNumberLength != 0) {
-    messages.Show(Bytes("Warnung: Fehler in der Zuordnung zur Messstellennummer ").append(point_number));
+    messages.Show("Warnung: Fehler in der Zuordnung zur Messstellennummer " + ToText(pointNumber));
     return BytesView();
   }
   return digits;
@@ -117,9 +118,9 @@ Bytes AttachAssignments(BytesView points, BytesView assignments, TableMessages& 
       if (!IsEntry(entry)) return Abort(messages, "Abbruch(7): Messstellentabelle fehlerhaft!");
       const auto parameters = FindAssignment(entry.substr(0, kPointNumberLength), index, messages);
       if (!parameters) return {};
-      const std::size_t entry_end = cursor.position() - 1;  // where its 255 stands
-      linked.append(points.substr(copied, entry_end - copied)).append(*parameters);
-      copied = entry_end;
+      const std::size_t entryEnd = cursor.position() - 1;  // where its 255 stands
+      linked.append(points.substr(copied, entryEnd - copied)).append(*parameters);
+      copied = entryEnd;
     }
     if (!cursor.Skip(kNulPair)) return Abort(messages, "Abbruch(7): Messstellentabelle fehlerhaft!");
   } while (!cursor.AtNul());

@@ -26,7 +26,7 @@ AssignmentIndex IndexAssignments(BytesView assignments);
 /// The parameter digits of a measuring point, four each. Empty when it stays without parameters: after a
 /// warning, because its assignment is damaged, or because it has none and the user chose to go on. Nothing
 /// when the user chose to abort.
-std::optional<BytesView> FindAssignment(BytesView point_number, const AssignmentIndex& index,
+std::optional<BytesView> FindAssignment(BytesView pointNumber, const AssignmentIndex& index,
                                         TableMessages& messages);
 
 /// The linked measuring-point table: each entry with its parameter digits between its NUL and its 255.

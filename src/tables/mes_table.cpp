@@ -85,8 +85,8 @@ bool ReadOffice(TableReader& reader, Bytes& packed) {
 
 }  // namespace
 
-Bytes ParseMesTable(BytesView table_text, TableMessages& messages) {
-  TableReader reader(table_text, messages);
+Bytes ParseMesTable(const TableText& tableText, TableMessages& messages) {
+  TableReader reader(tableText, messages);
   Bytes packed;
   if (!ReadVersion(reader, packed)) return {};
   while (reader.ReadMark('A', 'E')) {

@@ -8,14 +8,6 @@
 namespace ox {
 namespace {
 
-// In Windows-1252, as every message of the tables; the sharp s is DF.
-constexpr BytesView kUnitName =
-    "Ma\xDF"
-    "einheit";
-constexpr BytesView kUnitTooLong =
-    ", Ma\xDF"
-    "einheit muss aus genau 3 Zeichen bestehen!";
-
 constexpr char kSeparator = ' ';
 
 // The mark /P/ has been read.
@@ -33,7 +25,8 @@ bool ReadParameter(TableReader& reader, Bytes& packed) {
   designation.resize(kDesignationLength, kPadding);
 
   if (!reader.ReadMark('M')) return false;
-  const Bytes unit = reader.ReadText(kUnitName, kUnitLength, kUnitTooLong);
+  const Bytes unit =
+      reader.ReadText("Maßeinheit", kUnitLength, ", Maßeinheit muss aus genau 3 Zeichen bestehen!");
   if (unit.empty()) return false;
 
   packed.append(number).append(1, kSeparator).append(designation).append(1, kSeparator);
@@ -43,8 +36,8 @@ bool ReadParameter(TableReader& reader, Bytes& packed) {
 
 }  // namespace
 
-Bytes ParseParTable(BytesView table_text, TableMessages& messages) {
-  TableReader reader(table_text, messages);
+Bytes ParseParTable(const TableText& tableText, TableMessages& messages) {
+  TableReader reader(tableText, messages);
   Bytes packed;
   while (reader.ReadMark('P', 'E')) {
     if (reader.mark() == 'E') return packed.append(kNulPair);

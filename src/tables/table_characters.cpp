@@ -2,6 +2,8 @@
 #include "tables/table_characters.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 
 #include "tables/line_error.h"
 #include "tables/packed_tables.h"
@@ -48,12 +50,13 @@ constexpr bool DeviceShows(char character) {
 
 }  // namespace
 
-Bytes CheckTableText(BytesView table_text, BytesView value, int line, TableMessages& messages) {
+Bytes CheckTableText(const TableText& tableText, BytesView value, int line, TableMessages& messages) {
   Bytes translated;
-  for (const char character : value) {
-    const char shown = DeviceCharacter(character);
+  for (std::size_t at = 0; at < value.size(); ++at) {
+    const char shown = DeviceCharacter(value[at]);
     if (!DeviceShows(shown)) {
-      ReportLineError(line, Bytes(", ") + character + " nicht erlaubt!", table_text, messages);
+      const std::string refused = tableText.Written(value.substr(at, 1));
+      ReportLineError(line, ", " + refused + " nicht erlaubt!", tableText, messages);
       return {};
     }
     translated.push_back(shown);

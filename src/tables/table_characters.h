@@ -3,13 +3,14 @@
 
 #include "platform/bytes.h"
 #include "tables/table_messages.h"
+#include "tables/table_text.h"
 
 namespace ox {
 
-/// A text value in the device's character codes: umlauts and sharp s in their places of DIN 66003, three
-/// further characters at glyph positions 28, 29 and 31. A character that the device cannot show is reported
-/// for `line`, and the result is empty.
-Bytes CheckTableText(BytesView table_text, BytesView value, int line, TableMessages& messages);
+/// A text value, which is a part of the table text, in the device's character codes: umlauts and sharp s in
+/// their places of DIN 66003, three further characters at glyph positions 28, 29 and 31. A character that the
+/// device cannot show is reported for `line`, and the result is empty.
+Bytes CheckTableText(const TableText& tableText, BytesView value, int line, TableMessages& messages);
 
 /// The value unchanged when it consists of digits only, else the empty string (also for an empty value).
 BytesView DigitsOnly(BytesView value);

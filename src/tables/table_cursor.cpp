@@ -14,11 +14,6 @@ constexpr std::size_t kMarkWidth = 2;  // from a mark's opening slash to its clo
 
 }  // namespace
 
-TableCursor::TableCursor(BytesView table_text) : length_(table_text.size()) {
-  text_.reserve(table_text.size() + kMarkWidth + 1);
-  text_.append(table_text).append({kSlash, kEndOfText, kSlash});
-}
-
 char TableCursor::FindControlMark() {
   for (; position_ + kMarkWidth < text_.size(); ++position_) {
     if (text_[position_] == kSlash && text_[position_ + kMarkWidth] == kSlash) {
@@ -27,7 +22,7 @@ char TableCursor::FindControlMark() {
     }
     if (text_[position_] == kLineEnd) ++line_;
   }
-  return kEndOfText;
+  return TableText::kEndMark;
 }
 
 BytesView TableCursor::ReadFramedValue() {
@@ -36,7 +31,7 @@ BytesView TableCursor::ReadFramedValue() {
   const std::size_t first = position_ + 1;
   position_ = std::min(text_.find_first_of("\"\r", first), text_.size());
   if (position_ == text_.size() || text_[position_] != kQuote) return {};
-  return BytesView(text_).substr(first, position_ - first);
+  return text_.substr(first, position_ - first);
 }
 
 }  // namespace ox

@@ -1,11 +1,21 @@
 // Line ends of table files, and finding a line again by its number.
 #include "tables/table_text.h"
 
-namespace ox {
+#include <cstddef>
 
-Bytes BuildTableText(BytesView file) {
+namespace ox {
+namespace {
+
+constexpr BytesView kEnd = "/*/";
+static_assert(kEnd[1] == TableText::kEndMark);
+
+// Line feeds are free for this, since they end no line any more.
+constexpr char kNoByte = '\n';
+
+// CR and LF are the same bytes in UTF-8.
+Bytes EndLinesWithCr(BytesView file) {
   Bytes text;
-  text.reserve(file.size() + 1);
+  text.reserve(file.size() + 1 + kEnd.size());
   while (!file.empty()) {
     const std::size_t length = file.find_first_of("\r\n");
     text.append(file.substr(0, length)).push_back(kLineEnd);
@@ -13,16 +23,26 @@ Bytes BuildTableText(BytesView file) {
     file.remove_prefix(length);
     file.remove_prefix(file.substr(0, 2) == "\r\n" ? 2 : 1);
   }
-  return text;
+  return text.append(kEnd);
 }
 
-BytesView GetLineText(BytesView table_text, int line) {
+}  // namespace
+
+TableText::TableText(BytesView file) : text_(EndLinesWithCr(file), kNoByte) {}
+
+std::string TableText::Written(BytesView part) const {
+  return text_.Written(static_cast<std::size_t>(part.data() - Characters().data()), part.size());
+}
+
+std::string TableText::GetLineText(int line) const {
+  BytesView lines = Characters();
+  lines.remove_suffix(kEnd.size());
   for (; line > 1; --line) {
-    const std::size_t end = table_text.find(kLineEnd);
+    const std::size_t end = lines.find(kLineEnd);
     if (end == BytesView::npos) return {};
-    table_text.remove_prefix(end + 1);
+    lines.remove_prefix(end + 1);
   }
-  return table_text.substr(0, table_text.find(kLineEnd));
+  return Written(lines.substr(0, lines.find(kLineEnd)));
 }
 
 }  // namespace ox

@@ -1,19 +1,39 @@
-// Turns the bytes of a table file into the one form that the table parsers read.
+// The text of a table file, in the one form that the table parsers read.
 #pragma once
 
+#include <string>
+
 #include "platform/bytes.h"
+#include "platform/text.h"
 
 namespace ox {
 
-/// Ends every line of a table text.
+/// Ends every line of a table text, and of the messages about it.
 constexpr char kLineEnd = '\r';
 
-/// The table text of a file: each of its lines followed by one CR, and no LF. Lines of the file may end with
-/// CR LF, LF or CR; a last line without end counts as a line. An empty file gives an empty text.
-/// The file is Windows-1252 already; nothing but the line ends is looked at.
-Bytes BuildTableText(BytesView file);
+/// The lines of a table file, each followed by one CR, with no LF. Lines of the file may end with CR LF, LF
+/// or CR; a last line without end counts as a line. An empty file gives no lines.
+class TableText {
+ public:
+  /// The mark that stands behind the end of every text; no table knows it.
+  static constexpr char kEndMark = '*';
 
-/// The text of one line (counted from 1) without its CR; empty when the table text has fewer lines.
-BytesView GetLineText(BytesView table_text, int line);
+  /// `file` is the content of the file, Windows-1252 or UTF-8.
+  explicit TableText(BytesView file);
+
+  /// What the parsers scan: the lines, Windows-1252, and behind them kEndMark between slashes. A character
+  /// that has no byte stands here as LF, which no value may hold.
+  BytesView Characters() const { return text_.Characters(); }
+
+  /// A part of Characters() as text for people, as it is written in the file. The view points into them.
+  std::string Written(BytesView part) const;
+
+  /// The text of one line (counted from 1) without its CR, as it is written in the file; empty when there are
+  /// fewer lines.
+  std::string GetLineText(int line) const;
+
+ private:
+  FileText text_;
+};
 
 }  // namespace ox

@@ -1,6 +1,8 @@
 // Grammar and checks of the assignment table.
 #include "tables/zuo_table.h"
 
+#include <string_view>
+
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
 #include "tables/table_reader.h"
@@ -11,11 +13,9 @@ namespace {
 // Deliberately higher than the bound that the messages name.
 constexpr BytesView kHighestPointNumber = "16777216";
 
-// In Windows-1252, as every message of the tables; the o umlaut is F6.
-constexpr BytesView kBadParameterList =
-    ", Parameterliste muss aus Bl\xF6"
-    "cken mit 4 Ziffern (0000...1023) bestehen, die durch Komma getrennt sein "
-    "m\xFCssen!";
+constexpr std::string_view kBadParameterList =
+    ", Parameterliste muss aus Blöcken mit 4 Ziffern (0000...1023) bestehen, die durch Komma getrennt sein "
+    "müssen!";
 
 constexpr char kListSeparator = ',';
 
@@ -55,8 +55,8 @@ bool ReadAssignment(TableReader& reader, Bytes& packed) {
 
 }  // namespace
 
-Bytes ParseZuoTable(BytesView table_text, TableMessages& messages) {
-  TableReader reader(table_text, messages);
+Bytes ParseZuoTable(const TableText& tableText, TableMessages& messages) {
+  TableReader reader(tableText, messages);
   Bytes packed;
   while (reader.ReadMark('N', 'E')) {
     if (reader.mark() == 'E') {

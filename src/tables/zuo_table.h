@@ -3,12 +3,13 @@
 
 #include "platform/bytes.h"
 #include "tables/table_messages.h"
+#include "tables/table_text.h"
 
 namespace ox {
 
-/// Packs an assignment table (layout: packed_tables.h) out of its table text (see BuildTableText): per
+/// Packs an assignment table (layout: packed_tables.h) out of its table text: per
 /// measuring point the marks /N/ number, /P/ parameter numbers separated by single commas; then /E/. The
 /// first error is shown and gives the empty string.
-Bytes ParseZuoTable(BytesView table_text, TableMessages& messages);
+Bytes ParseZuoTable(const TableText& tableText, TableMessages& messages);
 
 }  // namespace ox

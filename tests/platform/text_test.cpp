@@ -26,10 +26,19 @@ TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
 }
 
 TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {
-  const std::string mark = "\xEF\xBB\xBF";
-  const std::pair<std::string, Bytes> rows[] = {
-      {"Ma\xDF", "Ma\xDF"}, {"漢 ä \xE4", "漢 ä \xE4"}, {"漢 ä", "? \xE4"}, {mark + "ä", "\xE4"}};
-  for (const auto& [content, bytes] : rows) EXPECT_EQ(FileTextToBytes(content), bytes) << content;
+  // The content, its bytes with "?" for what has none, and what is shown of it from the second one on.
+  const std::string rows[][3] = {
+      {"aMa\xDF", "aMa\xDF", "Maß"},
+      {"a\x85 漢 \xE4", "a\x85 \xE6\xBC\xA2 \xE4", "… æ¼¢ ä"},
+      {"漢 ä…ƒ\u0085 €x", "? \xE4??? ?x", " ä…ƒ\u0085 €x"},
+      {"\uFEFFaäß°", "a\xE4\xDF\xB0", "äß°"},
+      {"\u0308A\u0308a\u0302a\u0300u\u0308\u0308x\u0308", "?\xC4\xE2\xE0\xFC?x?", "Äâàü\u0308x\u0308"},
+  };
+  for (const auto& [content, bytes, shown] : rows) {
+    const FileText text(content, '?');
+    EXPECT_EQ(text.Characters(), bytes) << content;
+    EXPECT_EQ(text.Written(1, bytes.size()), shown);
+  }
 }
 
 }  // namespace ox

@@ -14,7 +14,8 @@ namespace ox {
 namespace {
 
 TEST(TableFiles, EveryLineEndsInOneCr) {
-  EXPECT_EQ(BuildTableText(Packed("\n\r\n\r\r\na\r\nb\nc\rd_e")), Packed("\r\r\r\ra\rb\rc\rd_e\r"));
+  EXPECT_EQ(TableText(Packed("\n\r\n\r\r\na\r\nb\nc\rd_e")).Characters(),
+            Packed("\r\r\r\ra\rb\rc\rd_e\r/*/"));
 }
 
 TEST(TableFiles, CharactersAreTranslatedToTheDeviceOrRefused) {
@@ -27,18 +28,21 @@ TEST(TableFiles, CharactersAreTranslatedToTheDeviceOrRefused) {
     const Bytes character(1, ByteOf(code));
     const std::size_t at = taken.find(character);
     const bool shown = at != Bytes::npos;
+    const TableText text(character);
     RecordedMessages messages;
-    EXPECT_EQ(CheckTableText("line\r", character, 1, messages), shown ? given.substr(at, 1) : "") << code;
+    EXPECT_EQ(CheckTableText(text, text.Characters().substr(0, 1), 1, messages),
+              shown ? given.substr(at, 1) : "")
+        << code;
     EXPECT_EQ(messages.texts.empty(), shown) << code;
   }
 }
 
-using Parser = Bytes (*)(BytesView, TableMessages&);
+using Parser = Bytes (*)(const TableText&, TableMessages&);
 using Result = std::pair<Bytes, Texts>;  // the packed table, and what the user was told
 
 Result Parse(Parser parse, const std::string& file) {
   RecordedMessages messages;
-  return {parse(BuildTableText(ToBytes(file)), messages), messages.texts};
+  return {parse(TableText(file), messages), messages.texts};
 }
 
 Texts Split(const std::string& text, char at) {
@@ -104,7 +108,7 @@ TEST(TableFiles, MeasuringPointTable) {
 }
 
 TEST(TableFiles, ParameterList) {
-  const std::string valid = R"(/P/"0012" Nummer
+  const std::string valid = R"(/P/"0012" Nummer μ…
 /T/"Temp.Luft"
 /M/"°C "
 /P/"0000"/T/"Zähl"/M/"/h/"/P/"1023" und /T/"Güte" /M/"%"
@@ -119,6 +123,9 @@ TEST(TableFiles, ParameterList) {
 2|Temp.Luft|Temp. Luft|Parameterbezeichnung muss aus genau 9 Zeichen bestehen!
 3|/M/|/E/|Steuerzeichen /M/ erwartet!
 3|"°C "|"°C |Maßeinheit muss (direkt) auf /M/ folgen und mit " eingerahmt sein!
+3|°C |µ… |µ nicht erlaubt!
+3|°C |CO₂|₂ nicht erlaubt!
+3|°C |…~…/h|… nicht erlaubt!
 3|°C |°C/h|Maßeinheit muss aus genau 3 Zeichen bestehen!
 )");
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
-#include "platform/text.h"
+#include "platform/bytes.h"
 #include "tables/table_messages.h"
 
 namespace ox {
@@ -14,9 +15,9 @@ using Texts = std::vector<std::string>;
 /// Keeps the messages in their order, the questions with "? " in front, and gives always the same answer.
 class RecordedMessages : public TableMessages {
  public:
-  void Show(const Bytes& text) override { texts.push_back(ToText(text)); }
-  bool Confirm(const Bytes& text) override {
-    texts.push_back("? " + ToText(text));
+  void Show(const std::string& text) override { texts.push_back(text); }
+  bool Confirm(const std::string& text) override {
+    texts.push_back("? " + text);
     return answer;
   }
 

@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "platform/posix/posix_files.h"
-#include "platform/text.h"
+#include "platform/utf8.h"
 
 namespace ox {
 namespace {

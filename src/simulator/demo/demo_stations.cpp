@@ -7,7 +7,6 @@
 #include <iostream>
 #include <iterator>
 
-#include "platform/text.h"
 #include "simulator/device/image_reader.h"
 #include "tables/linking.h"
 #include "tables/mes_table.h"
@@ -22,37 +21,37 @@ namespace {
 
 class MessagesOnStandardError : public TableMessages {
  public:
-  void Show(const Bytes& text) override {
-    std::string shown = ToText(text);
+  void Show(const std::string& text) override {
+    std::string shown = text;
     std::replace(shown.begin(), shown.end(), '\r', '\n');
     std::cerr << "oxsim: " << shown << std::endl;
   }
-  bool Confirm(const Bytes& text) override {
+  bool Confirm(const std::string& text) override {
     Show(text);
     return true;
   }
 };
 
-// The table text of a file; empty when it cannot be read.
-Bytes ReadTable(const std::filesystem::path& path) {
+// The table text of a file; nothing when it cannot be read or is empty.
+std::optional<TableText> ReadTable(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   const Bytes content{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  return BuildTableText(FileTextToBytes(content));
+  return content.empty() ? std::nullopt : std::optional<TableText>(content);
 }
 
 }  // namespace
 
 std::optional<StationData> ReadDemoStations(const std::string& folder, bool older) {
   const std::filesystem::path path(folder);
-  const Bytes points = ReadTable(path / "netz.mes");
-  const Bytes parameters = ReadTable(path / "netz.par");
-  const Bytes assignments = ReadTable(path / "netz.zuo");
-  if (points.empty() || parameters.empty() || assignments.empty()) return std::nullopt;
+  const auto points = ReadTable(path / "netz.mes");
+  const auto parameters = ReadTable(path / "netz.par");
+  const auto assignments = ReadTable(path / "netz.zuo");
+  if (!points || !parameters || !assignments) return std::nullopt;
 
   MessagesOnStandardError messages;
-  const Bytes packedPoints = ParseMesTable(points, messages);
-  const Bytes packedParameters = ParseParTable(parameters, messages);
-  const Bytes packedAssignments = ParseZuoTable(assignments, messages);
+  const Bytes packedPoints = ParseMesTable(*points, messages);
+  const Bytes packedParameters = ParseParTable(*parameters, messages);
+  const Bytes packedAssignments = ParseZuoTable(*assignments, messages);
   if (packedPoints.empty() || packedParameters.empty() || packedAssignments.empty()) return std::nullopt;
   if (!CheckAssignmentParameters(packedAssignments, packedParameters, messages)) return std::nullopt;
   const Bytes linked = AttachAssignments(packedPoints, packedAssignments, messages);

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/bytes.h"
+#include "platform/utf8.h"
+
 namespace ox {
 namespace {
 
@@ -12,15 +15,22 @@ constexpr char kAnyCharacters = '*';
 constexpr char kOneCharacter = '?';
 constexpr std::string_view kAllFiles = "*.*";
 
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+/// The first character of a UTF-8 text that is not empty; a byte that is none counts as one.
+Utf8Character First(std::string_view text) {
+  const Utf8Character byte{ByteValue(text.front()), 1};
+  return byte.code < 0x80 ? byte : DecodeFirst(text).value_or(byte);
 }
 
-/// Bytes of the first character of a UTF-8 text that is not empty.
-std::size_t FirstLength(std::string_view text) {
-  std::size_t length = 1;
-  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) ++length;
-  return length;
+/// A character's code, the same for both cases of a letter of Latin-1.
+char32_t Folded(char32_t code) {
+  constexpr char32_t kCaseDistance = 0x20;  // from an upper letter to its lower one
+  constexpr char32_t kTimesSign = 0xD7;     // stands among the upper letters
+  const bool upper = (code >= U'A' && code <= U'Z') || (code >= 0xC0 && code <= 0xDE && code != kTimesSign);
+  return upper ? code + kCaseDistance : code;
+}
+
+bool BeginAlike(std::string_view name, std::string_view pattern) {
+  return Folded(First(name).code) == Folded(First(pattern).code);
 }
 
 /// A mismatch behind a "*" lets that "*" take one character more. Only the last one matters, so that no
@@ -37,12 +47,12 @@ bool MatchesOne(std::string_view name, std::string_view pattern) {
       patternAtStar = pattern;
     } else if (pattern.starts_with(kOneCharacter)) {
       pattern.remove_prefix(1);
-      name.remove_prefix(FirstLength(name));
-    } else if (!pattern.empty() && Lower(pattern.front()) == Lower(name.front())) {
-      pattern.remove_prefix(1);
-      name.remove_prefix(1);
+      name.remove_prefix(First(name).length);
+    } else if (!pattern.empty() && BeginAlike(name, pattern)) {
+      pattern.remove_prefix(First(pattern).length);
+      name.remove_prefix(First(name).length);
     } else if (starred) {
-      nameAtStar.remove_prefix(FirstLength(nameAtStar));
+      nameAtStar.remove_prefix(First(nameAtStar).length);
       name = nameAtStar;
       pattern = patternAtStar;
     } else {

@@ -141,11 +141,13 @@ TEST_F(Chooser, NamesBecomePaths) {
 TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
   const std::string sixtyAs(60, 'a');  // takes for ever if every star is tried for itself
   host_.files.content[R"(C:\Tab\)" + sixtyAs];
-  const std::string all = "Netz.MES,Süd 2.mes," + sixtyAs + ",netz.par";
+  host_.files.content[R"(C:\Tab\÷ÿ.par)"];
+  const std::string all = "Netz.MES,Süd 2.mes," + sixtyAs + ",netz.par,÷ÿ.par";
   const std::string rows[][2] = {
       {"*.mes", "Netz.MES,Süd 2.mes"},
       {" netZ*.ME?* ", "Netz.MES"},
-      {"*.par; S?d*;", "Süd 2.mes,netz.par"},
+      {"*.par; S?d*;", "Süd 2.mes,netz.par,÷ÿ.par"},
+      {"sÜD*; ÷ß.par; ×*", "Süd 2.mes"},
       {"*a*a*a*a*a*a*a*a*a*a*a*a*a*b;", ""},
       {"*.*", all},
       {" ", all},

@@ -39,21 +39,16 @@ void EventPump::Rest() {
 }
 
 void EventPump::WatchPorts() {
-  if (watched_ == ports_.Descriptors()) return;
-  watched_ = ports_.Descriptors();
+  if (watched_ == ports_.Handles()) return;
+  watched_ = ports_.Handles();
   notifiers_.clear();
-  for (const int descriptor : watched_) {
-    auto notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    notifier->setEnabled(false);
-    // A message box may open before anybody reads the port, and must not find the notifier ringing for ever.
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
-                     [ringing = notifier.get()] { ringing->setEnabled(false); });
-    notifiers_.push_back(std::move(notifier));
+  for (const WaitHandle handle : watched_) {
+    notifiers_.push_back(std::make_unique<ReadyNotifier>(handle));
   }
 }
 
 void EventPump::SetWatching(bool on) {
-  for (const auto& notifier : notifiers_) notifier->setEnabled(on);
+  for (const auto& notifier : notifiers_) notifier->SetEnabled(on);
 }
 
 }  // namespace ox

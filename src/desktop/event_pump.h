@@ -1,13 +1,13 @@
 // Hands the toolkit its events while a command of the program runs.
 #pragma once
 
-#include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
 #include <memory>
 #include <vector>
 
-#include "platform/posix/open_ports.h"
+#include "desktop/ready_notifier.h"
+#include "platform/open_ports.h"
 
 namespace ox {
 
@@ -32,8 +32,8 @@ class EventPump {
   void SetWatching(bool on);
 
   const OpenPorts& ports_;
-  std::vector<int> watched_;
-  std::vector<std::unique_ptr<QSocketNotifier>> notifiers_;  // enabled only while resting
+  std::vector<WaitHandle> watched_;
+  std::vector<std::unique_ptr<ReadyNotifier>> notifiers_;  // enabled only while resting
   QTimer beat_;      // ends rests; beats on between rests that follow each other
   int resting_ = 0;  // rests under way: what a click starts may rest inside another
   SteadyClock::time_point lastLook_;

@@ -258,7 +258,7 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   User::Run([&] { windows.ShowModal(program.MainWindow()); }, [&] { day.Work(); });
   EXPECT_EQ(ReadFile("OX.CFG"),
             "\\C\\1\r\n\\B\\4800\r\n\\P\\E\r\n\\Q\\OX3NEU\r\n\\Z\\ox3neu\r\n\\M\\\r\nEDT\r\n");
-  EXPECT_TRUE(posix.openPorts.Descriptors().empty());
+  EXPECT_TRUE(posix.openPorts.Handles().empty());
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ struct SerialPortTest : testing::Test {
   void ExpectFailure(const std::function<void()>& operation) {
     EXPECT_THROW(operation(), PortError);
     EXPECT_FALSE(port_->PortOpen());
-    EXPECT_TRUE(openPorts_.Descriptors().empty()) << "a dead line would keep Rest awake";
+    EXPECT_TRUE(openPorts_.Handles().empty()) << "a dead line would keep Rest awake";
   }
   /// What is said of an opening that fails.
   std::string Refusal(int number, std::string_view settings = kUsual) {
@@ -77,7 +77,7 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
     tcsetattr(farEnd_->Descriptor(), TCSANOW, &seen);
   }
   int marked = -1;
-  ioctl(openPorts_.Descriptors().at(0), TIOCGEXCL, &marked);
+  ioctl(static_cast<int>(openPorts_.Handles().at(0)), TIOCGEXCL, &marked);
   EXPECT_EQ(marked, 0) << "the mark would outlive a program that is killed";
 }
 

@@ -1,7 +1,7 @@
 // What the program asks of its host and POSIX gives; the window system comes from elsewhere.
 #pragma once
 
-#include "platform/posix/open_ports.h"
+#include "platform/open_ports.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_random.h"

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/open_ports.h"
 #include "platform/posix/open_line.h"
-#include "platform/posix/open_ports.h"
 #include "platform/serial_port.h"
 
 namespace ox {

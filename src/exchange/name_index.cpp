@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "tables/device_characters.h"
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
 
@@ -21,37 +22,10 @@ bool IsNumber(BytesView text) {
   return text.size() == kPointNumberLength && !DigitsOnly(text).empty();
 }
 
-/// The table holds the device's codes, DIN 66003 and three glyphs of its own; the reverse of CheckTableText.
-char ShownCharacter(char c) {
-  switch (c) {
-    case 28:
-      return '\xE2';  // a with circumflex
-    case 29:
-      return '\xE0';  // a with grave accent
-    case 31:
-      return '\xB0';  // degree sign
-    case '[':
-      return '\xC4';  // A umlaut
-    case '\\':
-      return '\xD6';  // O umlaut
-    case ']':
-      return '\xDC';  // U umlaut
-    case '{':
-      return '\xE4';  // a umlaut
-    case '|':
-      return '\xF6';  // o umlaut
-    case '}':
-      return '\xFC';  // u umlaut
-    case '~':
-      return '\xDF';  // sharp s
-    default:
-      return c;
-  }
-}
-
+/// The table holds the device's characters.
 Bytes ShownName(BytesView name) {
   Bytes shown(name);
-  std::transform(shown.begin(), shown.end(), shown.begin(), ShownCharacter);
+  std::transform(shown.begin(), shown.end(), shown.begin(), FileCharacter);
   return shown;
 }
 

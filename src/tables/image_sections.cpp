@@ -12,13 +12,13 @@ namespace {
 
 constexpr std::size_t kVersionShown = 12;
 
-// Where a parameter entry holds its blanks and its texts.
+/// Where a parameter entry holds its blanks and its texts.
 constexpr std::size_t kFirstBlank = kParameterNumberLength;
 constexpr std::size_t kDesignation = kFirstBlank + 1;
 constexpr std::size_t kSecondBlank = kDesignation + kDesignationLength;
 constexpr std::size_t kUnit = kSecondBlank + 1;
 
-// Empty when the entry is not made as it must be.
+/// Empty when the entry is not made as it must be.
 Bytes ParameterRecord(BytesView entry) {
   if (entry.size() != kParameterTextLength || entry[kFirstBlank] != ' ' || entry[kSecondBlank] != ' ')
     return {};
@@ -27,7 +27,7 @@ Bytes ParameterRecord(BytesView entry) {
   return record.append(entry.substr(kDesignation, kDesignationLength)).append(entry.substr(kUnit));
 }
 
-// Empty when code or name have another length than they must, or the code another character than a digit.
+/// Empty when code or name have another length than they must, or the code another character than a digit.
 Bytes OfficeRecord(BytesView name, BytesView code) {
   if (name.size() > kOfficeNameMaxLength || code.size() != kOfficeCodeLength) return {};
   Bytes record = PackBcd(code);

@@ -10,7 +10,7 @@
 namespace ox {
 namespace {
 
-// A shorter table holds nothing.
+/// A shorter table holds nothing.
 constexpr std::size_t kSmallestTable = 8;
 
 constexpr BytesView kEntryTail{"\0\xFF", 2};
@@ -19,7 +19,7 @@ bool IsEntry(BytesView entry) {
   return entry.size() == kEntryLength && entry.substr(kEntryTextLength) == kEntryTail;
 }
 
-// The next parameter number; less than four characters where the assignment or the table ends within it.
+/// The next parameter number; less than four characters where the assignment or the table ends within it.
 BytesView TakeParameterNumber(PackedCursor& cursor) {
   const BytesView number = cursor.Take(kParameterNumberLength);
   return number.substr(0, number.find(kNul));

@@ -16,7 +16,7 @@ bool ReadVersion(TableReader& reader, Bytes& packed) {
   return !version.empty();
 }
 
-// The mark /A/ has been read.
+/// The mark /A/ has been read.
 bool ReadOfficeHead(TableReader& reader, Bytes& packed) {
   const Bytes name = reader.ReadText("Amtsbezeichnung", kOfficeNameMaxLength,
                                      ", Amtsbezeichnung zu lang (max. 14 Zeichen)!");
@@ -38,7 +38,7 @@ bool IsDifference(BytesView value) {
          !DigitsOnly(value.substr(1)).empty();
 }
 
-// Both differences go by the same name in the reports.
+/// Both differences go by the same name in the reports.
 bool ReadDifference(TableReader& reader, char mark, Bytes& packed) {
   if (!reader.ReadMark(mark)) return false;
   const BytesView difference = reader.ReadValue("Differenz");
@@ -50,7 +50,7 @@ bool ReadDifference(TableReader& reader, char mark, Bytes& packed) {
   return true;
 }
 
-// The mark /N/ has been read.
+/// The mark /N/ has been read.
 bool ReadPoint(TableReader& reader, Bytes& packed) {
   const BytesView number = reader.ReadValue("Messstellennummer");
   if (number.empty()) return false;
@@ -70,7 +70,7 @@ bool ReadPoint(TableReader& reader, Bytes& packed) {
   return true;
 }
 
-// The mark /A/ has been read.
+/// The mark /A/ has been read.
 bool ReadOffice(TableReader& reader, Bytes& packed) {
   if (!ReadOfficeHead(reader, packed)) return false;
   while (reader.ReadMark('N', 'B')) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char kSeparator = ' ';
 
-// The mark /P/ has been read.
+/// The mark /P/ has been read.
 bool ReadParameter(TableReader& reader, Bytes& packed) {
   const BytesView number = reader.ReadValue("Parameternummer");
   if (number.empty()) return false;

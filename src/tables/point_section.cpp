@@ -16,12 +16,12 @@ constexpr std::size_t kPackedEntrySize = 18;
 constexpr BytesView kAreaEnd{"\xFF\xFF\xFF\xFF", 4};
 
 struct Point {
-  BytesView office_code;
+  BytesView officeCode;
   BytesView text;        // number, differences, name
   BytesView parameters;  // four digits each
 };
 
-// Appends the points of a table; false when it is damaged. Stops at the first point too many.
+/// Appends the points of a table; false when it is damaged. Stops at the first point too many.
 bool CollectPoints(BytesView linked, std::vector<Point>& points) {
   PackedCursor cursor(linked);
   if (!cursor.SkipToNulPair()) return false;
@@ -41,7 +41,7 @@ bool CollectPoints(BytesView linked, std::vector<Point>& points) {
   return true;
 }
 
-// Empty when the digits are not made of whole parameter numbers, or there are none.
+/// Empty when the digits are not made of whole parameter numbers, or there are none.
 Bytes ParameterBlock(BytesView digits) {
   if (digits.empty() || digits.size() % kParameterNumberLength != 0) return {};
   Bytes block;
@@ -53,12 +53,12 @@ Bytes ParameterBlock(BytesView digits) {
   return block.append(kRecordsEnd);
 }
 
-// The entry of a point without its distance word; empty when a field is not made as it must be.
+/// The entry of a point without its distance word; empty when a field is not made as it must be.
 Bytes EntryBody(const Point& point) {
-  if (point.office_code.size() != kOfficeCodeLength || point.text.size() != kEntryTextLength) return {};
+  if (point.officeCode.size() != kOfficeCodeLength || point.text.size() != kEntryTextLength) return {};
   constexpr std::size_t kSecondDifference = kPointNumberLength + kDifferenceLength;
   const Bytes number = PackBcd(point.text.substr(0, kPointNumberLength));
-  const Bytes code = PackBcd(point.office_code);
+  const Bytes code = PackBcd(point.officeCode);
   const Bytes first = PackSignedDifference(point.text.substr(kPointNumberLength, kDifferenceLength));
   const Bytes second = PackSignedDifference(point.text.substr(kSecondDifference, kDifferenceLength));
   if (number.empty() || code.empty() || first.empty() || second.empty()) return {};
@@ -66,7 +66,7 @@ Bytes EntryBody(const Point& point) {
   return body.append(point.text.substr(kSecondDifference + kDifferenceLength)).append(1, kEntryEnd);
 }
 
-// Appends entries and parameter blocks of all points; false when one of them cannot be written.
+/// Appends entries and parameter blocks of all points; false when one of them cannot be written.
 bool LayOut(const std::vector<Point>& points, Bytes& entries, Bytes& blocks) {
   std::size_t later = points.size();
   for (const Point& point : points) {

@@ -1,54 +1,15 @@
-// Translation from Windows-1252 to the device's characters, and the tests for digits.
+// The checks of values, character by character.
 #include "tables/table_characters.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string>
 
+#include "tables/device_characters.h"
 #include "tables/line_error.h"
 #include "tables/packed_tables.h"
 
 namespace ox {
-namespace {
-
-struct Translation {
-  unsigned file_code;  // Windows-1252
-  char device_code;
-};
-
-// 131 and 133 are the letters of 226 and 224 in the DOS code page, which old table files still hold.
-constexpr Translation kTranslations[] = {
-    {131, 28},    // a with circumflex
-    {226, 28},    // a with circumflex
-    {133, 29},    // a with grave accent
-    {224, 29},    // a with grave accent
-    {176, 31},    // degree sign
-    {196, '['},   // A umlaut
-    {214, '\\'},  // O umlaut
-    {220, ']'},   // U umlaut
-    {223, '~'},   // sharp s
-    {228, '{'},   // a umlaut
-    {246, '|'},   // o umlaut
-    {252, '}'},   // u umlaut
-};
-
-constexpr char DeviceCharacter(char character) {
-  for (const Translation& translation : kTranslations) {
-    if (translation.file_code == ByteValue(character)) return translation.device_code;
-  }
-  return character;
-}
-
-constexpr unsigned kLowestGlyph = 28;
-constexpr unsigned kHighestGlyph = 126;
-
-constexpr bool DeviceShows(char character) {
-  constexpr BytesView kMissing = "\"$&'()^`";
-  return ByteValue(character) >= kLowestGlyph && ByteValue(character) <= kHighestGlyph &&
-         kMissing.find(character) == BytesView::npos;
-}
-
-}  // namespace
 
 Bytes CheckTableText(const TableText& tableText, BytesView value, int line, TableMessages& messages) {
   Bytes translated;

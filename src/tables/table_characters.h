@@ -7,9 +7,8 @@
 
 namespace ox {
 
-/// A text value, which is a part of the table text, in the device's character codes: umlauts and sharp s in
-/// their places of DIN 66003, three further characters at glyph positions 28, 29 and 31. A character that the
-/// device cannot show is reported for `line`, and the result is empty.
+/// A text value, which is a part of the table text, in the device's characters (device_characters.h). One
+/// that the device cannot show is reported for `line`, and the result is empty.
 Bytes CheckTableText(const TableText& tableText, BytesView value, int line, TableMessages& messages);
 
 /// The value unchanged when it consists of digits only, else the empty string (also for an empty value).

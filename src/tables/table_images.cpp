@@ -39,13 +39,13 @@ TableImage BuildGeneration3Image(BytesView linked, BytesView parameters) {
   if (points.status == PointSectionStatus::kTooManyPoints) return {ImageStatus::kOverflow, {}};
   const std::array<Bytes, 4> sections = {BuildVersionField(linked), BuildParameterImage(parameters),
                                          BuildOfficeImage(linked), points.bytes};
-  const std::size_t body_offset = sections.size() * kSlotSize;
+  const std::size_t bodyOffset = sections.size() * kSlotSize;
   bool usable = points.status == PointSectionStatus::kBuilt;
   Bytes head;
   Bytes body;
   for (const Bytes& section : sections) {
     usable = usable && !section.empty();
-    head += Slot(body_offset + body.size() - head.size());
+    head += Slot(bodyOffset + body.size() - head.size());
     body.append(section).append(kAlignment - section.size() % kAlignment, kFiller);
   }
   TableImage image = FinishImage(head + body);

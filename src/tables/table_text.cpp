@@ -9,10 +9,10 @@ namespace {
 constexpr BytesView kEnd = "/*/";
 static_assert(kEnd[1] == TableText::kEndMark);
 
-// Line feeds are free for this, since they end no line any more.
+/// Stands for a character without a byte. No line of a table text ends with LF, so it is free for this.
 constexpr char kNoByte = '\n';
 
-// CR and LF are the same bytes in UTF-8.
+/// The lines of a file with one CR behind each, and the end mark. In UTF-8 CR and LF are the same bytes.
 Bytes EndLinesWithCr(BytesView file) {
   Bytes text;
   text.reserve(file.size() + 1 + kEnd.size());

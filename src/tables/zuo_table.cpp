@@ -10,7 +10,7 @@
 namespace ox {
 namespace {
 
-// Deliberately higher than the bound that the messages name.
+/// Deliberately higher than the bound that the messages name.
 constexpr BytesView kHighestPointNumber = "16777216";
 
 constexpr std::string_view kBadParameterList =
@@ -19,7 +19,7 @@ constexpr std::string_view kBadParameterList =
 
 constexpr char kListSeparator = ',';
 
-// Appends the numbers of a list without their commas; false when the list is not made as it must be.
+/// Appends the numbers of a list without their commas; false when the list is not made as it must be.
 bool AppendParameterNumbers(BytesView list, Bytes& packed) {
   for (;;) {
     const BytesView number = list.substr(0, kParameterNumberLength);
@@ -32,7 +32,7 @@ bool AppendParameterNumbers(BytesView list, Bytes& packed) {
   }
 }
 
-// The mark /N/ has been read.
+/// The mark /N/ has been read.
 bool ReadAssignment(TableReader& reader, Bytes& packed) {
   const BytesView number = reader.ReadValue("Messstellennummer");
   if (number.empty()) return false;

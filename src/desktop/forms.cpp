@@ -1,22 +1,10 @@
 // One form for every window, as designed in forms/.
 #include "desktop/forms.h"
 
-#include <QDialog>
-#include <QMainWindow>
 #include <QSizeGrip>
 #include <QSplitter>
-#include <array>
 
-#include "ui_Dateiwahl.h"
-#include "ui_Datenaustausch.h"
-#include "ui_FirmwareOX3Verpacken.h"
-#include "ui_Modem.h"
-#include "ui_PowerMonitor.h"
-#include "ui_Start.h"
-#include "ui_UpdateproOx3.h"
-#include "ui_Verbindungstest.h"
-#include "ui_updatepro.h"
-#include "ui_updatetab.h"
+#include "form_includes.h"
 
 namespace ox {
 namespace {
@@ -44,17 +32,9 @@ std::unique_ptr<QWidget> Make(QWidget* parent) {
   return frame;
 }
 
-constexpr std::array kForms = {
-    NamedForm{"Start", Make<Ui::Start, QMainWindow>},
-    NamedForm{"Verbindungstest", Make<Ui::Verbindungstest, QDialog>},
-    NamedForm{"Datenaustausch", Make<Ui::Datenaustausch, QDialog>},
-    NamedForm{"updatetab", Make<Ui::updatetab, QDialog>},
-    NamedForm{"updatepro", Make<Ui::updatepro, QDialog>},
-    NamedForm{"UpdateproOx3", Make<Ui::UpdateproOx3, QDialog>},
-    NamedForm{"FirmwareOX3Verpacken", Make<Ui::FirmwareOX3Verpacken, QDialog>},
-    NamedForm{"PowerMonitor", Make<Ui::PowerMonitor, QDialog>},
-    NamedForm{"Modem", Make<Ui::Modem, QDialog>},
-    NamedForm{"Dateiwahl", Make<Ui::Dateiwahl, QDialog>},
+/// Both included files are made by the build out of the forms in forms/.
+constexpr NamedForm kForms[] = {
+#include "form_rows.inc"
 };
 
 }  // namespace

@@ -99,7 +99,7 @@ bool Dateiwahl::ListFolder(const std::string& folder) {
   }
   const int own = static_cast<int>(lines.size()) - 1;
   for (const std::string& name : *subfolders) add(name, JoinPath(folder, name, style_));
-  // Only now, when nothing can break off any more, so that lines and paths always belong together.
+  // Assigned last, when nothing can throw any more: lines and paths always belong together.
   folder_ = folder;
   fileNames_ = *std::move(files);
   folderPaths_ = std::move(paths);

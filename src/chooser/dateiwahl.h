@@ -12,9 +12,10 @@
 
 namespace ox {
 
-/// Takes pattern and offered name from the chooser's working values each time it is shown, and leaves the
-/// chosen path there, or nothing for a cancel. Begins in the working folder; from then on its lists stay
-/// where the user left them, unless the last choice says otherwise.
+/// Each time it is shown it takes the pattern and the offered name from the chooser's working values; it
+/// leaves the chosen path there, or the empty text for a cancel. The first showing begins in the working
+/// folder. Later the lists stay where the user left them, unless the working values name the folder of the
+/// last choice.
 class Dateiwahl : public Window {
  public:
   Dateiwahl(Host& host, Subs& subs);
@@ -31,7 +32,7 @@ class Dateiwahl : public Window {
  protected:
   void OnLoad() override;
   void OnActivate() override;
-  /// Only hides; the choice is empty since the showing began.
+  /// Only hides: the choice was emptied when the showing began.
   void OnClose() override;
 
  private:
@@ -41,8 +42,8 @@ class Dateiwahl : public Window {
   void Accept();
   void Cancel();
 
-  /// What "O.K." makes of the name field, which gets its extension here; empty for nothing usable. Remembers
-  /// the folder when the name was relative to it.
+  /// The path that "O.K." makes of the name field; empty when it makes none. Adds a missing extension to the
+  /// field, and remembers the folder when the name was relative to it.
   std::string ChosenPath();
 
   void RestoreLastFolder();
@@ -50,7 +51,7 @@ class Dateiwahl : public Window {
   void ShowFiles();
   /// Lists a folder; false, with the lists as they were, when it cannot be read.
   bool ListFolder(const std::string& folder);
-  /// Lists a folder that the user went to; false when it cannot be read, of which the caller tells.
+  /// Lists a folder that the user went to; false when it cannot be read; the caller tells the user.
   bool GoTo(const std::string& folder);
   bool English() const;
 

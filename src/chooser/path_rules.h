@@ -23,7 +23,7 @@ std::string JoinPath(std::string_view folder, std::string_view name, PathStyle s
 /// The folder that a drive begins with: "C:\" of "C:", and without drive letters the drive itself.
 std::string DriveRoot(std::string_view drive, PathStyle style);
 
-/// A folder's full path in two pieces; put behind each other they give the path again.
+/// A folder's full path in two pieces; the drive followed by the folder is the path.
 struct DriveAndFolder {
   std::string drive;   // "C:", or "/mnt/stick"
   std::string folder;  // "\Tabellen", or "/tabellen"

@@ -6,7 +6,8 @@
 namespace ox {
 namespace {
 
-/// Far beyond any table. A larger file is read up to here, and its parser misses what is not there.
+/// Larger than any table. A larger file is read up to here only, and its parser reports that the end is
+/// missing.
 constexpr std::size_t kMaxTableFile = std::size_t{64} * 1024 * 1024;  // bytes
 
 }  // namespace

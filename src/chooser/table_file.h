@@ -11,8 +11,8 @@
 
 namespace ox {
 
-/// The table text of a file; nothing when the file cannot be
-/// read, of which the caller tells the user. `path` is UTF-8.
+/// The table text of a file; nothing when the file cannot be read, which the caller tells the user. `path` is
+/// UTF-8.
 std::optional<TableText> ReadTableText(Files& files, const std::string& path);
 
 /// Shows the messages of parsers and linking as message boxes. The window system outlives it.

@@ -11,9 +11,9 @@
 namespace ox {
 namespace {
 
-constexpr char32_t kFirstSpecial = 0x80;   // Windows-1252 leaves Latin-1 only from here
-constexpr char32_t kFirstLatin1 = 0xA0;    // up to here; from here on code and byte are equal again
-constexpr char32_t kBeyondLatin1 = 0x100;  // first code that no byte has by its own number
+constexpr char32_t kFirstSpecial = 0x80;   // from here on Windows-1252 differs from Latin-1
+constexpr char32_t kFirstLatin1 = 0xA0;    // from here on code and byte are equal again
+constexpr char32_t kBeyondLatin1 = 0x100;  // from here on no byte has the number of the code
 constexpr char kUnknown = '?';
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 

@@ -45,7 +45,7 @@ bool CheckAssignmentParameters(BytesView assignments, BytesView parameters, Tabl
   PackedCursor cursor(assignments);
   while (!cursor.AtNul()) {
     cursor.Take(kPointNumberLength);
-    // A table that breaks off shows as a number that no list defines.
+    // Where the table breaks off, the last number is incomplete, and no list defines it.
     while (!cursor.Skip({&kNul, 1})) {
       const BytesView number = TakeParameterNumber(cursor);
       if (defined.contains(number)) continue;

@@ -24,8 +24,8 @@ bool ReadOfficeHead(TableReader& reader, Bytes& packed) {
 
   const BytesView value = reader.ReadValue("Amtskennzeichen");
   if (value.empty()) return false;
-  // Only the length is checked, whatever the message says: older devices take any three characters, and the
-  // image of generation III refuses what is no digit.
+  // The message speaks of digits, but only the length is checked: older devices take any three characters.
+  // Other characters than digits are refused later, when the image of generation III is built.
   if (value.size() != kOfficeCodeLength)
     return reader.Fail(", Amtskennzeichen muss aus drei Ziffern bestehen!");
   const Bytes code = reader.Translate(value);

@@ -40,8 +40,8 @@ constexpr std::size_t kEntryLength = kEntryTextLength + 2;
 /// A parameter entry without its NUL, where the unit has all its three characters.
 constexpr std::size_t kParameterTextLength =
     kParameterNumberLength + 1 + kDesignationLength + 1 + kUnitLength;
-/// From one parameter entry to the next. Looking a parameter up relies on it, although a parsed list may hold
-/// shorter units; entries behind one are out of step and not found.
+/// From one parameter entry to the next. The lookup of a parameter goes in steps of this length. A parsed
+/// list may hold shorter units; the entries behind such a unit are out of step and not found.
 constexpr std::size_t kParameterStride = kParameterTextLength + 1;
 
 /// The highest parameter number the device knows.

@@ -39,9 +39,10 @@ struct TableImages {
   TableImage older;  ///< never kUnusable: what generation III refuses is legal here
 };
 
-/// Builds both images out of the linked measuring-point table and the packed parameter list. An overflow goes
-/// before an unusable section. The caller reports an overflow of generation III first, then of the older
-/// image, and an unusable image only to a device that asks for it.
+/// Builds both images out of the linked measuring-point table and the packed parameter list. An image
+/// that is too long counts as an overflow, whether its sections are usable or not. The caller reports an
+/// overflow of generation III first, then of the older image, and an unusable image only to a device that
+/// asks for it.
 TableImages BuildTableImages(BytesView linked, BytesView parameters);
 
 /// The checksum of an image without it: 2 and the sum of all bytes, modulo 65536.

@@ -7,9 +7,9 @@
 
 namespace ox {
 
-/// Packs an assignment table (layout: packed_tables.h) out of its table text: per
-/// measuring point the marks /N/ number, /P/ parameter numbers separated by single commas; then /E/. The
-/// first error is shown and gives the empty string.
+/// Packs an assignment table (layout: packed_tables.h) out of its table text: per measuring
+/// point the marks /N/ number, /P/ parameter numbers separated by single commas; then /E/. The first error is
+/// shown and gives the empty string.
 Bytes ParseZuoTable(const TableText& tableText, TableMessages& messages);
 
 }  // namespace ox

@@ -9,6 +9,7 @@
 #include "bench/figures.h"
 #include "bench/sample_tables.h"
 #include "bench/tapped_ports.h"
+#include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
 #include "exchange/datenaustausch.h"
 
@@ -67,9 +68,10 @@ int Run(Desk& desk) {
   WaitingReply line;
   TappedPorts ports(desk.posix.ports, line);
   Host host = desk.HostWith(ports);
-  Subs subs;
+  ChooserValues chooserValues;
+  Subs subs{{}, chooserValues};
   FileChooser chooser(host, subs);
-  Datenaustausch window(host, subs, chooser);
+  Datenaustausch window(host, subs.settings, chooser);
   std::vector<double> times;
   desk.user.WillChoose(kTableName);
   desk.user.Use(window, [&] {

@@ -7,6 +7,7 @@
 #include "bench/far_end.h"
 #include "bench/figures.h"
 #include "bench/tapped_ports.h"
+#include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
 #include "exchange/datenaustausch.h"
 
@@ -76,9 +77,10 @@ int Run(Desk& desk) {
   OwnTimes own;
   TappedPorts ports(desk.posix.ports, own);
   Host host = desk.HostWith(ports);
-  Subs subs;
+  ChooserValues chooserValues;
+  Subs subs{{}, chooserValues};
   FileChooser chooser(host, subs);
-  Datenaustausch window(host, subs, chooser);
+  Datenaustausch window(host, subs.settings, chooser);
   desk.user.Use(window, [&] {
     for (std::size_t dialogue = 0; dialogue < kDialogues; ++dialogue) window.Zeitabruf.Click();
   });

@@ -8,6 +8,7 @@
 #include "bench/figures.h"
 #include "bench/simulator_child.h"
 #include "bench/tapped_ports.h"
+#include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
 #include "programming/updatepro.h"
 #include "programming/updatepro_ox3.h"
@@ -75,7 +76,8 @@ struct Rig {
   BlockTimes times;
   TappedPorts ports;
   Host host;
-  Subs subs;
+  ChooserValues chooserValues;
+  Subs subs{{}, chooserValues};
   FileChooser chooser{host, subs};
 };
 

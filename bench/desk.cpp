@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "chooser/dateiwahl.h"
-#include "platform/window.h"
+#include "ui/window.h"
 
 namespace ox::bench {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "desktop/qt_window_system.h"
-#include "platform/host.h"
 #include "platform/posix/posix_host.h"
+#include "ui/host.h"
 
 namespace ox::bench {
 
@@ -56,7 +56,7 @@ struct Desk {
   Desk(int& argumentCount, char** arguments);
 
   /// The host with the ports given; they outlive what uses it.
-  Host HostWith(SerialPorts& ports) { return {user, posix.clock, ports, posix.files, posix.random}; }
+  Host HostWith(SerialPorts& ports) { return {{user, posix.clock, ports, posix.files, posix.random}, user}; }
 
   ScratchFolder folder;
   QApplication application;

@@ -22,7 +22,6 @@ if(OX_LLD)
 endif()
 
 add_library(ox_flags INTERFACE)
-target_include_directories(ox_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(ox_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 takes "literal" + text for overlapping memory when it optimises (its bug 105651).
@@ -41,10 +40,27 @@ if(OX_FUZZ)
   add_compile_options(-fsanitize-coverage=inline-8bit-counters,pc-table)
 endif()
 
-# ox_library(NAME SOURCES file... LINKS library...): one folder, one library.
+# A library's headers are reached through an include root of its own, in the build tree: a source that does not link the
+# library cannot include them. Only the headers of the folder itself are offered there, not those of folders below it.
+function(ox_offer_headers name)
+  set(root ${PROJECT_BINARY_DIR}/floors/${name})
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  file(GLOB headers CONFIGURE_DEPENDS *.h)
+  file(REMOVE_RECURSE ${root})
+  file(MAKE_DIRECTORY ${root}/${folder})
+  foreach(header ${headers})
+    get_filename_component(file ${header} NAME)
+    file(CREATE_LINK ${header} ${root}/${folder}/${file} SYMBOLIC)
+  endforeach()
+  target_include_directories(${name} PUBLIC ${root})
+endfunction()
+
+# ox_library(NAME SOURCES file... LINKS library...): one folder below src/, one library. It may include the headers of its
+# own folder and of what it links.
 function(ox_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
+  ox_offer_headers(${name})
   target_link_libraries(${name} PUBLIC ox_flags ${ARG_LINKS})
 endfunction()
 

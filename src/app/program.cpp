@@ -12,12 +12,12 @@
 
 namespace ox {
 
-Program::Program(Host& host) : host_(host), chooser_(host, subs_), start_(host, subs_, Commands()) {}
+Program::Program(Host& host) : host_(host), chooser_(host, subs_), start_(host, subs_.settings, Commands()) {}
 
 StartCommands Program::Commands() {
   return {
       .connectionTest = [this] { RunConnectionTest(host_, subs_.settings); },
-      .dataExchange = [this] { Show<Datenaustausch>(subs_, chooser_); },
+      .dataExchange = [this] { Show<Datenaustausch>(subs_.settings, chooser_); },
       .tableUpdate = [this] { Show<updatetab>(subs_, chooser_); },
       .programUpdate2 = [this] { Show<updatepro>(subs_, chooser_); },
       .programUpdate3 = [this] { Show<UpdateproOx3>(subs_, chooser_); },

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "app/start.h"
-#include "app/subs.h"
+#include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
-#include "platform/host.h"
+#include "session/subs.h"
+#include "ui/host.h"
 
 namespace ox {
 
@@ -29,7 +30,8 @@ class Program {
   }
 
   Host& host_;
-  Subs subs_;
+  ChooserValues chooserValues_;
+  Subs subs_{{}, chooserValues_};
   FileChooser chooser_;
   Start start_;
 };

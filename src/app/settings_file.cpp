@@ -1,8 +1,8 @@
 // Reading and writing OX.CFG: one entry a field, each behind a mark of three characters.
 #include "app/settings_file.h"
 
-#include "platform/controls.h"
 #include "platform/field_reader.h"
+#include "ui/controls.h"
 
 namespace ox {
 namespace {

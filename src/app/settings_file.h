@@ -1,8 +1,8 @@
 // The settings file OX.CFG in the working folder.
 #pragma once
 
-#include "app/subs.h"
 #include "platform/files.h"
+#include "session/session_settings.h"
 
 namespace ox {
 

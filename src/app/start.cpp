@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "app/messages.h"
 #include "app/settings_file.h"
 #include "platform/text.h"
+#include "session/messages.h"
 
 namespace ox {
 namespace {
@@ -47,8 +47,11 @@ std::string ConnectionReport(const SessionSettings& settings) {
 
 }  // namespace
 
-Start::Start(Host& host, Subs& subs, StartCommands commands)
-    : Window(host.windows, "Start", kCaption), host_(host), subs_(subs), commands_(std::move(commands)) {
+Start::Start(Host& host, SessionSettings& settings, StartCommands commands)
+    : Window(host.windows, "Start", kCaption),
+      host_(host),
+      settings_(settings),
+      commands_(std::move(commands)) {
   MenueTools.SetVisible(false);
   MenuModem.SetVisible(false);
   ConnectMenu();
@@ -72,19 +75,19 @@ void Start::ConnectMenu() {
 }
 
 void Start::OnLoad() {
-  LoadSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+  LoadSettings(host_.files, settings_, {MenueTools, MenuModem});
   settingsLoaded_ = true;
-  const int number = subs_.settings.PortNumber();
+  const int number = settings_.PortNumber();
   if (number >= 1 && number <= 4) ChooseCom(static_cast<std::size_t>(number));
 }
 
 void Start::OnUnload() {
   // Settings whose reading broke off must not replace those of the file.
-  if (settingsLoaded_) SaveSettings(host_.files, subs_.settings, {MenueTools, MenuModem});
+  if (settingsLoaded_) SaveSettings(host_.files, settings_, {MenueTools, MenuModem});
 }
 
 void Start::ChooseCom(std::size_t number) {
-  subs_.settings.ComPort = std::to_string(number);
+  settings_.ComPort = std::to_string(number);
   std::size_t entryNumber = 0;
   for (MenuEntry* entry : ComEntries()) {
     ++entryNumber;
@@ -93,13 +96,13 @@ void Start::ChooseCom(std::size_t number) {
 }
 
 void Start::TestConnection() {
-  if (FindDevice()) host_.windows.ShowMessage(ConnectionReport(subs_.settings));
+  if (FindDevice()) host_.windows.ShowMessage(ConnectionReport(settings_));
 }
 
 void Start::UpdateProgram() {
   if (host_.windows.ShowMessage(kUpdateWarning, Buttons::OkCancel) == Answer::Cancel) return;
   if (!FindDevice()) return;
-  const bool generation3 = subs_.settings.DeviceType() == kGeneration3;
+  const bool generation3 = settings_.DeviceType() == kGeneration3;
   RunCommand(generation3 ? &StartCommands::programUpdate3 : &StartCommands::programUpdate2);
 }
 
@@ -118,8 +121,8 @@ void Start::RunCommand(Command command) const {
 
 bool Start::FindDevice() {
   RunCommand(&StartCommands::connectionTest);
-  if (!subs_.settings.Connected) host_.windows.ShowMessage(kConnectionMessage);
-  return subs_.settings.Connected;
+  if (!settings_.Connected) host_.windows.ShowMessage(kConnectionMessage);
+  return settings_.Connected;
 }
 
 }  // namespace ox

@@ -4,10 +4,10 @@
 #include <array>
 #include <functional>
 
-#include "app/subs.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 
@@ -26,7 +26,7 @@ struct StartCommands {
 /// Loads the settings when it is loaded and saves them when the user closes it.
 class Start : public Window {
  public:
-  Start(Host& host, Subs& subs, StartCommands commands);
+  Start(Host& host, SessionSettings& settings, StartCommands commands);
 
   MenuEntry MenuDatei{*this, "MenuDatei", "&Datei"};
   MenuEntry MenuDateiEnde{*this, "MenuDateiEnde", "&Ende"};
@@ -67,7 +67,7 @@ class Start : public Window {
   bool FindDevice();
 
   Host& host_;
-  Subs& subs_;
+  SessionSettings& settings_;
   StartCommands commands_;
   bool settingsLoaded_ = false;
 };

@@ -1,6 +1,8 @@
 // What the chooser's lists and buttons do.
 #include "chooser/dateiwahl.h"
 
+#include "chooser/chooser_values.h"
+
 #include <algorithm>
 #include <iterator>
 #include <optional>

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "app/subs.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
+#include "session/subs.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 

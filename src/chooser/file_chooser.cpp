@@ -1,6 +1,7 @@
 // The one dialogue behind the callers' file chooser.
 #include "chooser/file_chooser.h"
 
+#include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 
 namespace ox {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/subs.h"
-#include "platform/host.h"
+#include "session/subs.h"
+#include "ui/host.h"
 
 namespace ox {
 

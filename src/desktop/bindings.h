@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "platform/controls.h"
+#include "ui/controls.h"
 
 namespace ox {
 

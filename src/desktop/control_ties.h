@@ -12,7 +12,7 @@
 #include <QPushButton>
 #include <initializer_list>
 
-#include "platform/controls.h"
+#include "ui/controls.h"
 
 namespace ox {
 

@@ -6,8 +6,8 @@
 
 #include "app/program.h"
 #include "desktop/qt_window_system.h"
-#include "platform/host.h"
 #include "platform/posix/posix_host.h"
+#include "ui/host.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ int main(int argumentCount, char** arguments) {
 
   ox::PosixHost posix;
   ox::QtWindowSystem windows(posix.openPorts);
-  ox::Host host{windows, posix.clock, posix.ports, posix.files, posix.random};
+  ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random}, windows};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());
   return 0;

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <string_view>
 
-#include "platform/window_system.h"
+#include "ui/window_system.h"
 
 namespace ox {
 

@@ -7,7 +7,7 @@
 #include "desktop/event_pump.h"
 #include "desktop/view.h"
 #include "platform/open_ports.h"
-#include "platform/window_system.h"
+#include "ui/window_system.h"
 
 namespace ox {
 

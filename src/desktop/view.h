@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/window.h"
+#include "ui/window.h"
 
 namespace ox {
 

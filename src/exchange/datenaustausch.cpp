@@ -6,10 +6,11 @@
 #include <string>
 
 #include "chooser/file_chooser.h"
-#include "chooser/table_file.h"
 #include "exchange/reply_display.h"
 #include "platform/text.h"
+#include "session/window_table_messages.h"
 #include "tables/mes_table.h"
+#include "tables/table_file.h"
 
 namespace ox {
 namespace {
@@ -26,12 +27,12 @@ constexpr std::string_view kRedundantOffice =
 
 }  // namespace
 
-Datenaustausch::Datenaustausch(Host& host, Subs& subs, FileChooser& chooser)
+Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChooser& chooser)
     : Window(host.windows, "Datenaustausch", "Datenaustausch mit Orvanexe"),
       host_(host),
-      settings_(subs.settings),
+      settings_(settings),
       chooser_(chooser),
-      due_(host, subs.settings, datanz) {
+      due_(host, settings, datanz) {
   Abbruch.SetEnabled(false);
   Einzelabruf.onClick = [this] { PollSingle(); };
   Abruf_Y.onClick = [this] { PollZ(); };

@@ -4,13 +4,13 @@
 #include <optional>
 #include <string_view>
 
-#include "app/subs.h"
 #include "exchange/name_index.h"
 #include "exchange/poll_request.h"
 #include "link/device_link.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 
@@ -20,7 +20,7 @@ class FileChooser;
 /// while one runs its buttons are locked, but for the table button.
 class Datenaustausch : public Window {
  public:
-  Datenaustausch(Host& host, Subs& subs, FileChooser& chooser);
+  Datenaustausch(Host& host, SessionSettings& settings, FileChooser& chooser);
 
   Label LabelAKZ{*this, "LabelAKZ", " Amtskennzeichen"};
   TextBox AKZ{*this, "AKZ"};

@@ -1,10 +1,10 @@
 // The request/reply dialogue with the device.
 #pragma once
 
-#include "app/subs.h"
 #include "link/line_waits.h"
 #include "link/serial_line.h"
-#include "platform/host.h"
+#include "session/session_settings.h"
+#include "ui/host.h"
 
 namespace ox {
 

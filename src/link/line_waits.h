@@ -2,7 +2,7 @@
 #pragma once
 
 #include "link/serial_line.h"
-#include "platform/host.h"
+#include "ui/host.h"
 
 namespace ox {
 

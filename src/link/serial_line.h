@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "app/subs.h"
 #include "link/receive_buffer.h"
-#include "platform/controls.h"
-#include "platform/host.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
 
 namespace ox {
 

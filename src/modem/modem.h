@@ -5,12 +5,12 @@
 #include <optional>
 #include <string_view>
 
-#include "app/subs.h"
 #include "modem/modem_checks.h"
 #include "modem/modem_link.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 

@@ -1,11 +1,11 @@
 // The dialogue with a modem: shorter than the device's, on a port that stays open.
 #pragma once
 
-#include "app/subs.h"
 #include "link/line_waits.h"
 #include "link/serial_line.h"
-#include "platform/controls.h"
-#include "platform/host.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
 
 namespace ox {
 

@@ -1,14 +1,14 @@
 // PowerMonitor: battery and charger of a generation III device, once a second, with a log.
 #pragma once
 
-#include "app/subs.h"
 #include "link/device_link.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
 #include "power/power_log.h"
 #include "power/power_request.h"
 #include "power/power_status.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 

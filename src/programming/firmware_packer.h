@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include "app/subs.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 

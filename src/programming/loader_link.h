@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "app/subs.h"
-#include "platform/host.h"
 #include "programming/loader_requests.h"
+#include "session/session_settings.h"
+#include "ui/host.h"
 
 namespace ox {
 

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "chooser/file_chooser.h"
-#include "platform/controls.h"
 #include "programming/program_update.h"
 #include "programming/update_window.h"
+#include "ui/controls.h"
 
 namespace ox {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "app/subs.h"
-#include "platform/controls.h"
-#include "platform/host.h"
-#include "platform/window.h"
 #include "programming/loader_link.h"
+#include "session/session_settings.h"
+#include "ui/controls.h"
+#include "ui/host.h"
+#include "ui/window.h"
 
 namespace ox {
 

@@ -1,11 +1,12 @@
 // Loading the tables, and the steps of the table update.
 #include "programming/updatetab.h"
 
-#include "app/messages.h"
-#include "chooser/table_file.h"
+#include "session/messages.h"
+#include "session/window_table_messages.h"
 #include "tables/linking.h"
 #include "tables/mes_table.h"
 #include "tables/par_table.h"
+#include "tables/table_file.h"
 #include "tables/zuo_table.h"
 
 namespace ox {

@@ -21,8 +21,8 @@ class StartWindow : public testing::Test {
   StartCommands Commands() {
     const auto test = [this] {
       happened_ += "test;";
-      subs_.settings.Connected = !device_.empty();
-      subs_.settings.DeviceIdent = device_;
+      settings_.Connected = !device_.empty();
+      settings_.DeviceIdent = device_;
     };
     const auto opens = [this] { happened_ += "window"; };
     return {test, opens, opens, opens, opens, opens, opens, opens};
@@ -41,10 +41,10 @@ class StartWindow : public testing::Test {
   }
 
   TestHost host_;
-  Subs subs_;
+  SessionSettings settings_;
   std::string happened_;
   Bytes device_;  // identification of the connected device; empty: none
-  Start start_{host_.host, subs_, Commands()};
+  Start start_{host_.host, settings_, Commands()};
 };
 
 TEST_F(StartWindow, ReadsItsSettingsFieldByFieldAndWritesThemInOrder) {
@@ -59,11 +59,11 @@ TEST_F(StartWindow, ReadsItsSettingsFieldByFieldAndWritesThemInOrder) {
       {"", R"(\C\1|\B\9600|\P\O|)"},
   };
   for (const auto& [read, written] : readAndWritten) {
-    subs_.settings = {.BaudRate = "2400", .Connected = true};
-    Start start(host_.host, subs_, {});
+    settings_ = {.BaudRate = "2400", .Connected = true};
+    Start start(host_.host, settings_, {});
     host_.files.content[kFile] = read;
     host_.windows.OpenMain(start);
-    EXPECT_FALSE(subs_.settings.Connected);
+    EXPECT_FALSE(settings_.Connected);
     start.RequestClose();
     EXPECT_EQ(std::regex_replace(host_.files.content[kFile], std::regex("\r\n"), "|"), written) << read;
   }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
 #include "support/test_host.h"
 
@@ -55,7 +56,8 @@ class Chooser : public testing::Test {
   }
 
   TestHost host_;
-  Subs subs_;
+  ChooserValues chooserValues_;
+  Subs subs_{{}, chooserValues_};
   std::optional<Dateiwahl> window_;
   bool enterAccepts_ = false;
 };

@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include "app/start.h"
+#include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "desktop/bindings.h"
 #include "exchange/datenaustausch.h"
@@ -55,11 +56,12 @@ struct Forms : testing::Test {
   }
 
   TestHost test;
-  Subs subs;
+  ChooserValues chooserValues;
+  Subs subs{{}, chooserValues};
   FileChooser chooser{test.host, subs};
-  Start start{test.host, subs, {}};
+  Start start{test.host, subs.settings, {}};
   Verbindungstest connection{test.host, subs.settings};
-  Datenaustausch exchange{test.host, subs, chooser};
+  Datenaustausch exchange{test.host, subs.settings, chooser};
   updatetab tables{test.host, subs, chooser};
   updatepro program2{test.host, subs, chooser};
   UpdateproOx3 program3{test.host, subs, chooser};

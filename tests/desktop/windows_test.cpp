@@ -10,8 +10,8 @@
 #include <QTest>
 
 #include "desktop/qt_window_system.h"
-#include "platform/controls.h"
 #include "platform/posix/descriptor.h"
+#include "ui/controls.h"
 
 namespace ox::test {
 namespace {

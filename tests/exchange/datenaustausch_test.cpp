@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "chooser/file_chooser.h"
 #include "support/scripted_device.h"
@@ -77,9 +78,10 @@ class DataExchange : public testing::Test {
   }
 
   TestHost host_;
-  Subs subs_;
+  ChooserValues chooserValues_;
+  Subs subs_{{}, chooserValues_};
   FileChooser chooser_{host_.host, subs_};
-  Datenaustausch window_{host_.host, subs_, chooser_};
+  Datenaustausch window_{host_.host, subs_.settings, chooser_};
   ScriptedDevice device_;
 };
 

@@ -5,9 +5,9 @@
 
 #include <set>
 
-#include "platform/window.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"
+#include "ui/window.h"
 
 namespace ox::test {
 namespace {

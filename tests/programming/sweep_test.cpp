@@ -1,6 +1,6 @@
 // The three update procedures, whole and broken wherever they can break, one break per attempt.
-#include "app/messages.h"
 #include "programming/update_rig.h"
+#include "session/messages.h"
 
 namespace ox::test {
 namespace {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "platform/scratch_folder.h"
 #include "programming/updatepro.h"
@@ -98,7 +99,8 @@ struct UpdateRig {
 
   TestHost host;
   std::map<std::string, Bytes>& files = host.files.content;
-  Subs subs;
+  ChooserValues chooserValues;
+  Subs subs{{}, chooserValues};
   FileChooser chooser{host.host, subs};
   const Update update;
   const std::string success = update == kTables ? "Tabellenupdate erfolgreich abgeschlossen!"

@@ -1,11 +1,11 @@
 // The whole host of a test: virtual time, scripted user, serial line in memory, files in memory.
 #pragma once
 
-#include "platform/host.h"
 #include "support/memory_files.h"
 #include "support/test_clock.h"
 #include "support/test_ports.h"
 #include "support/test_windows.h"
+#include "ui/host.h"
 
 namespace ox::test {
 
@@ -29,7 +29,7 @@ struct TestHost {
   TestWindows windows{clock, ports};
   MemoryFiles files;
   TestRandom random;
-  Host host{windows, clock, ports, files, random};
+  Host host{{windows, clock, ports, files, random}, windows};
 };
 
 }  // namespace ox::test

@@ -7,11 +7,11 @@
 #include <utility>
 #include <vector>
 
-#include "platform/controls.h"
-#include "platform/window.h"
-#include "platform/window_system.h"
 #include "support/test_clock.h"
 #include "support/test_ports.h"
+#include "ui/controls.h"
+#include "ui/window.h"
+#include "ui/window_system.h"
 
 namespace ox::test {
 

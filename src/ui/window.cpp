@@ -1,5 +1,5 @@
 // The life of a window.
-#include "platform/window.h"
+#include "ui/window.h"
 
 #include <exception>
 #include <new>

@@ -1,5 +1,5 @@
-// From a file to a table text, and from a report to a message box.
-#include "chooser/table_file.h"
+// Reading a table file.
+#include "tables/table_file.h"
 
 #include <cstddef>
 
@@ -16,14 +16,6 @@ std::optional<TableText> ReadTableText(Files& files, const std::string& path) {
   const std::optional<Bytes> content = files.Read(path, kMaxTableFile);
   if (!content) return std::nullopt;
   return TableText(*content);
-}
-
-void WindowTableMessages::Show(const std::string& text) {
-  windows_.ShowMessage(text);
-}
-
-bool WindowTableMessages::Confirm(const std::string& text) {
-  return windows_.ShowMessage(text, Buttons::OkCancel) == Answer::Ok;
 }
 
 }  // namespace ox

@@ -1,17 +1,17 @@
-// Everything that the program asks of its host, in one hand.
+// Everything that a procedure asks of its host, in one hand.
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/random_numbers.h"
 #include "platform/serial_port.h"
-#include "platform/window_system.h"
 
 namespace ox {
 
-/// References to the host's contracts; the host outlives every window.
-struct Host {
-  WindowSystem& windows;
+/// References to the host's contracts but its windows; the host outlives everything that works on it.
+struct Machine {
+  EventLoop& events;
   Clock& clock;
   SerialPorts& ports;
   Files& files;

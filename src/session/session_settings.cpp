@@ -1,5 +1,5 @@
 // What the session settings derive from their fields.
-#include "app/subs.h"
+#include "session/session_settings.h"
 
 #include <charconv>
 

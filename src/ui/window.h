@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/window_system.h"
+#include "ui/window_system.h"
 
 namespace ox {
 

@@ -1,5 +1,4 @@
-// Subs: the process-wide session settings and the file chooser's working values. One instance, owned by
-// Program.
+// The session settings: what every window reads, and some write, for the whole run.
 #pragma once
 
 #include <string>
@@ -41,20 +40,6 @@ struct SessionSettings {
   static constexpr std::size_t kDeviceTypeLength = 4;
   static constexpr std::size_t kVersionOffset = 5;
   static constexpr std::size_t kVersionLength = 16;
-};
-
-/// How callers and the file chooser talk to each other. Paths and prompt are UTF-8.
-struct ChooserValues {
-  std::string FilePattern;    // set by the caller: "*.mes"
-  std::string ChosenFile;     // in: a name to offer; out: the full path, empty for cancel
-  std::string LastDrive;      // of the last choice from the list: "C:"
-  std::string LastFolder;     // the same without its drive: "\Tabellen"
-  std::string ChooserPrompt;  // text above the lists; nobody sets it
-};
-
-struct Subs {
-  SessionSettings settings;
-  ChooserValues chooser;
 };
 
 }  // namespace ox

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "platform/event_loop.h"
+
 namespace ox {
 
 class Window;
@@ -10,18 +12,8 @@ class Window;
 enum class Buttons { Ok, OkCancel };
 enum class Answer { Ok, Cancel };
 
-class WindowSystem {
+class WindowSystem : public EventLoop {
  public:
-  virtual ~WindowSystem() = default;
-
-  /// Handles what is pending (clicks, ticks, repaints) and returns at once. For loops with characters in
-  /// hand.
-  virtual void Yield() = 0;
-
-  /// The same; with nothing pending it waits for input on the open port or for an event, some hundredths of
-  /// a second at most. For loops that wait.
-  virtual void Rest() = 0;
-
   /// Shows the window over all others and returns when it has been unloaded or hidden. The window stays its
   /// owner's.
   virtual void ShowModal(Window& window) = 0;

@@ -1,9 +1,9 @@
 // What the controls tell their views and their windows.
-#include "platform/controls.h"
+#include "ui/controls.h"
 
 #include <utility>
 
-#include "platform/window.h"
+#include "ui/window.h"
 
 namespace ox {
 

@@ -44,7 +44,8 @@ endif()
 # library cannot include them. Only the headers of the folder itself are offered there, not those of folders below it.
 function(ox_offer_headers name)
   set(root ${PROJECT_BINARY_DIR}/floors/${name})
-  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  string(REGEX REPLACE "^src/" "" folder ${folder})
   file(GLOB headers CONFIGURE_DEPENDS *.h)
   file(REMOVE_RECURSE ${root})
   file(MAKE_DIRECTORY ${root}/${folder})
@@ -55,7 +56,7 @@ function(ox_offer_headers name)
   target_include_directories(${name} PUBLIC ${root})
 endfunction()
 
-# ox_library(NAME SOURCES file... LINKS library...): one folder below src/, one library. It may include the headers of its
+# ox_library(NAME SOURCES file... LINKS library...): one folder, one library. It may include the headers of its
 # own folder and of what it links.
 function(ox_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})

@@ -1,12 +1,166 @@
 // The line between the two ends: its time, to the character, and a real pseudo-terminal under a port's name.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <map>
 
 #include "platform/posix/posix_serial_port.h"
 #include "platform/scratch_folder.h"
+#include "simulator/device/device.h"
 #include "simulator/pty/line_host.h"
 #include "support/scripted_device.h"
+#include "support/test_host.h"
 
 namespace ox::sim {
+namespace {
+
+/// The line's end is each of several devices in turn; tells whether it has heard anything.
+struct Ear : Endpoint {
+  void Receive(BytesView bytes, const LineSettings& pc, Seconds now) override {
+    heard = true;
+    device->Receive(bytes, pc, now);
+  }
+  std::optional<Seconds> NextOutput() const override { return device->NextOutput(); }
+  Bytes TakeSome(Seconds now, std::size_t most) override { return device->TakeSome(now, most); }
+  LineSettings Line() const override { return device->Line(); }
+  std::optional<Device> device;
+  bool heard = false;
+};
+
+/// An end that says what it is told to.
+struct Speaker : Endpoint {
+  void Receive(BytesView, const LineSettings&, Seconds) override {}
+  std::optional<Seconds> NextOutput() const override { return output.Next(); }
+  Bytes TakeSome(Seconds now, std::size_t most) override { return output.Take(now, most); }
+  LineSettings Line() const override { return {9600, 'O', 7}; }
+  OutputQueue output;
+};
+
+/// An end on a pseudo-terminal, and the program's port at the other side of it.
+struct Wire {
+  explicit Wire(Endpoint& end, bool paced = false) : host(end, {"COM1", paced, std::nullopt}) {}
+
+  void Open(const std::string& settings) {
+    port.Close();
+    port.SetSettings(settings);
+    port.Open();
+  }
+  void Step() {
+    host.Wait({});
+    host.Work();
+  }
+  /// Lets everything happen that comes by itself.
+  void Settle() {
+    while (!host.Idle()) Step();
+  }
+  /// So many characters, or what has come of them after half a second.
+  Bytes Read(std::size_t count) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(500);
+    Bytes bytes = port.Input();
+    while (bytes.size() < count && std::chrono::steady_clock::now() < end) bytes += port.Input();
+    return bytes;
+  }
+
+  ScratchFolder folder;
+  LineHost host;
+  OpenPorts openPorts;
+  PosixSerialPort port{openPorts};
+};
+
+}  // namespace
+
+TEST(Line, EveryPairOfSettingsIsJudgedAlikeInMemoryAndOnThePseudoTerminal) {
+  const std::string loader = "19200,n,8,1";
+  std::vector<std::string> all{loader};
+  for (const std::string baud : {"2400", "4800", "9600", "19200"})
+    for (const std::string parity : {",E,7,1", ",O,7,1"}) all.push_back(baud + parity);
+  Ear there;
+  there.device.emplace(DeviceOptions{});
+  Wire wire(there);
+  std::map<std::string, Bytes> understood;  // what a PC reads of "A", where it is no damage
+  for (const std::string& own : all) {
+    const LineSettings line = ParseLineSettings(own).value();
+    const DeviceOptions options{.baud = line.baud, .parity = line.parity, .startInLoader = own == loader};
+    for (const std::string& pc : all) {
+      Device device(options);
+      test::TestHost memory;
+      memory.ports.Connect(1, &device);
+      const auto port = memory.ports.Create();
+      port->SetSettings(pc);
+      port->SetCommPort(1);
+      port->Open();
+      port->Output("S");
+      memory.clock.Advance(1);
+      const Bytes read = port->Input();
+      if (read == "A") understood[own] += pc == own ? "=" : pc;
+      there.device.emplace(options);
+      there.heard = false;
+      wire.Open(pc);
+      for (wire.port.Output("S"); !there.heard;) wire.Step();
+      wire.Settle();
+      EXPECT_EQ(wire.Read(read.size()), read) << pc << " at " << own;
+    }
+  }
+  // "S" and "A" have an even number of ones: with 8 bits and no parity they pass for even parity.
+  std::map<std::string, Bytes> expected;
+  for (const std::string& own : all) expected[own] = "=";
+  expected[loader] = "=19200,E,7,1";
+  expected["19200,E,7,1"] = loader + "=";
+  EXPECT_EQ(understood, expected);
+}
+
+TEST(Line, WhatAnEndHearsOfOneCharacter) {
+  constexpr LineSettings kEven{9600, 'E', 7};
+  constexpr LineSettings kOdd{9600, 'O', 7};
+  constexpr LineSettings kEight{9600, 'N', 8};
+  constexpr LineSettings kTwice{19200, 'N', 8};
+  const std::tuple<char, LineSettings, LineSettings, std::vector<HeardCharacter>> rows[] = {
+      {'V', kEight, kEven, {{'V', false}}},
+      {'\x13', kEight, kEven, {{'\x13', true}}},
+      {'\x93', kEight, kEven, {{'\x13', false}}},
+      {'S', kEven, kOdd, {{'S', true}}},
+      {'S', kOdd, kEight, {{'\xD3', false}}},
+      {'S', kTwice, kEight, {{'\xFE', false}}},
+      // The low start bit twice as long, then "A"'s bits in pairs, its stop bit late.
+      {'A', kEight, kTwice, {{'\x06', true}, {'\xFE', false}}}};
+  for (const auto& [sent, from, to, heard] : rows) EXPECT_EQ(Cross(sent, from, to), heard) << sent;
+  EXPECT_EQ(CrossToPc("AS", kOdd, kEven), Bytes(2, '\0')) << "the host reads a damaged character as NUL";
+}
+
+TEST(LineHost, WhatIsSaidToAClosedPortOrAtOtherSettingsIsNotKept) {
+  // "o" opens the port as the end is set, "e" with the other parity, "c" closes it; the end says digits.
+  const std::pair<std::string, Bytes> rows[] = {{"o12", "12"},  {"1o2", "2"},   {"oc1o2", "2"},
+                                                {"o1co2", "2"}, {"e1co2", "2"}, {"e12", Bytes(2, '\0')}};
+  for (const auto& [happening, read] : rows) {
+    Speaker end;
+    Wire wire(end);
+    for (const char each : happening) {
+      if (each == 'o' || each == 'e') wire.Open(each == 'o' ? "9600,O,7,1" : "9600,E,7,1");
+      if (each == 'c') wire.port.Close();
+      if (each < 'a') end.output.Add(0, Bytes(1, each));
+      wire.host.Work();
+    }
+    EXPECT_EQ(wire.Read(read.size()), read) << happening;
+  }
+}
+
+TEST(LineHost, TakesFromThePcWhatTheLineCarriesAndNoMore) {
+  test::ScriptedDevice end;
+  Wire wire(end, true);
+  constexpr std::size_t kHostBuffers = 100000;
+  const Bytes piece(4096, 'x');
+  const int pc = open("COM1", O_WRONLY | O_NOCTTY | O_NONBLOCK);
+  std::size_t taken = 0;
+  for (int refusals = 0; refusals < 100 && taken < 3 * kHostBuffers;) {
+    const ssize_t count = write(pc, piece.data(), piece.size());
+    if (count < 0) ++refusals;
+    taken += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+    wire.Step();
+  }
+  close(pc);
+  EXPECT_LT(taken, kHostBuffers);
+}
 
 TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   constexpr LineSettings kLine{1000, 'O', 7};  // one character in 10 ms
@@ -17,7 +171,7 @@ TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   line.FromPc("y", kLine, 1);
   EXPECT_DOUBLE_EQ(line.NextEvent().value(), 1.01);
   const std::pair<Seconds, Bytes> arrivals[] = {{1.0299, ""}, {1.0301, "X"}, {1.0399, ""}, {1.0401, "Y"}};
-  for (const auto& [now, arrived] : arrivals) EXPECT_EQ(line.Advance(now), arrived) << now;
+  for (const auto& [now, arrived] : arrivals) EXPECT_EQ(line.Advance(now, kLine), arrived) << now;
 }
 
 TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "simulator/line/crossing.h"
 #include "support/side.h"
 
 namespace ox::test {
@@ -58,8 +59,8 @@ class TestPort : public SerialPort {
     Check();
     sim::Endpoint* device = Device();
     if (device == nullptr) return {};
-    const Bytes arrived = device->TakeOutput(ports_.clock_.Elapsed());
-    return sim::Fits(device->Line(), line_) ? sim::MaskedTo(arrived, line_.dataBits) : Bytes();
+    const sim::LineSettings from = device->Line();
+    return sim::CrossToPc(device->TakeOutput(ports_.clock_.Elapsed()), from, line_);
   }
 
   void SetModemLine(bool on) override {

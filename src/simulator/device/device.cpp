@@ -16,8 +16,9 @@ constexpr char kSeparator = ' ';
 constexpr int kGenerationWithPowerSupply = 3;
 
 constexpr char kUpdateAcknowledgement[] = "@UPDATEACK\r";
-// The device stops its dialogue and sets its line to the loader's settings within this time.
-constexpr Seconds kSwitchingTime = 0.005;
+// From the end of the update request to the loader's first word, at the loader's settings: the PC closes its
+// port and opens it again meanwhile.
+constexpr Seconds kSwitchingTime = 0.08;
 
 constexpr char kOlderKind = 'a';     // the kind query of devices that keep the older image
 constexpr int kHighestPreset = 100;  // percent; any other character of a power request means none
@@ -53,7 +54,9 @@ Device::Device(DeviceOptions options)
 
 LineSettings Device::Line() const {
   constexpr unsigned kDialogueBits = 7;
-  return loader_->Running() ? kLoaderLine : LineSettings{options_.baud, options_.parity, kDialogueBits};
+  return loader_->Running() || loaderHasLastWord_
+             ? kLoaderLine
+             : LineSettings{options_.baud, options_.parity, kDialogueBits};
 }
 
 std::optional<Seconds> Device::NextOutput() const {
@@ -65,35 +68,44 @@ std::optional<Seconds> Device::NextOutput() const {
 
 Bytes Device::TakeSome(Seconds now, std::size_t most) {
   dialogue_.Settle(now);
-  return output_.Take(now, most);
+  Bytes taken = output_.Take(now, most);
+  if (!output_.Next()) loaderHasLastWord_ = false;
+  return taken;
 }
 
 void Device::Receive(BytesView bytes, const LineSettings& pc, Seconds now) {
   dialogue_.Settle(now);
   while (!bytes.empty()) {
     // Asked for every piece, since any of them can switch the device over.
-    const bool fits = Fits(pc, Line());
-    const bool toLoader = fits && loader_->Running();
+    const bool alike = pc == Line();
+    const bool toLoader = alike && loader_->Running();
     const BytesView piece = bytes.substr(0, toLoader ? loader_->Missing() : 1);
     bytes.remove_prefix(piece.size());
     if (toLoader) {
       TakeLoader(piece, now);
-    } else if (fits) {
-      TakeDialogue(piece.front(), now);
-    } else if (options_.rubbishWhenUnfit) {
+    } else if (!alike && options_.rubbishWhenUnfit) {
       output_.Add(now, Bytes(1, ByteOf(static_cast<unsigned>(rubbish_()))));
+    } else {
+      for (const HeardCharacter& heard : Cross(piece.front(), pc, Line())) Hear(heard, now);
     }
   }
 }
 
-void Device::TakeDialogue(char character, Seconds now) {
-  const Bytes masked = MaskedTo(BytesView(&character, 1), Line().dataBits);
-  if (dialogue_.Receive(masked[0], CharacterTime(Line()), now)) EnterLoader(now);
+void Device::Hear(const HeardCharacter& heard, Seconds now) {
+  if (loader_->Running()) {
+    if (!heard.damaged) TakeLoader(BytesView(&heard.character, 1), now);
+  } else if (heard.damaged) {
+    dialogue_.TakeDamaged(now);
+  } else if (dialogue_.Receive(heard.character, CharacterTime(Line()), now)) {
+    EnterLoader(now);
+  }
 }
 
 void Device::TakeLoader(BytesView piece, Seconds now) {
   for (const TimedReply& reply : loader_->Receive(piece, now)) output_.Add(reply.due, reply.bytes);
-  if (!loader_->Running()) TakeOverTables();
+  if (loader_->Running()) return;
+  loaderHasLastWord_ = output_.Next().has_value();
+  TakeOverTables();
 }
 
 void Device::EnterLoader(Seconds now) {

@@ -14,6 +14,7 @@
 #include "simulator/device/reply_faults.h"
 #include "simulator/device/reply_shape.h"
 #include "simulator/device/station_data.h"
+#include "simulator/line/crossing.h"
 #include "simulator/line/endpoint.h"
 #include "simulator/line/output_queue.h"
 
@@ -59,7 +60,7 @@ class Device : public Endpoint {
   ReplyFaults& Faults() { return faults_; }
 
  private:
-  void TakeDialogue(char character, Seconds now);
+  void Hear(const HeardCharacter& heard, Seconds now);
   void TakeLoader(BytesView piece, Seconds now);
   void EnterLoader(Seconds now);
   void TakeOverTables();
@@ -72,7 +73,8 @@ class Device : public Endpoint {
   DeviceMemory memory_;
   ReplyFaults faults_;
   OutputQueue output_;
-  std::optional<Loader> loader_;  // made anew by a restart
+  std::optional<Loader> loader_;    // made anew by a restart
+  bool loaderHasLastWord_ = false;  // it has ended, but its reply still goes out at its settings
   Dialogue dialogue_;
   Polls polls_;
   PowerSupply power_;

@@ -74,6 +74,13 @@ bool Dialogue::Receive(char character, Seconds characterTime, Seconds now) {
   return complete;
 }
 
+void Dialogue::TakeDamaged(Seconds now) {
+  Settle(now);
+  last_ = now;
+  Sleep();
+  output_.Clear();
+}
+
 void Dialogue::BeginWakeUp(Seconds characterTime, Seconds now) {
   state_ = State::Waking;
   text_ = kWakeUp;

@@ -31,6 +31,10 @@ class Dialogue {
   /// request for an update; nothing is answered to that here.
   bool Receive(char character, Seconds characterTime, Seconds now);
 
+  /// Takes a character that arrived damaged: the request that it belongs to is forgotten, and a reply that
+  /// still runs ends.
+  void TakeDamaged(Seconds now);
+
   /// When the answer to a wake-up is due; nothing when there is none. It comes only after a pause, since a
   /// text that goes on at once is no wake-up.
   std::optional<Seconds> WakeUpDue() const;

@@ -5,6 +5,8 @@
 #include <cctype>
 #include <utility>
 
+#include "simulator/line/crossing.h"
+
 namespace ox::sim {
 namespace {
 
@@ -51,8 +53,16 @@ SimulatedModem::SimulatedModem(ModemOptions options)
     : options_(std::move(options)), nextBurst_(options_.burstPeriod) {}
 
 void SimulatedModem::Receive(BytesView bytes, const LineSettings& pc, Seconds now) {
-  if (!Fits(pc, options_.line)) return;
-  for (const char byte : MaskedTo(bytes, options_.line.dataBits)) ReceiveCharacter(byte, now);
+  for (const char byte : bytes) {
+    for (const HeardCharacter& heard : Cross(byte, pc, options_.line)) {
+      if (heard.damaged) {
+        awake_ = false;
+        text_.clear();
+      } else {
+        ReceiveCharacter(heard.character, now);
+      }
+    }
+  }
 }
 
 void SimulatedModem::ReceiveCharacter(char character, Seconds now) {

@@ -1,4 +1,4 @@
-// Reading and comparing line settings.
+// Reading line settings.
 #include "simulator/line/line_settings.h"
 
 #include <algorithm>
@@ -32,12 +32,6 @@ bool IsParity(char letter) {
   return letter == 'O' || letter == 'E' || letter == 'N';
 }
 
-bool ParityFits(char one, char other) {
-  if (one == LineSettings::kNotOdd) return other != 'O';
-  if (other == LineSettings::kNotOdd) return one != 'O';
-  return one == other;
-}
-
 }  // namespace
 
 std::optional<LineSettings> ParseLineSettings(BytesView text) {
@@ -51,18 +45,10 @@ std::optional<LineSettings> ParseLineSettings(BytesView text) {
   return LineSettings{*baud, letter, *dataBits};
 }
 
-bool Fits(const LineSettings& one, const LineSettings& other) {
-  const bool bitsKnown =
-      one.dataBits != LineSettings::kUnknownBits && other.dataBits != LineSettings::kUnknownBits;
-  return one.baud == other.baud && ParityFits(one.parity, other.parity) &&
-         (!bitsKnown || one.dataBits == other.dataBits);
-}
-
 Seconds CharacterTime(const LineSettings& line) {
-  // 7 data bits with parity and 8 without both make 10 bits with the start and stop bit; the one set of bits
-  // that a pseudo-terminal hides is therefore not needed.
-  constexpr double kBitsPerCharacter = 10;
-  return kBitsPerCharacter / line.baud;
+  constexpr unsigned kStartAndStopBit = 2;
+  const unsigned bits = line.dataBits + (line.parity == 'N' ? 0 : 1) + kStartAndStopBit;
+  return static_cast<Seconds>(bits) / line.baud;
 }
 
 Bytes MaskedTo(BytesView bytes, unsigned dataBits) {

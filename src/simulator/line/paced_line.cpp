@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "simulator/line/crossing.h"
+
 namespace ox::sim {
 
 void PacedLine::FromPc(BytesView bytes, const LineSettings& pc, Seconds now) {
@@ -27,7 +29,7 @@ std::optional<Seconds> PacedLine::NextEvent() const {
   return departure ? std::min(*departure, incoming_.front().due) : incoming_.front().due;
 }
 
-Bytes PacedLine::Advance(Seconds now) {
+Bytes PacedLine::Advance(Seconds now, const std::optional<LineSettings>& pc) {
   Bytes arrived;
   for (auto next = NextEvent(); next && *next <= now; next = NextEvent()) {
     if (!incoming_.empty() && incoming_.front().due <= *next) {
@@ -35,12 +37,12 @@ Bytes PacedLine::Advance(Seconds now) {
       incoming_.pop_front();
       end_.Receive(BytesView(&taken.character, 1), taken.pc, taken.due);
     } else if (outgoing_) {
-      arrived += outgoing_->character;
+      if (pc) arrived += CrossToPc(outgoing_->character, outgoing_->from, *pc);
       endIdleSince_ = outgoing_->due;
       outgoing_.reset();
     } else {
-      Bytes character = end_.TakeSome(*next, 1);
-      outgoing_ = Outgoing{*next + Duration(end_.Line()), std::move(character)};
+      const LineSettings from = end_.Line();
+      outgoing_ = Outgoing{*next + Duration(from), end_.TakeSome(*next, 1), from};
     }
   }
   return arrived;

@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 #include <ctime>
@@ -49,17 +50,33 @@ void LineHost::Count(std::size_t characters) {
   replugAt_ = Now() + kUnplugged;
 }
 
+// What the PC's end is set to; nothing while nobody has it open.
+std::optional<LineSettings> LineHost::PcEnd() {
+  if (!plug_) return std::nullopt;
+  // A port that is closed forgets what was not read.
+  if (plug_->openings.Look()) plug_->line.DropUnread();
+  if (!plug_->openings.Any()) return std::nullopt;
+  return plug_->line.PcSettings();
+}
+
+// Whether the PC must read before anything more can happen on an unpaced line.
+bool LineHost::Held() const {
+  return !options_.paced && plug_ && plug_->line.Waiting();
+}
+
 std::optional<Seconds> LineHost::NextWakeUp() const {
-  const auto next = paced_.NextEvent();
+  const auto next = Held() ? std::nullopt : paced_.NextEvent();
   if (plug_) return next;
   return next ? std::min(*next, replugAt_) : replugAt_;
 }
 
 void LineHost::Work() {
   if (!plug_ && Now() >= replugAt_) plug_.emplace(options_.link);
-  const Bytes arrived = paced_.Advance(Now());
+  const auto pc = PcEnd();
+  if (Held()) return;
+  const Bytes arrived = paced_.Advance(Now(), pc);
   if (!plug_ || arrived.empty()) return;
-  plug_->line.Write(arrived);
+  if (!plug_->line.Waiting()) plug_->line.Write(arrived);
   Count(arrived.size());
 }
 
@@ -71,18 +88,20 @@ void LineHost::Wait(const sigset_t& awaited) {
     limit = &timeout;
   }
   const bool waiting = plug_ && plug_->line.Waiting();
-  pollfd descriptor{plug_ ? plug_->line.Descriptor() : -1,
-                    static_cast<short>(POLLIN | (waiting ? POLLOUT : 0)), 0};
-  if (ppoll(&descriptor, 1, limit, &awaited) <= 0 || !plug_) return;
-  if ((descriptor.revents & POLLOUT) != 0) plug_->line.Flush();
-  if ((descriptor.revents & POLLIN) != 0) TakeFromPc();
+  const bool room = paced_.Room() > 0;
+  std::array<pollfd, 2> watched{{{plug_ ? plug_->line.Descriptor() : -1,
+                                  static_cast<short>((room ? POLLIN : 0) | (waiting ? POLLOUT : 0)), 0},
+                                 {plug_ ? plug_->openings.Descriptor() : -1, POLLIN, 0}}};
+  if (ppoll(watched.data(), watched.size(), limit, &awaited) <= 0 || !plug_) return;
+  if ((watched[0].revents & POLLOUT) != 0) plug_->line.Flush();
+  if ((watched[0].revents & POLLIN) != 0) TakeFromPc();
 }
 
 void LineHost::TakeFromPc() {
   // The settings first: they belong to what was sent before.
   const LineSettings pc = plug_->line.PcSettings();
   const Seconds now = Now();
-  const Bytes sent = plug_->line.Read();
+  const Bytes sent = plug_->line.Read(paced_.Room());
   paced_.FromPc(sent, pc, now);
   Count(sent.size());
 }

@@ -8,6 +8,7 @@
 
 #include "simulator/line/endpoint.h"
 #include "simulator/line/paced_line.h"
+#include "simulator/pty/openings.h"
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
 
@@ -20,7 +21,9 @@ struct HostOptions {
   std::optional<std::size_t> unplugAfter;  ///< the cable is pulled once, when so many characters have passed
 };
 
-/// One end on one pseudo-terminal under one name. Wakes up only when a character is due or has come.
+/// One end on one pseudo-terminal under one name. Wakes up only when a character is due or has come. Takes
+/// from the PC no more than the line carries, and holds for it no more than the host's buffer: what is not
+/// read when that is full is lost, or on an unpaced line makes the end wait.
 class LineHost {
  public:
   /// From the cable being pulled until it is in its place again, on a new pseudo-terminal.
@@ -46,11 +49,14 @@ class LineHost {
  private:
   struct Plug {
     PtyLine line;
+    Openings openings;
     PortLink link;
-    explicit Plug(const std::string& name) : link(name, line.Path()) {}
+    explicit Plug(const std::string& name) : openings(line.Path()), link(name, line.Path()) {}
   };
 
   void Count(std::size_t characters);
+  std::optional<LineSettings> PcEnd();
+  bool Held() const;
   std::optional<Seconds> NextWakeUp() const;
   void TakeFromPc();
 

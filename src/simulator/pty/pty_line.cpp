@@ -5,6 +5,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -66,21 +67,29 @@ PtyLine::~PtyLine() {
 LineSettings PtyLine::PcSettings() const {
   termios settings{};
   tcgetattr(slave_, &settings);
-  const bool odd = (settings.c_cflag & PARODD) != 0;
-  return {BaudOf(cfgetospeed(&settings)), odd ? 'O' : LineSettings::kNotOdd, LineSettings::kUnknownBits};
+  const unsigned baud = BaudOf(cfgetospeed(&settings));
+  if ((settings.c_cflag & PARODD) != 0) return {baud, 'O', 7};
+  if ((settings.c_iflag & INPCK) != 0) return {baud, 'E', 7};
+  return {baud, 'N', 8};
 }
 
-Bytes PtyLine::Read() {
+Bytes PtyLine::Read(std::size_t most) {
   Bytes arrived;
   std::array<char, 4096> buffer{};
-  for (;;) {
-    const ssize_t count = read(master_, buffer.data(), buffer.size());
+  while (arrived.size() < most) {
+    const ssize_t count = read(master_, buffer.data(), std::min(buffer.size(), most - arrived.size()));
     if (count > 0) {
       arrived.append(buffer.data(), static_cast<size_t>(count));
     } else if (count == 0 || errno != EINTR) {
-      return arrived;
+      break;
     }
   }
+  return arrived;
+}
+
+void PtyLine::DropUnread() {
+  unwritten_.clear();
+  tcflush(slave_, TCIFLUSH);
 }
 
 void PtyLine::Write(BytesView bytes) {

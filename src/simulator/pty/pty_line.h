@@ -1,6 +1,7 @@
 // A pseudo-terminal whose other side a program opens like a serial port.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "platform/bytes.h"
@@ -24,16 +25,20 @@ class PtyLine {
   /// What a program opens, "/dev/pts/5".
   const std::string& Path() const { return path_; }
 
-  /// The settings that the program has made. Only baud rate and odd parity come through.
+  /// The settings that the program has made. A pseudo-terminal shows no character size and of the parity only
+  /// whether it is odd and whether the input is checked: without either it counts as none with 8 data bits,
+  /// else as one with 7.
   LineSettings PcSettings() const;
-  /// Everything that has arrived; empty when nothing has.
-  Bytes Read();
+  /// What has arrived, at most so many bytes; empty when nothing has.
+  Bytes Read(std::size_t most = Bytes::npos);
   /// Writes without blocking; what the host does not take yet waits for Flush.
   void Write(BytesView bytes);
   /// Writes again what waits.
   void Flush();
   /// Whether something waits until the descriptor can be written.
   bool Waiting() const { return !unwritten_.empty(); }
+  /// Takes back what was written and not yet read.
+  void DropUnread();
 
  private:
   int master_ = -1;

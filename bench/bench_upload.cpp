@@ -10,9 +10,9 @@
 #include "bench/tapped_ports.h"
 #include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
-#include "programming/updatepro.h"
-#include "programming/updatepro_ox3.h"
-#include "programming/updatetab.h"
+#include "programming/device_kind.h"
+#include "updates/program_update_window.h"
+#include "updates/updatetab.h"
 
 namespace ox::bench {
 namespace {
@@ -98,11 +98,10 @@ bool UpdateTables(Desk& desk, Figures& figures) {
   return Report(figures, "table update of 64 blocks", rig.times, kTableBlocks, desk.user);
 }
 
-template <class ProgramWindow>
 bool UpdateProgram(Desk& desk, Figures& figures, const std::string& generation, const std::string& file,
                    double blocks) {
   Rig rig(desk, {"--generation", generation});
-  ProgramWindow window(rig.host, rig.subs, rig.chooser);
+  ProgramUpdateWindow window(rig.host, ProgramWindowKind("OX " + generation), rig.subs, rig.chooser);
   desk.user.Use(window, [&] {
     ChooseFile(desk, window.ChPro, file);
     window.ProStart.Click();
@@ -117,8 +116,7 @@ int main(int argumentCount, char** arguments) {
   ox::bench::Desk desk(argumentCount, arguments);
   ox::bench::Figures figures;
   bool done = ox::bench::UpdateTables(desk, figures);
-  done &= ox::bench::UpdateProgram<ox::updatepro>(desk, figures, "2", "ox2.pro", ox::bench::kProgram2Blocks);
-  done &=
-      ox::bench::UpdateProgram<ox::UpdateproOx3>(desk, figures, "3", "ox3.pr3", ox::bench::kProgram3Blocks);
+  done &= ox::bench::UpdateProgram(desk, figures, "2", "ox2.pro", ox::bench::kProgram2Blocks);
+  done &= ox::bench::UpdateProgram(desk, figures, "3", "ox3.pr3", ox::bench::kProgram3Blocks);
   return done ? figures.ExitStatus() : EXIT_FAILURE;
 }

@@ -5,10 +5,10 @@
 #include "link/verbindungstest.h"
 #include "modem/modem.h"
 #include "power/power_monitor.h"
-#include "programming/firmware_packer.h"
-#include "programming/updatepro.h"
-#include "programming/updatepro_ox3.h"
-#include "programming/updatetab.h"
+#include "programming/device_kind.h"
+#include "updates/firmware_packer.h"
+#include "updates/program_update_window.h"
+#include "updates/updatetab.h"
 
 namespace ox {
 
@@ -19,8 +19,10 @@ StartCommands Program::Commands() {
       .connectionTest = [this] { RunConnectionTest(host_, subs_.settings); },
       .dataExchange = [this] { Show<Datenaustausch>(subs_.settings, chooser_); },
       .tableUpdate = [this] { Show<updatetab>(subs_, chooser_); },
-      .programUpdate2 = [this] { Show<updatepro>(subs_, chooser_); },
-      .programUpdate3 = [this] { Show<UpdateproOx3>(subs_, chooser_); },
+      .programUpdate =
+          [this] {
+            Show<ProgramUpdateWindow>(ProgramWindowKind(subs_.settings.DeviceType()), subs_, chooser_);
+          },
       .firmwarePacker = [this] { Show<FirmwareOX3Verpacken>(subs_.settings); },
       .powerMonitor = [this] { Show<PowerMonitor>(subs_.settings); },
       .modem = [this] { Show<Modem>(subs_.settings); },

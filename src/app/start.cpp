@@ -30,8 +30,6 @@ constexpr std::string_view kInformation =
     "Versionsnummer: 4.00\r\n"
     "Versionsdatum:  30.10.2006";
 
-constexpr std::string_view kGeneration3 = "OX 3";
-
 std::string ConnectionReport(const SessionSettings& settings) {
   std::string report;
   const auto line = [&](std::string_view text) { report.append(text).append(settings.CRLF); };
@@ -101,9 +99,7 @@ void Start::TestConnection() {
 
 void Start::UpdateProgram() {
   if (host_.windows.ShowMessage(kUpdateWarning, Buttons::OkCancel) == Answer::Cancel) return;
-  if (!FindDevice()) return;
-  const bool generation3 = settings_.DeviceType() == kGeneration3;
-  RunCommand(generation3 ? &StartCommands::programUpdate3 : &StartCommands::programUpdate2);
+  RunGuarded(&StartCommands::programUpdate);
 }
 
 void Start::ShowInformation() {

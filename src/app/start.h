@@ -16,8 +16,7 @@ struct StartCommands {
   std::function<void()> connectionTest;  // leaves its result in the session settings
   std::function<void()> dataExchange;
   std::function<void()> tableUpdate;
-  std::function<void()> programUpdate2;  // generations I and II
-  std::function<void()> programUpdate3;
+  std::function<void()> programUpdate;  // of the device that the connection test found
   std::function<void()> firmwarePacker;
   std::function<void()> powerMonitor;
   std::function<void()> modem;

@@ -7,7 +7,7 @@
 
 namespace ox {
 
-/// Makes the form of the window of this name, not yet shown; null when there is none.
+/// Makes the form of this name, not yet shown; null when there is none.
 std::unique_ptr<QWidget> MakeForm(std::string_view name, QWidget* parent);
 
 }  // namespace ox

@@ -11,7 +11,7 @@
 
 namespace ox {
 
-View::View(Window& window, QWidget* parent) : window_(window), form_(MakeForm(window.Name(), parent)) {
+View::View(Window& window, QWidget* parent) : window_(window), form_(MakeForm(window.Form(), parent)) {
   if (form_ == nullptr) return;
   form_->setWindowTitle(QString::fromStdString(window.Caption()));
   if (parent != nullptr) form_->setWindowModality(Qt::ApplicationModal);

@@ -17,12 +17,11 @@ constexpr int kWakeUpSeconds = 1;
 constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";
 constexpr BytesView kUpdateAcknowledgement = "@UPDATEACK\r";
 constexpr char kEndOfAcknowledgement = '\r';
-constexpr float kAcknowledgementSeconds = 5.0F;
 
 }  // namespace
 
-LoaderLink::LoaderLink(Host& host, const SessionSettings& settings)
-    : host_(host), settings_(settings), Duep_(host.ports.Create()) {}
+LoaderLink::LoaderLink(Machine& machine, const SessionSettings& settings)
+    : machine_(machine), settings_(settings), Duep_(machine.ports.Create()) {}
 
 void LoaderLink::Open(BytesView lineSettings) {
   Duep_->Close();
@@ -47,13 +46,14 @@ bool LoaderLink::RequestUpdateMode() {
 }
 
 bool LoaderLink::AwaitAcknowledgement() {
-  const float start = host_.clock.SecondsSinceMidnight();
+  const float start = machine_.clock.SecondsSinceMidnight();
   Bytes reply;
   do {
-    host_.windows.Rest();
+    machine_.events.Rest();
     reply += Duep_->Input();
   } while (!reply.ends_with(kEndOfAcknowledgement) &&
-           std::abs(start - host_.clock.SecondsSinceMidnight()) < kAcknowledgementSeconds);
+           std::abs(start - machine_.clock.SecondsSinceMidnight()) <
+               static_cast<float>(kAcknowledgementSeconds));
   return reply == kUpdateAcknowledgement;
 }
 
@@ -69,12 +69,12 @@ Bytes LoaderLink::SendBlock(const LoaderRequest& request, std::size_t address, B
 }
 
 Bytes LoaderLink::WaitForReply(int seconds) {
-  const float end = host_.clock.SecondsSinceMidnight() + static_cast<float>(seconds);
+  const float end = machine_.clock.SecondsSinceMidnight() + static_cast<float>(seconds);
   Bytes reply;
   do {
-    host_.windows.Rest();
+    machine_.events.Rest();
     reply = Duep_->Input();
-  } while (reply.empty() && host_.clock.SecondsSinceMidnight() <= end);
+  } while (reply.empty() && machine_.clock.SecondsSinceMidnight() <= end);
   return reply;
 }
 

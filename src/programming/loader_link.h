@@ -1,20 +1,23 @@
-// The exchange with the device's loader, the same for all update windows.
+// The exchange with the device's loader, the same for all updates.
 #pragma once
 
 #include <memory>
 
+#include "platform/machine.h"
 #include "programming/loader_requests.h"
 #include "session/session_settings.h"
-#include "ui/host.h"
 
 namespace ox {
 
-/// An update window's line to the loader. Owns the window's port; shows nothing to the user. Every operation
+/// The line of an update to the loader. Owns its port; shows nothing to the user. Every operation
 /// but Close may throw PortError and leaves the port to be closed by the caller then.
 class LoaderLink {
  public:
-  /// Host and settings outlive the link.
-  LoaderLink(Host& host, const SessionSettings& settings);
+  /// Machine and settings outlive the link.
+  LoaderLink(Machine& machine, const SessionSettings& settings);
+
+  /// Whose port and line parameters it uses.
+  const SessionSettings& Session() const { return settings_; }
 
   /// Opens the port at the loader's settings, anew when it is open.
   void OpenForLoader();
@@ -35,6 +38,9 @@ class LoaderLink {
     return SendBlock(request, address, data) == kAccepted;
   }
 
+  /// The longest wait for the acknowledgement of the update request.
+  static constexpr int kAcknowledgementSeconds = 5;
+
   static constexpr BytesView kAccepted = "A";
   static constexpr BytesView kRefused = "N";
 
@@ -45,7 +51,7 @@ class LoaderLink {
   /// midnight overtakes ends only with input, since the clock falls back to 0.
   Bytes WaitForReply(int seconds);
 
-  Host& host_;
+  Machine& machine_;
   const SessionSettings& settings_;
   std::unique_ptr<SerialPort> Duep_;
 };

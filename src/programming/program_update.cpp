@@ -1,76 +1,56 @@
-// The two program updates side by side, and their texts.
+// The steps of the program update.
 #include "programming/program_update.h"
+
+#include "programming/update_steps.h"
 
 namespace ox {
 namespace {
 
-constexpr std::string_view kProgrammingModeHint =
-    "Zum Programmupdate der Orvanexe II mit SW-Stand vor 3.0\r\n"
-    "muss zuvor am Gerät der Programmiermodus eingestellt werden!\r\n"
-    "Hierzu ist es bei gedrückten Pfeiltasten einzuschalten.";
+constexpr std::string_view kSuccess = "Programmupdate erfolgreich abgeschlossen!";
 
-constexpr std::string_view kGeneration1 =
-    "Abbruch: OX 1 kann so nicht programmiert werden!\r\n"
-    "Bitte wenden Sie sich an den Hersteller.";
+// The numbers in the abort messages of the steps that the generations share.
+constexpr Refusal kNoAcknowledgement{11};
+constexpr Refusal kLoaderSilent{12};
+constexpr Refusal kNotVerified{16};
 
-constexpr std::string_view kDeviceChanged =
-    "Abbruch: Gerätewechsel während der Programmierung nicht zulässig !\r\n"
-    "Bitte wenden Sie sich an den Hersteller.";
+bool CheckDeviceType(UpdateRun& run, const DeviceKind& kind) {
+  const Bytes type = run.Session().DeviceType();
+  if (type.starts_with(kind.type)) return true;
+  for (const TypeRefusal& refusal : kind.program.otherTypes) {
+    if (type.starts_with(refusal.type)) return run.Abort(refusal.message);
+  }
+  return false;
+}
 
-constexpr std::string_view kUnusableWarning =
-    "\r\nWarnung: Orvanexe nicht lauffähig! Bitte Werkstatt aufsuchen!";
+/// Brings a device of the right type from its dialogue into its loader.
+bool SendIntoLoader(UpdateRun& run, const DeviceKind& kind) {
+  return run.FindDevice(kind.program.notFound) && CheckDeviceType(run, kind) &&
+         run.EnterLoader(kNoAcknowledgement);
+}
 
-constexpr BytesView kAnyType;
-
-// The numbers in the abort messages of this procedure.
-constexpr int kFirstStepRefused = 13;
-constexpr int kSecondStepRefused = 14;
-constexpr int kBlockRefused = 15;
-constexpr int kKindRefused = 91;
+/// Asks for everything that goes before the first block.
+bool PrepareDevice(UpdateRun& run, const ProgramUpdateKind& kind) {
+  if (kind.probesLoader) {
+    run.Mark();
+    if (!run.Probe(request::kProbe, kLoaderSilent)) return false;
+  }
+  for (const Preparation& preparation : kind.preparations) {
+    if (preparation.marked) run.Mark();
+    if (!run.Demand(preparation.step, preparation.request, preparation.refusal)) return false;
+  }
+  return true;
+}
 
 }  // namespace
 
-std::string ProgramUpdateConnectionMessage() {
-  return "Verbindung mit Orvanexe II konnte nicht hergestellt werden.\r\n"
-         "Bitte überprüfen Sie, ob die Orvanexe am eingestellten\r\n"
-         "COM-Port angeschlossen und eingeschaltet ist!\r\n\r\n" +
-         std::string(kProgrammingModeHint);
-}
-
-const ProgramUpdate& ProgramUpdate2() {
-  static const ProgramUpdate kUpdate{
-      .windowName = "updatepro",
-      .caption = "Update Programm OX II",
-      .filePattern = "*.pro",
-      .format = kProgramFormat2,
-      .triesLoaderFirst = true,
-      .probesLoader = true,
-      .deviceType = "OX 2",
-      .otherTypes = {{"OX 1", kGeneration1}, {kAnyType, kProgrammingModeHint}},
-      .preparations = {{request::kOlderKind, false, std::string(kGeneration1), false},
-                       {request::kPrepareProgramFirst, true, WrongAnswer(kFirstStepRefused)},
-                       {request::kPrepareProgramSecond, true, WrongAnswer(kSecondStepRefused)}},
-      .transfer = {.write = request::kWriteProgram2, .markPeriod = 4, .markPhase = 1},
-      .blockRefusal = WrongAnswer(kBlockRefused) + std::string(kUnusableWarning),
-  };
-  return kUpdate;
-}
-
-const ProgramUpdate& ProgramUpdate3() {
-  static const ProgramUpdate kUpdate{
-      .windowName = "UpdateproOx3",
-      .caption = "Update Programm OX III",
-      .filePattern = "*.pr3",
-      .format = kProgramFormat3,
-      .triesLoaderFirst = false,
-      .probesLoader = false,
-      .deviceType = "OX 3",
-      .otherTypes = {{kAnyType, kDeviceChanged}},
-      .preparations = {{request::kLaterGeneration3Kind, false, WrongAnswer(kKindRefused)}},
-      .transfer = {.write = request::kWriteProgram3, .markPeriod = 8, .markPhase = 0},
-      .blockRefusal = WrongAnswer(kBlockRefused),
-  };
-  return kUpdate;
+UpdateEnd RunProgramUpdate(const DeviceKind& kind, LoaderLink& link, const DeviceSearch& search,
+                           BytesView program, UpdateObserver& observer) {
+  return RunUpdate(link, search, observer, [&](UpdateRun& run) {
+    const bool loaderRuns = kind.program.triesLoaderFirst && run.LoaderRuns();
+    return (loaderRuns || SendIntoLoader(run, kind)) && PrepareDevice(run, kind.program) &&
+           run.WriteBlocks(step::kWriteProgram, program, kind.program.transfer) &&
+           run.Demand(step::kVerifyProgram, request::kVerifyProgram, kNotVerified) && run.Finish(kSuccess);
+  });
 }
 
 }  // namespace ox

@@ -20,8 +20,8 @@ void ReportFailure(WindowSystem& windows, std::string_view text) noexcept {
 
 }  // namespace
 
-Window::Window(WindowSystem& windows, std::string_view name, std::string_view caption)
-    : windows_(windows), name_(name), caption_(caption) {}
+Window::Window(WindowSystem& windows, std::string_view name, std::string_view caption, std::string_view form)
+    : windows_(windows), name_(name), caption_(caption), form_(form.empty() ? name : form) {}
 
 void Window::Open() {
   open_ = true;

@@ -17,14 +17,16 @@ class Control;
 /// from the screen when IsOpen turns false. Its controls are public members, its handlers private.
 class Window {
  public:
-  /// `name` is the window's class and names its form; `caption` is UTF-8.
-  Window(WindowSystem& windows, std::string_view name, std::string_view caption);
+  /// `name` is the window's own; `caption` is UTF-8. Windows that look alike share a form: it bears the
+  /// window's name when none is given.
+  Window(WindowSystem& windows, std::string_view name, std::string_view caption, std::string_view form = {});
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
   virtual ~Window() = default;
 
   const std::string& Name() const { return name_; }
   const std::string& Caption() const { return caption_; }
+  const std::string& Form() const { return form_; }
 
   /// In the order of their declaration.
   const std::vector<Control*>& Controls() const { return controls_; }
@@ -45,10 +47,12 @@ class Window {
   /// The control that asked last for the input focus; null when none has.
   Control* Focused() const { return focused_; }
 
-  // What controls call.
+  // What controls and commands call.
 
   void Add(Control& control) { controls_.push_back(&control); }
   void NoteFocus(Control& control) { focused_ = &control; }
+  /// The user's wish to close, told while a command ran, counts no longer: the window stays.
+  void ForgetCloseRequest() { closeRequested_ = false; }
   /// Runs one of the window's handlers as a command. A handler that is left by an exception is reported to
   /// the user, and OnFailure sets the window right.
   void Run(const std::function<void()>& handler);
@@ -69,9 +73,6 @@ class Window {
   /// Takes the window from the screen; it stays loaded.
   void Hide();
 
-  /// The user's wish to close, told while a command ran, counts no longer: the window stays.
-  void ForgetCloseRequest() { closeRequested_ = false; }
-
   WindowSystem& windows_;
 
  private:
@@ -79,6 +80,7 @@ class Window {
 
   std::string name_;
   std::string caption_;
+  std::string form_;
   std::vector<Control*> controls_;
   std::function<void()> closed_;
   Control* focused_ = nullptr;

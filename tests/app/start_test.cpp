@@ -25,7 +25,7 @@ class StartWindow : public testing::Test {
       settings_.DeviceIdent = device_;
     };
     const auto opens = [this] { happened_ += "window"; };
-    return {test, opens, opens, opens, opens, opens, opens, opens};
+    return {test, opens, opens, opens, opens, opens, opens};
   }
 
   void Open(const Bytes& settings) {

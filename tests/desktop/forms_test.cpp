@@ -23,11 +23,10 @@
 #include "link/verbindungstest.h"
 #include "modem/modem.h"
 #include "power/power_monitor.h"
-#include "programming/firmware_packer.h"
-#include "programming/updatepro.h"
-#include "programming/updatepro_ox3.h"
-#include "programming/updatetab.h"
 #include "support/test_host.h"
+#include "updates/firmware_packer.h"
+#include "updates/program_update_window.h"
+#include "updates/updatetab.h"
 
 namespace ox::test {
 namespace {
@@ -41,7 +40,7 @@ struct Forms : testing::Test {
   /// The form of a window on the screen: every control has its widget, and every widget that a user could
   /// take for one has its control.
   static std::unique_ptr<QWidget> Show(const Window& window) {
-    auto form = MakeForm(window.Name(), nullptr);
+    auto form = MakeForm(window.Form(), nullptr);
     QStringList names{""};
     for (Control* control : window.Controls()) {
       EXPECT_TRUE(TieControl(*control, *form)) << control->Name();
@@ -63,8 +62,8 @@ struct Forms : testing::Test {
   Verbindungstest connection{test.host, subs.settings};
   Datenaustausch exchange{test.host, subs.settings, chooser};
   updatetab tables{test.host, subs, chooser};
-  updatepro program2{test.host, subs, chooser};
-  UpdateproOx3 program3{test.host, subs, chooser};
+  ProgramUpdateWindow program2{test.host, DeviceKinds().front(), subs, chooser};
+  ProgramUpdateWindow program3{test.host, DeviceKinds().back(), subs, chooser};
   FirmwareOX3Verpacken packer{test.host, subs.settings};
   PowerMonitor power{test.host, subs.settings};
   Modem modem{test.host, subs.settings};

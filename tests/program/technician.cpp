@@ -8,9 +8,9 @@
 #include "modem/modem.h"
 #include "platform/scratch_folder.h"
 #include "power/power_monitor.h"
-#include "programming/firmware_packer.h"
-#include "programming/updatepro.h"
-#include "programming/updatetab.h"
+#include "updates/firmware_packer.h"
+#include "updates/program_update_window.h"
+#include "updates/updatetab.h"
 
 namespace ox::test {
 namespace {

@@ -1,6 +1,6 @@
 // The three update procedures, whole and broken wherever they can break, one break per attempt.
-#include "programming/update_rig.h"
 #include "session/messages.h"
+#include "updates/update_rig.h"
 
 namespace ox::test {
 namespace {
@@ -36,7 +36,7 @@ const std::vector<Step> kSteps[] = {
         {'W', 1, "Abbruch der Programmierung(5): Checksummenfehler!"},
     },
     {
-        {'V', 1, ProgramUpdateConnectionMessage()},
+        {'V', 1, std::string(DeviceKinds().front().program.notFound)},
         {'@', 5, Wrong(11)},
         {'V', 1, Wrong(12), true},
         {'a', 1, kGeneration1},
@@ -96,7 +96,7 @@ class Sweep : public testing::TestWithParam<Procedure> {
     rig_.device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
       if (origin.stage != Stage::UpdateAcknowledgement && origin.stage != Stage::LoaderReply) return;
       const auto marks = [](const std::string& text) { return std::ranges::count(text, '>'); };
-      trace += Times(marks(rig_.window->Go.Text()) - marks(trace), ">");
+      trace += Times(marks(rig_.go.Text()) - marks(trace), ">");
       trace += origin.stage == Stage::LoaderReply ? origin.letter : '@';
       rig_.leave.Click();
       rig_.window->RequestClose();

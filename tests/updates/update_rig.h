@@ -6,13 +6,12 @@
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "platform/scratch_folder.h"
-#include "programming/updatepro.h"
-#include "programming/updatepro_ox3.h"
-#include "programming/updatetab.h"
 #include "simulator/demo/demo_files.h"
 #include "simulator/device/device.h"
 #include "simulator/device/sample_program.h"
 #include "support/test_host.h"
+#include "updates/program_update_window.h"
+#include "updates/updatetab.h"
 
 namespace ox::test {
 
@@ -46,10 +45,10 @@ struct UpdateRig {
     host.windows.OpenMain(*window);
   }
 
-  std::unique_ptr<UpdateWindow> MakeWindow() {
+  std::unique_ptr<Window> MakeWindow() {
     if (update == kTables) return std::make_unique<updatetab>(host.host, subs, chooser);
-    if (update == kProgram2) return std::make_unique<updatepro>(host.host, subs, chooser);
-    return std::make_unique<UpdateproOx3>(host.host, subs, chooser);
+    const DeviceKind& kind = update == kProgram2 ? DeviceKinds().front() : DeviceKinds().back();
+    return std::make_unique<ProgramUpdateWindow>(host.host, kind, subs, chooser);
   }
 
   /// The boxes stand between the status line and the two buttons.
@@ -89,7 +88,7 @@ struct UpdateRig {
     const Strings said = host.windows.TakeMessages();
     EXPECT_EQ(window->IsOpen(), said != Strings{success});
     if (said != Strings{success}) return said;
-    EXPECT_EQ(window->Go.Text().empty(), update == kTables);
+    EXPECT_EQ(go.Text().empty(), update == kTables);
     host.windows.OpenMain(*window);
     Load();
     const sim::DeviceMemory& memory = device->Memory();
@@ -107,7 +106,8 @@ struct UpdateRig {
                                                 : "Programmupdate erfolgreich abgeschlossen!";
   const Bytes program =
       sim::SampleProgram(update == kProgram2 ? sim::kSmallProgram : sim::kLargeProgram, "V6", 9);
-  std::unique_ptr<UpdateWindow> window = MakeWindow();
+  std::unique_ptr<Window> window = MakeWindow();
+  Label& go = dynamic_cast<Label&>(*window->Controls().front());
   Button& start = dynamic_cast<Button&>(*window->Controls().end()[-2]);
   Button& leave = dynamic_cast<Button&>(*window->Controls().end()[-1]);
   std::unique_ptr<sim::Device> device;

@@ -1,5 +1,5 @@
 // The packer's window: loader files, what is packed from them, paths and messages.
-#include "programming/firmware_packer.h"
+#include "updates/firmware_packer.h"
 
 #include <gtest/gtest.h>
 

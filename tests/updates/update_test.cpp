@@ -1,7 +1,7 @@
 // The update windows until the loader is asked for anything: what is loaded, and what an update refuses.
 #include <new>
 
-#include "programming/update_rig.h"
+#include "updates/update_rig.h"
 
 namespace ox::test {
 namespace {
@@ -25,13 +25,13 @@ void ExpectChoices(UpdateRig& rig, const std::vector<Choice>& choices) {
     rig.Choose(rig.Box(box), path);
     EXPECT_EQ(rig.host.windows.TakeMessages(), said);
     EXPECT_EQ(rig.Box(box).Checked(), !status.empty());
-    EXPECT_EQ(rig.window->Go.Text(), status);
+    EXPECT_EQ(rig.go.Text(), status);
     EXPECT_EQ(rig.start.Enabled(), start);
   }
   rig.leave.Click();
   EXPECT_FALSE(rig.window->IsOpen());
   rig.host.windows.OpenMain(*rig.window);
-  EXPECT_EQ(rig.window->Go.Text(), "");
+  EXPECT_EQ(rig.go.Text(), "");
   EXPECT_FALSE(rig.start.Enabled());
   for (const Choice& choice : choices) EXPECT_FALSE(rig.Box(choice.box).Checked());
 }
@@ -89,7 +89,7 @@ TEST(Update, OfTwoChoicesTheLaterCounts) {
     });
     rig.Choose(box, "/fehlt");
     EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{});
-    EXPECT_TRUE(box.Checked() && rig.window->Go.Text().ends_with("wird geladen ... O.K.!"));
+    EXPECT_TRUE(box.Checked() && rig.go.Text().ends_with("wird geladen ... O.K.!"));
   }
 }
 

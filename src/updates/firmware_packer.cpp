@@ -1,5 +1,5 @@
 // Reading, packing and writing, and what the user is told of it.
-#include "programming/firmware_packer.h"
+#include "updates/firmware_packer.h"
 
 #include <cstddef>
 #include <optional>

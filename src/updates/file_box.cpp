@@ -1,0 +1,48 @@
+// From a click to the content of a file.
+#include "updates/file_box.h"
+
+#include <utility>
+
+namespace ox {
+namespace {
+
+constexpr std::string_view kLoaded = " O.K.!";
+
+}  // namespace
+
+FileBox::FileBox(Host& host, FileChooser& chooser, Parts parts)
+    : host_(host), chooser_(chooser), parts_(std::move(parts)) {
+  parts_.box.onClick = [this] { Choose(); };
+}
+
+void FileBox::Clear() {
+  content_.clear();
+  parts_.box.SetChecked(false);
+  parts_.go.SetText("");
+  parts_.changed();
+}
+
+void FileBox::OnFailure() {
+  if (content_.empty() && parts_.box.Checked()) Clear();
+}
+
+void FileBox::Choose() {
+  const int click = ++clicks_;
+  // Until the new file is there, there is none: not even when its loading breaks off.
+  content_.clear();
+  const std::string path = parts_.box.Checked() ? chooser_.Choose(parts_.pattern) : std::string();
+  if (!path.empty()) {
+    parts_.go.SetText(parts_.loading);
+    host_.windows.Yield();
+    if (click != clicks_) return;  // the user has clicked the box once more: his last word counts
+    content_ = parts_.load(path);
+  }
+  if (content_.empty()) {
+    Clear();
+    return;
+  }
+  parts_.go.SetText(std::string(parts_.loading).append(kLoaded));
+  parts_.changed();
+}
+
+}  // namespace ox

@@ -1,0 +1,93 @@
+// The updates without a window: a line, a search for the device and somebody who is told.
+#include <gtest/gtest.h>
+
+#include "programming/program_update.h"
+#include "programming/table_update.h"
+#include "simulator/device/device.h"
+#include "simulator/device/sample_program.h"
+#include "support/test_host.h"
+
+namespace ox::test {
+namespace {
+
+/// Writes down what it is told, a line for each step and message.
+struct Transcript : UpdateObserver {
+  void Step(std::string_view what, int longestSeconds, std::size_t blocks) override {
+    text += std::to_string(longestSeconds) + "s " + std::to_string(blocks) + " " + std::string(what) + "\n";
+  }
+  void StartMarks() override { marks = 1; }
+  void Mark() override { ++marks; }
+  void BlockSent(std::size_t number) override { EXPECT_EQ(number, sent++); }
+  void Tell(std::string_view message) override { text += message; }
+
+  std::string text;
+  int marks = 0;
+  std::size_t sent = 0;
+};
+
+TEST(UpdateProcedures, TellEveryStepWithItsTimeAndItsBlocks) {
+  Bytes image = sim::CodeLikeBytes(kChecksumOffset, 5);
+  const unsigned sum = ImageChecksum(image);
+  image += {ByteOf(sum), ByteOf(sum >> 8U)};
+  const TableImages images{{ImageStatus::kBuilt, image}, {ImageStatus::kBuilt, {}}};
+  const Bytes program2 = sim::SampleProgram(sim::kSmallProgram, "V6", 9);
+  const Bytes program3 = sim::SampleProgram(sim::kLargeProgram, "V6", 9);
+  const struct {
+    const char* type;
+    bool inLoader;
+    const Bytes& written;
+    int marks;
+    const char* told;
+  } rows[] = {
+      {"OX 3", false, image, 1 + 3 + 32,
+       "1s 0 Lader wird angesprochen ...\n9s 0 Verbindung wird geprüft ...\n"
+       "5s 0 Gerät wechselt in den Lader ...\n1s 0 Lader wird angesprochen ...\n"
+       "1s 0 Gerätetyp wird abgefragt ...\n1s 0 Gerätetyp wird abgefragt ...\n"
+       "30s 0 Gerät bereitet sich vor ...\n3s 64 Tabellen werden übertragen ...\n"
+       "1s 0 Gerät prüft die Tabellen ...\n3s 0 Gerät nimmt den Betrieb wieder auf ...\n"
+       "Tabellenupdate erfolgreich abgeschlossen!"},
+      {"OX 2", true, program2, 1 + 3 + 32,
+       "1s 0 Lader wird angesprochen ...\n1s 0 Lader wird angesprochen ...\n"
+       "1s 0 Gerätetyp wird abgefragt ...\n30s 0 Gerät bereitet sich vor ...\n"
+       "30s 0 Gerät bereitet sich vor ...\n5s 128 Programm wird übertragen ...\n"
+       "1s 0 Gerät prüft das Programm ...\n3s 0 Gerät nimmt den Betrieb wieder auf ...\n"
+       "Programmupdate erfolgreich abgeschlossen!"},
+      {"OX 3", false, program3, 32,
+       "9s 0 Verbindung wird geprüft ...\n5s 0 Gerät wechselt in den Lader ...\n"
+       "1s 0 Gerätetyp wird abgefragt ...\n10s 256 Programm wird übertragen ...\n"
+       "1s 0 Gerät prüft das Programm ...\n3s 0 Gerät nimmt den Betrieb wieder auf ...\n"
+       "Programmupdate erfolgreich abgeschlossen!"},
+  };
+  for (const auto& [type, inLoader, written, marks, told] : rows) {
+    TestHost host;
+    SessionSettings settings;
+    LoaderLink link(host.host, settings);
+    sim::Device device({.generation = type[3] - '0', .startInLoader = inLoader});
+    host.ports.Connect(1, &device);
+    const DeviceSearch search = [&, found = type] {
+      EXPECT_EQ(host.ports.OpenCount(), 0);
+      settings.DeviceIdent = found;
+      return true;
+    };
+    Transcript transcript;
+    const bool tables = &written == &image;
+    EXPECT_EQ(tables ? RunTableUpdate(link, search, images, transcript)
+                     : RunProgramUpdate(*FindDeviceKind(type), link, search, written, transcript),
+              UpdateEnd::kSucceeded);
+    EXPECT_EQ(transcript.text, told);
+    EXPECT_EQ(transcript.marks, marks);
+    EXPECT_EQ(transcript.sent, written.size() / 256);
+    EXPECT_TRUE((tables ? device.Memory().Tables() : device.Memory().Program()) == written);
+    EXPECT_EQ(host.ports.OpenCount(), 0);
+  }
+}
+
+TEST(UpdateProcedures, ADeviceIsUpdatedInTheWindowOfItsGeneration) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"OX 1", "updatepro"}, {"OX 2", "updatepro"}, {"?", "updatepro"}, {"OX 3", "UpdateproOx3"}};
+  for (const auto& [type, window] : rows)
+    EXPECT_EQ(ProgramWindowKind(type).program.windowName, window) << type;
+}
+
+}  // namespace
+}  // namespace ox::test

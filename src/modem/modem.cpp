@@ -23,7 +23,7 @@ Modem::Modem(Host& host, const SessionSettings& settings)
 
 void Modem::OnLoad() {
   link_.Resume();
-  EnableCommands(true);
+  commands_.Unlock();
   // Without its port the window stays: each command tries to open it again.
   link_.OpenPort();
 }
@@ -37,17 +37,13 @@ void Modem::OnUnload() {
 }
 
 void Modem::OnFailure() {
-  EnableCommands(true);
+  commands_.Unlock();
 }
 
 void Modem::WithModem(const std::function<void()>& work) {
-  EnableCommands(false);
+  commands_.Lock();
   work();
-  EnableCommands(true);
-}
-
-void Modem::EnableCommands(bool enabled) {
-  for (Button* button : {&Command2, &Command3, &Command4, &Command5}) button->SetEnabled(enabled);
+  commands_.Unlock();
 }
 
 void Modem::SendDate() {

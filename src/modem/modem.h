@@ -8,6 +8,7 @@
 #include "modem/modem_checks.h"
 #include "modem/modem_link.h"
 #include "session/session_settings.h"
+#include "ui/control_lock.h"
 #include "ui/controls.h"
 #include "ui/host.h"
 #include "ui/window.h"
@@ -51,7 +52,6 @@ class Modem : public Window {
  private:
   /// Disables the commands while the modem is spoken to.
   void WithModem(const std::function<void()>& work);
-  void EnableCommands(bool enabled);
   void SendDate();
   void SendMeasuredValue();
   /// Checks the fields of a measured value, one after the other, and normalises them on the way; false when
@@ -63,6 +63,7 @@ class Modem : public Window {
 
   Host& host_;
   ModemLink link_;
+  ControlLock commands_{&Command2, &Command3, &Command4, &Command5};
 };
 
 }  // namespace ox

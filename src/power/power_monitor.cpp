@@ -56,9 +56,8 @@ void PowerMonitor::OnFailure() {
 }
 
 void PowerMonitor::StartMonitoring() {
-  MonitorStart.SetEnabled(false);
+  whileIdle_.Lock();
   MonitorStop.SetEnabled(true);
-  Verlassen.SetEnabled(false);
   StopRequested_ = false;
   logRule_.Restart(host_.clock.SecondsSinceMidnight());
   if (!log_.Start()) {
@@ -76,9 +75,8 @@ void PowerMonitor::StopMonitoring() {
 
 void PowerMonitor::ShowIdle() {
   PowerTimer.SetEnabled(false);
-  MonitorStart.SetEnabled(true);
   MonitorStop.SetEnabled(false);
-  Verlassen.SetEnabled(true);
+  whileIdle_.Unlock();
 }
 
 void PowerMonitor::TakeTurn() {

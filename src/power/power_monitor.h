@@ -6,6 +6,7 @@
 #include "power/power_request.h"
 #include "power/power_status.h"
 #include "session/session_settings.h"
+#include "ui/control_lock.h"
 #include "ui/controls.h"
 #include "ui/host.h"
 #include "ui/window.h"
@@ -62,6 +63,7 @@ class PowerMonitor : public Window {
   void Leave();
 
   Host& host_;
+  ControlLock whileIdle_{&MonitorStart, &Verlassen};
   DeviceLink link_;
   PowerLog log_;
   LogRule logRule_;

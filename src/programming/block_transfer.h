@@ -8,12 +8,13 @@
 
 namespace ox {
 
-/// Before block r, counted from 0, goes a mark when r modulo `markPeriod` is `markPhase`.
+/// `write` sends one block; `refusal` is told at the first that is not accepted. Before block r, counted from
+/// 0, goes a mark when r modulo `markPeriod` is `markPhase`.
 struct BlockTransfer {
-  LoaderRequest write;
-  std::size_t markPeriod;
-  std::size_t markPhase;
-  Refusal refusal;
+  LoaderRequest write{};
+  std::size_t markPeriod = 1;
+  std::size_t markPhase = 0;
+  Refusal refusal{};
 };
 
 }  // namespace ox

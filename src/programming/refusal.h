@@ -12,7 +12,7 @@ struct Refusal {
   static constexpr int kNoNumber = 0;
   static constexpr std::string_view kWrongAnswer = "OX antwortet nicht oder falsch!";
 
-  int number;
+  int number = kNoNumber;
   std::string_view text = kWrongAnswer;
   std::string_view warning = {};  // behind the text
 

@@ -26,7 +26,7 @@ class LineEnd {
 }  // namespace
 
 bool UpdateRun::Abort(std::string_view message) {
-  observer_.Tell(message);
+  End(message);
   return false;
 }
 
@@ -79,8 +79,12 @@ bool UpdateRun::Finish(std::string_view message) {
   Reply(request::kTakeOver);
   Reply(request::kLeaveLoader);
   link_.Close();
-  observer_.Tell(message);
+  End(message);
   return true;
+}
+
+void UpdateRun::End(std::string_view message) {
+  observer_.Tell(message);
 }
 
 Bytes UpdateRun::Reply(const LoaderRequest& request, std::size_t address, BytesView data) {

@@ -51,6 +51,8 @@ class UpdateRun {
   void Begin(std::string_view step, int longestSeconds) { observer_.Step(step, longestSeconds, 0); }
 
  private:
+  /// The one place where a run tells its end; the user may take long to answer it.
+  void End(std::string_view message);
   /// The loader's reply; empty, as after silence, when the line breaks.
   Bytes Reply(const LoaderRequest& request, std::size_t address = 0, BytesView data = {});
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "programming/loader_hex.h"
 #include "programming/program_file.h"
@@ -11,6 +12,13 @@ namespace ox {
 namespace {
 
 constexpr double kHighestFiller = 250;
+
+/// No loader file is larger: the whole memory, one byte a line, stays below a megabyte.
+constexpr std::size_t kMaxLoaderFile = std::size_t{4} * 1024 * 1024;  // bytes
+
+std::string OpeningFailed(const std::string& path) {
+  return "Fehler beim Öffnen von " + path + " !";
+}
 
 Bytes FilledImage(RandomNumbers& random) {
   Bytes image(kProgramFormat3.ProgramSize(), '\0');
@@ -26,6 +34,18 @@ std::optional<Bytes> PackFirmware(BytesView loaderHex, RandomNumbers& random) {
   if (!ReadLoaderHex(loaderHex, image)) return std::nullopt;
   InsertCheckWord(image, kProgramFormat3);
   return BuildProgramFile(image);
+}
+
+std::optional<std::string> PackFirmwareFile(const std::string& source, const std::string& target,
+                                            Files& files, RandomNumbers& random) {
+  // One byte more than allowed tells a file that is too large.
+  const std::optional<Bytes> hex = files.Read(source, kMaxLoaderFile + 1);
+  if (!hex) return OpeningFailed(source);
+  std::optional<Bytes> packed;
+  if (hex->size() <= kMaxLoaderFile) packed = PackFirmware(*hex, random);
+  if (!packed) return "Fehler beim Lesen der Datei " + source + " !";
+  if (files.SameFile(source, target) || !files.Replace(target, *packed)) return OpeningFailed(target);
+  return std::nullopt;
 }
 
 }  // namespace ox

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "platform/bytes.h"
+#include "platform/files.h"
 #include "platform/random_numbers.h"
 
 namespace ox {
@@ -11,5 +13,10 @@ namespace ox {
 /// The content of the ".pr3" file for a loader hex text; nothing when the text is faulty. Bytes that it does
 /// not tell are filled with random ones, 0 to 250.
 std::optional<Bytes> PackFirmware(BytesView loaderHex, RandomNumbers& random);
+
+/// Packs the loader hex file `source` into the program file `target`, which it replaces. Nothing when that
+/// went well; else the message (UTF-8) that says why not, with the target as it was. Paths are UTF-8.
+std::optional<std::string> PackFirmwareFile(const std::string& source, const std::string& target,
+                                            Files& files, RandomNumbers& random);
 
 }  // namespace ox

@@ -44,6 +44,11 @@ LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format) {
   return {ProgramFileStatus::kGood, std::move(program)};
 }
 
+std::string ProgramFileFault(ProgramFileStatus status, const std::string& path) {
+  return status == ProgramFileStatus::kWrongSize ? "Datei " + path + " fehlerhaft!"
+                                                 : "Checksummenfehler in Datei " + path + "!";
+}
+
 Bytes BuildProgramFile(BytesView program) {
   Bytes file;
   file.reserve(program.size() / kProgramPageSize * kProgramRecordSize);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "platform/bytes.h"
 
@@ -37,6 +38,9 @@ struct LoadedProgram {
 
 /// Checks a file's content and takes its program, with its check word, out of it.
 LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format);
+
+/// What is told of the file `path` (UTF-8) when it is not good.
+std::string ProgramFileFault(ProgramFileStatus status, const std::string& path);
 
 /// The content of the file for a program, a multiple of 256 bytes and at most 65536; the check word is taken
 /// as it stands.

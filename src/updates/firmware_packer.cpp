@@ -1,7 +1,6 @@
-// Reading, packing and writing, and what the user is told of it.
+// From the typed names to the packed file.
 #include "updates/firmware_packer.h"
 
-#include <cstddef>
 #include <optional>
 
 #include "programming/firmware_packing.h"
@@ -12,12 +11,7 @@ namespace {
 constexpr std::string_view kSourceExtension = ".LDR";
 constexpr std::string_view kTargetExtension = ".pr3";
 
-/// No loader file is larger: the whole memory, one byte a line, stays below a megabyte.
-constexpr std::size_t kMaxLoaderFile = std::size_t{4} * 1024 * 1024;  // bytes
-
-std::string OpeningFailed(const std::string& path) {
-  return "Fehler beim Öffnen von " + path + " !";
-}
+constexpr std::string_view kSuccess = "Vorgang erfolgeich beendet !";
 
 }  // namespace
 
@@ -36,21 +30,10 @@ void FirmwareOX3Verpacken::OnLoad() {
 void FirmwareOX3Verpacken::Start() {
   settings_.SourcePath = TextQuelle.Text();
   settings_.TargetPath = TextZiel.Text();
-  host_.windows.ShowMessage(Pack());
-}
-
-std::string FirmwareOX3Verpacken::Pack() {
   const std::string source = settings_.SourcePath + std::string(kSourceExtension);
   const std::string target = settings_.TargetPath + std::string(kTargetExtension);
-  // One byte more than allowed tells a file that is too large.
-  const std::optional<Bytes> hex = host_.files.Read(source, kMaxLoaderFile + 1);
-  if (!hex) return OpeningFailed(source);
-  std::optional<Bytes> packed;
-  if (hex->size() <= kMaxLoaderFile) packed = PackFirmware(*hex, host_.random);
-  if (!packed) return "Fehler beim Lesen der Datei " + source + " !";
-  if (host_.files.SameFile(source, target) || !host_.files.Replace(target, *packed))
-    return OpeningFailed(target);
-  return "Vorgang erfolgeich beendet !";
+  const std::optional<std::string> fault = PackFirmwareFile(source, target, host_.files, host_.random);
+  host_.windows.ShowMessage(fault ? std::string_view(*fault) : kSuccess);
 }
 
 }  // namespace ox

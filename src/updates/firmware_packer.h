@@ -1,8 +1,6 @@
 // FirmwareOX3Verpacken: packs a loader hex file into a generation III program file.
 #pragma once
 
-#include <string>
-
 #include "session/session_settings.h"
 #include "ui/controls.h"
 #include "ui/host.h"
@@ -27,8 +25,6 @@ class FirmwareOX3Verpacken : public Window {
 
  private:
   void Start();
-  /// Packs source into target; returns what the user is told of it.
-  std::string Pack();
 
   Host& host_;
   SessionSettings& settings_;

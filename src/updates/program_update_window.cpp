@@ -45,9 +45,7 @@ Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {
   LoadedProgram loaded = ReadProgramFile(file.value_or(Bytes()), format);
   if (loaded.status != ProgramFileStatus::kGood) {
     program_.Clear();  // before the user is told
-    host_.windows.ShowMessage(loaded.status == ProgramFileStatus::kWrongSize
-                                  ? "Datei " + path + " fehlerhaft!"
-                                  : "Checksummenfehler in Datei " + path + "!");
+    host_.windows.ShowMessage(ProgramFileFault(loaded.status, path));
   }
   return std::move(loaded.program);
 }

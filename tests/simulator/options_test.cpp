@@ -21,6 +21,8 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
       {{"--baud"}, "--baud braucht einen Wert"},
       {{"--baud=300"}, "--baud: 300 geht nicht"},
       {{"--seed", "1x"}, "--seed: 1x geht nicht"},
+      {{"--version-text", "SW 3ö"}, "--version-text: SW 3ö geht nicht"},
+      {{"--fault", "flag=ö"}, "--fault: flag=ö geht nicht"},
       {{"--fault", "silent=1"}, "--fault: silent=1 geht nicht"}};
   for (const auto& [words, told] : refused) {
     ReadOptions(words, error);

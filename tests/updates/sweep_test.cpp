@@ -54,7 +54,7 @@ struct Procedure {
   sim::DeviceOptions device;
   std::string trace;  // what is asked one after the other, with the marks of the status line in between
 } kProcedures[] = {
-    {"KindA", kTables, DeviceOf(2, "a"), ">>@>Wa>2" + Times(32, ">PP") + "WLX"},
+    {"KindA", kTables, WithSoundTables(DeviceOf(2, "a")), ">>@>Wa>2" + Times(32, ">PP") + "WLX"},
     {"KindB", kTables, DeviceOf(3, "bc"), ">>@>Wab>2" + Times(32, ">PP") + "WLX"},
     {"KindC", kTables, DeviceOf(3, "c", true), ">Vabc>2" + Times(32, ">PP") + "WLX"},
     {"Program2", kProgram2, DeviceOf(2, "a"), ">@>Va>0>1P" + Times(31, ">PPPP") + ">PPPVLX"},

@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "platform/scratch_folder.h"
 #include "simulator/demo/demo_files.h"
+#include "simulator/demo/demo_tables.h"
 #include "simulator/device/device.h"
 #include "simulator/device/sample_program.h"
 #include "support/test_host.h"
@@ -29,6 +32,12 @@ inline std::string Times(std::ptrdiff_t times, const std::string& text) {
 /// Its dialogue runs at another speed than the usual one.
 inline sim::DeviceOptions DeviceOf(int generation, const Bytes& kinds = "", bool inLoader = false) {
   return {.generation = generation, .baud = 4800, .loaderKinds = kinds, .startInLoader = inLoader};
+}
+
+/// With an image of filler bytes in its table memory, whose checksum is right.
+inline sim::DeviceOptions WithSoundTables(sim::DeviceOptions device) {
+  device.tables = Bytes(sim::kTableChecksumAt, '\xFF') + "\x04\xBE";
+  return device;
 }
 
 struct UpdateRig {
@@ -69,6 +78,7 @@ struct UpdateRig {
 
   void Connect(const sim::DeviceOptions& options) {
     device = std::make_unique<sim::Device>(options);
+    image = &images[sim::KeepsOlderImage(options) ? 1 : 0];
     host.ports.Connect(2, device.get());
   }
 
@@ -92,7 +102,7 @@ struct UpdateRig {
     host.windows.OpenMain(*window);
     Load();
     const sim::DeviceMemory& memory = device->Memory();
-    EXPECT_TRUE(update == kTables ? memory.TablesSound() : memory.Program() == program);
+    EXPECT_TRUE(update == kTables ? memory.Tables() == *image : memory.Program() == program);
     return said;
   }
 
@@ -106,6 +116,9 @@ struct UpdateRig {
                                                 : "Programmupdate erfolgreich abgeschlossen!";
   const Bytes program =
       sim::SampleProgram(update == kProgram2 ? sim::kSmallProgram : sim::kLargeProgram, "V6", 9);
+  const std::array<Bytes, 2> images{sim::ReadDemoImage(OX_DEMO_FOLDER, false),
+                                    sim::ReadDemoImage(OX_DEMO_FOLDER, true)};
+  const Bytes* image = nullptr;  // that the device connected last is to be given
   std::unique_ptr<Window> window = MakeWindow();
   Label& go = dynamic_cast<Label&>(*window->Controls().front());
   Button& start = dynamic_cast<Button&>(*window->Controls().end()[-2]);

@@ -43,13 +43,13 @@ bool KeepsOlderImage(const DeviceOptions& options) {
 
 Device::Device(DeviceOptions options)
     : options_(std::move(options)),
-      memory_(LayoutOf(options_), options_.version),
+      memory_(LayoutOf(options_), options_.version, options_.tables),
       loader_(std::in_place, ModelOf(options_), memory_, faults_),
       dialogue_([this](BytesView request, Seconds now) { return Answer(request, now); }, faults_, output_),
-      polls_(options_.seed),
-      stations_(options_.stations),
+      polls_(options_.seed, options_.replies.flag),
       rubbish_(options_.seed) {
   if (options_.startInLoader) loader_->Start();
+  TakeOverTables();
 }
 
 LineSettings Device::Line() const {
@@ -120,10 +120,9 @@ void Device::EnterLoader(Seconds now) {
 }
 
 void Device::TakeOverTables() {
-  // Unsound tables are not taken over: the device goes on with those it knows.
-  auto written =
+  auto read =
       KeepsOlderImage(options_) ? ReadOlderImage(memory_.Tables()) : ReadGeneration3Image(memory_.Tables());
-  if (written) stations_ = std::move(*written);
+  stations_ = read ? std::move(*read) : StationData();
 }
 
 void Device::Restart() {
@@ -164,7 +163,9 @@ Bytes Device::Identification() const {
   constexpr size_t kTypeSize = 4;
   Bytes type = options_.type.empty() ? "OX " + std::to_string(options_.generation) : options_.type;
   type.resize(kTypeSize, ' ');
-  return type + kSeparator + memory_.SoftwareVersion() + kCr;
+  Bytes line = type + kSeparator + memory_.SoftwareVersion();
+  if (options_.identificationCut) line.pop_back();
+  return line + kCr;
 }
 
 ReplyLines Device::AnswerPower(BytesView request, Seconds now) {
@@ -172,7 +173,8 @@ ReplyLines Device::AnswerPower(BytesView request, Seconds now) {
   power_.Advance(now);
   const auto preset = static_cast<int>(ByteValue(request[1]));
   if (preset <= kHighestPreset) power_.Preset(preset);
-  return {kFraming + FormatPowerStatus(power_.Status()) + kCr};
+  const Bytes& told = options_.powerStatus;
+  return {kFraming + (told.empty() ? FormatPowerStatus(power_.Status()) : told) + kCr};
 }
 
 }  // namespace ox::sim

@@ -27,12 +27,14 @@ struct DeviceOptions {
   char parity = 'O';                  ///< of the dialogue: 'O' or 'E'
   Bytes type;                         ///< 4 characters of the identification; empty: "OX 1" to "OX 3"
   Bytes version = "SW 3.20 11/2026";  ///< of the factory's program, up to 16 characters
+  bool identificationCut = false;     ///< its last character is missing in front of the CR
+  Bytes powerStatus;                  ///< what generation III tells in place of its own status; empty: that
   std::optional<Bytes>
       loaderKinds;             ///< kind queries that the loader accepts, out of "abc"; else the generation's
   bool startInLoader = false;  ///< switched on with its arrow keys held
   bool rubbishWhenUnfit = false;  ///< answers rubbish, not silence, to a PC with other settings
   std::uint32_t seed = 1;         ///< of the measured values and of the rubbish
-  StationData stations;           ///< answers polls with these until tables are written into it
+  Bytes tables;                   ///< image that its table memory begins with; empty: erased
   ReplyShape replies;             ///< to polls
   std::int64_t clockStart = 0;    ///< the device's own date and time at time 0, in seconds since 1970
 };
@@ -55,6 +57,7 @@ class Device : public Endpoint {
 
   bool LoaderRunning() const { return loader_->Running(); }
   const DeviceMemory& Memory() const { return memory_; }
+  /// What it answers polls from: the tables in its memory, or none at all while they are not sound.
   const StationData& Stations() const { return stations_; }
   PowerSupply& Power() { return power_; }
   ReplyFaults& Faults() { return faults_; }

@@ -17,11 +17,13 @@ bool Write(Bytes& area, std::size_t address, BytesView data) {
 
 }  // namespace
 
-DeviceMemory::DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion)
+DeviceMemory::DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion, BytesView tables)
     : layout_(layout),
       program_(SampleProgram(layout, factoryVersion, kFactorySeed)),
-      tables_(kTableImageSize, kErased),
-      factoryVersion_(ProgramVersion(program_)) {}
+      tables_(tables),
+      factoryVersion_(ProgramVersion(program_)) {
+  if (tables_.size() != kTableImageSize) EraseTables();
+}
 
 void DeviceMemory::EraseTables() {
   tables_.assign(kTableImageSize, kErased);

@@ -9,11 +9,12 @@
 
 namespace ox::sim {
 
-/// Table and program memory. A new device has empty tables and a sound program from its factory.
+/// Table and program memory. A new device has a sound program from its factory.
 class DeviceMemory {
  public:
-  /// The factory version is cut or padded with blanks to kVersionSize characters.
-  DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion);
+  /// The factory version is cut or padded with blanks to kVersionSize characters. The table memory begins
+  /// with this image of kTableImageSize bytes, or erased when there is none.
+  DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion, BytesView tables);
 
   const Bytes& Tables() const { return tables_; }
   const Bytes& Program() const { return program_; }

@@ -1,6 +1,8 @@
 // State machine of the text dialogue.
 #include "simulator/device/dialogue.h"
 
+#include "simulator/line/endpoint.h"
+
 namespace ox::sim {
 namespace {
 
@@ -52,7 +54,7 @@ void Dialogue::Sleep() {
 
 bool Dialogue::Receive(char character, Seconds characterTime, Seconds now) {
   Settle(now);
-  if (now - last_ > kPatience) Sleep();
+  if (now - last_ > (text_.empty() ? kPatience : Endpoint::kTextSilence)) Sleep();
   last_ = now;
   switch (state_) {
     case State::Asleep:
@@ -98,12 +100,13 @@ void Dialogue::TakeRequest(char character, Seconds characterTime, Seconds now) {
 void Dialogue::Reply(Seconds now) {
   const Bytes request = text_;
   Sleep();
-  const Seconds due = now + kThinkingTime;
-  for (Bytes& line : answer_(request, now)) {
-    for (const TimedReply& reply :
-         faults_.Apply({ReplyStage::DialogueReply, request.front()}, std::move(line), due)) {
-      output_.Add(reply.due, reply.bytes);
-    }
+  Seconds due = now + kThinkingTime;
+  for (const Bytes& line : answer_(request, now)) {
+    const auto fault = faults_.Next({ReplyStage::DialogueReply, request.front()});
+    for (const TimedReply& reply : ReplyFaults::Spoil(fault, line, due)) output_.Add(reply.due, reply.bytes);
+    // The first character of the next line comes behind the last of this one, as far as any other.
+    if (fault && fault->kind == ReplyFault::Kind::Split)
+      due += fault->delay * static_cast<double>(line.size());
   }
 }
 

@@ -18,7 +18,8 @@ class Dialogue {
   /// Gives the reply lines to a complete request.
   using Answer = std::function<ReplyLines(BytesView request, Seconds now)>;
 
-  /// Silence after which a request that was begun, or not begun, is forgotten.
+  /// How long a request is awaited behind the answer to a wake-up. One that was begun is forgotten after
+  /// Endpoint::kTextSilence.
   static constexpr Seconds kPatience = 5;
   /// From the end of a request to the first character of its reply.
   static constexpr Seconds kThinkingTime = 0.002;

@@ -66,6 +66,8 @@ void SimulatedModem::Receive(BytesView bytes, const LineSettings& pc, Seconds no
 }
 
 void SimulatedModem::ReceiveCharacter(char character, Seconds now) {
+  if (now - last_ > kTextSilence) text_.clear();
+  last_ = now;
   if (text_.empty() && character == kWakeUp) {
     awake_ = options_.wakes;
     if (awake_) output_.Add(now + kThinkingTime, kTaken);

@@ -42,6 +42,7 @@ class SimulatedModem : public Endpoint {
   OutputQueue output_;
   bool awake_ = false;
   Bytes text_;
+  Seconds last_ = 0;  // when a character came
   std::vector<Bytes> records_;
   Seconds nextBurst_ = 0;
 };

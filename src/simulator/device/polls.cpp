@@ -17,8 +17,12 @@ constexpr char kSingleFraming = '0';
 constexpr size_t kRequestSize = 20;
 constexpr size_t kOfficeColumn = 1;
 constexpr size_t kOfficeSize = 3;
+constexpr size_t kBlankColumn = 4;
 constexpr size_t kNumberColumn = 5;
 constexpr size_t kNumberSize = 8;
+constexpr size_t kPointColumn = 13;
+constexpr BytesView kPoint = ": ";  // behind a number; blank where there is none
+constexpr BytesView kNoPoint = "  ";
 constexpr size_t kParameterColumn = 15;
 constexpr size_t kParameterSize = 4;
 
@@ -92,16 +96,21 @@ struct Wanted {
   }
 };
 
-// A field is blank or has its full size in digits; an office code may also hold letters.
+// A field is blank or has its full size in digits; an office code may also hold letters. One field at least
+// is not blank.
 std::optional<Wanted> TakeApart(BytesView request) {
   if (request.size() != kRequestSize || request.back() != kCr) return std::nullopt;
-  const Wanted wanted{WithoutBlanks(request.substr(kOfficeColumn, kOfficeSize)),
-                      WithoutBlanks(request.substr(kNumberColumn, kNumberSize)),
+  const BytesView office = request.substr(kOfficeColumn, kOfficeSize);
+  const Wanted wanted{WithoutBlanks(office), WithoutBlanks(request.substr(kNumberColumn, kNumberSize)),
                       WithoutBlanks(request.substr(kParameterColumn, kParameterSize))};
-  const auto sound = [](BytesView field, size_t size) { return field.empty() || field.size() == size; };
-  const bool inPlace = sound(wanted.office, kOfficeSize) && sound(wanted.number, kNumberSize) &&
-                       sound(wanted.parameter, kParameterSize);
-  if (!inPlace || !AllDigits(wanted.number) || !AllDigits(wanted.parameter)) return std::nullopt;
+  const bool sound = (wanted.office.empty() || office.find(' ') == BytesView::npos) &&
+                     (wanted.number.empty() || wanted.number.size() == kNumberSize) &&
+                     (wanted.parameter.empty() || wanted.parameter.size() == kParameterSize) &&
+                     AllDigits(wanted.number) && AllDigits(wanted.parameter);
+  const bool punctuated = request[kBlankColumn] == ' ' && request.substr(kPointColumn, kPoint.size()) ==
+                                                              (wanted.number.empty() ? kNoPoint : kPoint);
+  const bool blank = wanted.office.empty() && wanted.number.empty() && wanted.parameter.empty();
+  if (!sound || !punctuated || blank) return std::nullopt;
   return wanted;
 }
 
@@ -182,6 +191,7 @@ double Polls::Move(const std::string& point, const std::string& parameter, doubl
 
 char Polls::Flag() {
   const auto drawn = random_();
+  if (flag_) return *flag_;
   if (drawn % kDisturbedOneIn == 0) return 's';
   return drawn % kFaultyOneIn == 1 ? 'f' : ' ';
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -20,14 +21,14 @@ inline constexpr char kNothingKnown[] = "R";  ///< the value that was asked for 
 inline constexpr char kRefused[] = "N";       ///< the request cannot be understood
 
 /// Values that move a little from poll to poll, each within what its unit makes likely. The same seed and the
-/// same polls give the same values.
+/// same polls give the same values. A flag that is given stands in every record, else mostly none.
 class Polls {
  public:
-  explicit Polls(std::uint32_t seed) : random_(seed) {}
+  explicit Polls(std::uint32_t seed, std::optional<char> flag = std::nullopt) : flag_(flag), random_(seed) {}
 
-  /// "J", 20 characters, each field may be blank. One record when number and parameter are given, "R" when
-  /// there is no such value; several records otherwise, "N" when the fields are out of place. With a number
-  /// given the office code does not count.
+  /// "J", 20 characters, each field may be blank, but not all of them. One record when number and parameter
+  /// are given, "R" when there is no such value; several records otherwise, "N" when any column holds what
+  /// does not belong there. With a number given the office code does not count.
   ReplyLines AnswerJ(BytesView request, const StationData& stations);
   /// "Z": number and parameter given; the record followed by the unit.
   ReplyLines AnswerZ(BytesView request, const StationData& stations);
@@ -40,6 +41,7 @@ class Polls {
   double Move(const std::string& point, const std::string& parameter, double low, double high);
   char Flag();
 
+  std::optional<char> flag_;
   std::mt19937 random_;
   std::map<std::string, double> values_;
 };

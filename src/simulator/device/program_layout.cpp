@@ -10,10 +10,6 @@ constexpr std::size_t kCheckWordSize = 2;
 constexpr unsigned kByteBits = 8;
 constexpr unsigned kWordMask = 0xFFFF;
 
-bool Printable(char character) {
-  return ByteValue(character) >= ' ' && ByteValue(character) <= '~';
-}
-
 }  // namespace
 
 unsigned ProgramCheckWord(BytesView program, const ProgramLayout& layout) {
@@ -35,10 +31,15 @@ bool ProgramSealed(BytesView program, const ProgramLayout& layout) {
   return (high << kByteBits | low) == ProgramCheckWord(program, layout);
 }
 
+bool AllPrintable(BytesView text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return ByteValue(c) >= ' ' && ByteValue(c) <= '~'; });
+}
+
 Bytes ProgramVersion(BytesView program) {
   if (program.size() < kVersionAddress + kVersionSize) return {};
   const BytesView text = program.substr(kVersionAddress, kVersionSize);
-  return std::all_of(text.begin(), text.end(), Printable) ? Bytes(text) : Bytes();
+  return AllPrintable(text) ? Bytes(text) : Bytes();
 }
 
 }  // namespace ox::sim

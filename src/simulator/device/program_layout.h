@@ -29,6 +29,9 @@ void SealProgram(Bytes& program, const ProgramLayout& layout);
 /// Whether the program has the layout's size and ends with the right check word.
 bool ProgramSealed(BytesView program, const ProgramLayout& layout);
 
+/// Whether a text consists of printable 7-bit characters, as a version must.
+bool AllPrintable(BytesView text);
+
 /// The version text of a program, kVersionSize characters; empty when the place holds anything unprintable.
 Bytes ProgramVersion(BytesView program);
 

@@ -1,8 +1,6 @@
 // Breaking replies off.
 #include "simulator/device/reply_shape.h"
 
-#include <algorithm>
-
 namespace ox::sim {
 namespace {
 
@@ -13,12 +11,12 @@ constexpr size_t kShortestSeveral = 2;  // the framing line and the end line
 ReplyLines Shaped(ReplyLines lines, const ReplyShape& shape) {
   if (!shape.instead.empty()) return {shape.instead};
   const bool several = lines.size() >= kShortestSeveral;
-  if (several && shape.silenceAfter) lines.resize(std::min(lines.size(), 1 + *shape.silenceAfter));
-  if (!shape.cutRecord) return lines;
-  const bool ended = several && !shape.silenceAfter;
-  if (ended) lines.pop_back();
-  Bytes& last = lines.back();
-  last.resize((last.size() + 1) / 2);
+  const bool breaksOff = several && shape.endsAfter && *shape.endsAfter + kShortestSeveral <= lines.size();
+  if (several && (breaksOff || shape.cutRecord)) lines.pop_back();
+  if (breaksOff) lines.resize(1 + *shape.endsAfter);
+  if (shape.cutRecord) lines.back().resize((lines.back().size() + 1) / 2);
+  if (breaksOff && !shape.lastWord.empty()) lines.push_back(shape.lastWord);
+  if (shape.refusesFirst) lines.insert(lines.begin(), kRefused);
   return lines;
 }
 

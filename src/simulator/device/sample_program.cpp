@@ -14,12 +14,11 @@ constexpr unsigned kTopByteShift = 24;
 }  // namespace
 
 Bytes CodeLikeBytes(std::size_t count, unsigned seed) {
-  Bytes bytes;
-  bytes.reserve(count);
+  Bytes bytes(count, '\0');
   std::uint32_t state = seed;
-  while (bytes.size() < count) {
+  for (char& byte : bytes) {
     state = state * kMultiplier + kIncrement;
-    bytes += ByteOf(state >> kTopByteShift);
+    byte = ByteOf(state >> kTopByteShift);
   }
   return bytes;
 }

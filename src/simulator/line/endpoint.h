@@ -13,6 +13,10 @@ namespace ox::sim {
 /// Bytes in, bytes out, the time given from outside.
 class Endpoint {
  public:
+  /// Silence after which an end forgets a text that was begun. Far above a pause within a text, and below the
+  /// half second after which the PC's next wake-up can come.
+  static constexpr Seconds kTextSilence = 0.25;
+
   Endpoint() = default;
   Endpoint(const Endpoint&) = delete;
   Endpoint& operator=(const Endpoint&) = delete;

@@ -59,7 +59,7 @@ const auto kOptions = std::to_array<Option>({
     {"--version-text", "TEXT", "Softwarestand ab Werk, bis zu 16 Zeichen",
      [](SimulatorOptions& o, const std::string& v) {
        o.parts.device.version = v;
-       return true;
+       return AllPrintable(v);
      }},
     {"--kinds", "abc", "Gerätearten, die das Ladeprogramm annimmt", TakeKinds},
     {"--loader", "", "beginnt im Ladeprogramm",

@@ -8,7 +8,7 @@
 #include <iostream>
 #include <system_error>
 
-#include "simulator/demo/demo_stations.h"
+#include "simulator/demo/demo_tables.h"
 #include "simulator/program/options.h"
 #include "simulator/pty/line_host.h"
 
@@ -78,14 +78,13 @@ std::int64_t LocalTimeNow() {
 void RunDevice(SimulatorOptions& options, const sigset_t& awaited) {
   DeviceOptions& given = options.parts.device;
   given.clockStart = LocalTimeNow();
-  if (auto stations = ReadDemoStations(options.tables, KeepsOlderImage(given)))
-    given.stations = std::move(*stations);
-  const size_t points = given.stations.points.size();
+  given.tables = ReadDemoImage(options.tables, KeepsOlderImage(given));
   Device device(given);
   for (ReplyFault& fault : options.parts.replies) device.Faults().Add(std::move(fault));
   LineHost host(device, options.parts.host);
-  std::cout << "oxsim: OX " << given.generation << " (" << Settings(device.Line()) << ", " << points
-            << " Messstellen) an " << options.parts.host.link << " -> " << host.Path() << std::endl;
+  std::cout << "oxsim: OX " << given.generation << " (" << Settings(device.Line()) << ", "
+            << device.Stations().points.size() << " Messstellen) an " << options.parts.host.link << " -> "
+            << host.Path() << std::endl;
   while (endWanted == 0) {
     host.Work();
     host.Wait(awaited);

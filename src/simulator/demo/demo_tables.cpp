@@ -1,13 +1,13 @@
-// From table files to an image and back again.
-#include "simulator/demo/demo_stations.h"
+// From table files to an image.
+#include "simulator/demo/demo_tables.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 
-#include "simulator/device/image_reader.h"
 #include "tables/linking.h"
 #include "tables/mes_table.h"
 #include "tables/par_table.h"
@@ -41,24 +41,24 @@ std::optional<TableText> ReadTable(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::optional<StationData> ReadDemoStations(const std::string& folder, bool older) {
+Bytes ReadDemoImage(const std::string& folder, bool older) {
   const std::filesystem::path path(folder);
   const auto points = ReadTable(path / "netz.mes");
   const auto parameters = ReadTable(path / "netz.par");
   const auto assignments = ReadTable(path / "netz.zuo");
-  if (!points || !parameters || !assignments) return std::nullopt;
+  if (!points || !parameters || !assignments) return {};
 
   MessagesOnStandardError messages;
   const Bytes packedPoints = ParseMesTable(*points, messages);
   const Bytes packedParameters = ParseParTable(*parameters, messages);
   const Bytes packedAssignments = ParseZuoTable(*assignments, messages);
-  if (packedPoints.empty() || packedParameters.empty() || packedAssignments.empty()) return std::nullopt;
-  if (!CheckAssignmentParameters(packedAssignments, packedParameters, messages)) return std::nullopt;
+  if (packedPoints.empty() || packedParameters.empty() || packedAssignments.empty()) return {};
+  if (!CheckAssignmentParameters(packedAssignments, packedParameters, messages)) return {};
   const Bytes linked = AttachAssignments(packedPoints, packedAssignments, messages);
-  if (linked.empty()) return std::nullopt;
+  if (linked.empty()) return {};
 
   const TableImages images = BuildTableImages(linked, packedParameters);
-  return older ? ReadOlderImage(images.older.bytes) : ReadGeneration3Image(images.generation3.bytes);
+  return older ? images.older.bytes : images.generation3.bytes;
 }
 
 }  // namespace ox::sim

@@ -39,7 +39,8 @@ class Files {
   std::optional<Bytes> Read(const std::string& path) { return Read(path, kNoLimit); }
 
   /// Writes the content beside the file and renames it into its place, so that the file is never half
-  /// written; false, with the file as it was, when that failed.
+  /// written; where folder or volume refuse that, writes it into the file itself. False, with the file as it
+  /// was, when that failed.
   virtual bool Replace(const std::string& path, BytesView content) = 0;
 
   /// Whether both paths lead to one file that exists: by links, another spelling, another name of it.

@@ -57,11 +57,13 @@ std::string LogLine(const CivilTime& time, const PowerStatusTexts& texts) {
          "  Temp.:" + RightAligned(texts.temperature, kTemperatureWidth) + "  Ladebetrieb: " + texts.state;
 }
 
-bool PowerLog::Start() {
+bool PowerLog::Open() {
   file_ = files_.OpenForAppending(std::string(kLogFile));
-  if (file_ && Write("") && Write("") && Write(std::string(kRulerLength, '-'))) return true;
-  Close();
-  return false;
+  return file_ != nullptr;
+}
+
+bool PowerLog::WriteHeader() {
+  return Write("") && Write("") && Write(std::string(kRulerLength, '-'));
 }
 
 bool PowerLog::Write(std::string_view line) {

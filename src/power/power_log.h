@@ -34,9 +34,11 @@ class PowerLog {
  public:
   explicit PowerLog(Files& files) : files_(files) {}
 
-  /// Opens the file at its end, made when missing, and writes what sets one run off from the next; false,
-  /// with the log closed, when one of them failed.
-  bool Start();
+  /// Opens the file at its end, made when missing; false, with the log closed, when that failed.
+  bool Open();
+
+  /// Writes what sets one run off from the next; false when the disk did not take it. Not on a closed log.
+  bool WriteHeader();
 
   /// False when the disk did not take the line; not on a closed log.
   bool Write(std::string_view line);

@@ -6,7 +6,8 @@
 namespace ox {
 namespace {
 
-constexpr std::string_view kLogFailure = "Fehler beim Öffnen von PowerManagementLog.txt !";
+constexpr std::string_view kLogNotOpened = "Fehler beim Öffnen von PowerManagementLog.txt !";
+constexpr std::string_view kLogNotWritten = "Fehler beim Schreiben von PowerManagementLog.txt !";
 
 /// Marks a turn as under way, on every way out of it no more.
 class TurnMark {
@@ -60,17 +61,19 @@ void PowerMonitor::StartMonitoring() {
   MonitorStop.SetEnabled(true);
   StopRequested_ = false;
   logRule_.Restart(host_.clock.SecondsSinceMidnight());
-  if (!log_.Start()) {
-    StopMonitoring();
-    host_.windows.ShowMessage(kLogFailure);
-    return;
-  }
+  if (!log_.Open()) return StopFor(kLogNotOpened);
+  if (!log_.WriteHeader()) return StopFor(kLogNotWritten);
   PowerTimer.SetEnabled(true);
 }
 
 void PowerMonitor::StopMonitoring() {
   ShowIdle();
   log_.Close();
+}
+
+void PowerMonitor::StopFor(std::string_view failure) {
+  StopMonitoring();
+  host_.windows.ShowMessage(failure);
 }
 
 void PowerMonitor::ShowIdle() {
@@ -112,9 +115,7 @@ void PowerMonitor::DecodePowerStatus(BytesView data) {
   const PowerStatusTexts texts = FormatPowerStatus(*status);
   ShowTexts(texts);
   if (!logRule_.TakeIfDue(status->state, host_.clock.SecondsSinceMidnight())) return;
-  if (log_.Write(LogLine(host_.clock.Now(), texts))) return;
-  StopMonitoring();
-  host_.windows.ShowMessage(kLogFailure);
+  if (!log_.Write(LogLine(host_.clock.Now(), texts))) StopFor(kLogNotWritten);
 }
 
 void PowerMonitor::ShowTexts(const PowerStatusTexts& texts) {

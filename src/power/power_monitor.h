@@ -53,6 +53,8 @@ class PowerMonitor : public Window {
   void StartMonitoring();
   /// Back to the idle state, the log closed; does nothing in the idle state.
   void StopMonitoring();
+  /// The log cannot be written: stops, then tells why.
+  void StopFor(std::string_view failure);
   void ShowIdle();
   /// One tick: stops when that was asked for, else takes a sample.
   void TakeTurn();

@@ -1,12 +1,45 @@
 // Files and folders on the real disk.
 #include "platform/posix/posix_files.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <map>
 
 #include "platform/scratch_folder.h"
+
+namespace {
+
+/// The host's calls that fail from now on, with their errors.
+std::map<std::string, int> failing;
+
+/// Takes the place of one of the host's calls.
+template <typename... Arguments>
+int Call(const char* name, Arguments... arguments) {
+  if (failing.contains(name)) return errno = failing[name], -1;
+  return reinterpret_cast<int (*)(Arguments...)>(dlsym(RTLD_NEXT, name))(arguments...);
+}
+
+}  // namespace
+
+extern "C" {
+int fchown(int file, uid_t user, gid_t group) {
+  return Call("fchown", file, user, group);
+}
+int fchmod(int file, mode_t mode) {
+  return Call("fchmod", file, mode);
+}
+int fsync(int file) {
+  return Call("fsync", file);
+}
+int rename(const char* from, const char* to) {
+  return Call("rename", from, to);
+}
+}
 
 namespace ox {
 namespace {
@@ -15,6 +48,8 @@ namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
 struct PosixFilesTest : testing::Test {
+  ~PosixFilesTest() override { failing.clear(); }
+
   ScratchFolder scratch_;
   PosixFiles files_;
 };
@@ -63,6 +98,68 @@ TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
     EXPECT_TRUE(files_.SameFile("file", other));
   for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "file")) << other;
   EXPECT_FALSE(files_.SameFile("missing", "missing"));
+}
+
+TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
+  struct Row {
+    std::string call;
+    int error;
+    fs::perms rights;
+    std::string left;  // in the file
+  };
+  WriteFile("new", "");
+  const fs::perms usual = fs::status("new").permissions();
+  const Row rows[] = {{"fchown", EIO, usual, "new"},
+                      {"fchmod", EIO, usual, "new"},
+                      {"fchmod", EPERM, fs::perms(0640), "new"},
+                      {"fchmod", EIO, fs::perms(0640), "old one"},
+                      {"fsync", EINVAL, usual, "new"},
+                      {"fsync", ENOSYS, usual, "new"},
+                      {"fsync", EIO, usual, "old one"},
+                      {"fsync", ENOSPC, usual, "old one"},
+                      {"rename", EBUSY, usual, "new"},
+                      {"rename", EIO, usual, "old one"}};
+  for (const auto& [call, error, rights, left] : rows) {
+    failing.clear();
+    WriteFile("file", "old one");
+    fs::permissions("file", rights);
+    failing[call] = error;
+    EXPECT_EQ(files_.Replace("file", "new"), left == "new") << call << error;
+    EXPECT_EQ(ReadFile("file"), left) << call << error;
+    EXPECT_EQ(fs::status("file").permissions(), rights) << call << error;
+    EXPECT_EQ(files_.OpenForAppending("log")->Append("x"), call != "fsync" || left == "new") << error;
+  }
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 3) << "left something behind";
+}
+
+TEST_F(PosixFilesTest, AFileInAFolderThatIsNotWritableIsWrittenInPlaceOrStaysAsItWas) {
+  constexpr uid_t kNobody = 65534;
+  fs::create_directory("folder");
+  WriteFile("folder/file", "old one");
+  fs::permissions("folder/file", fs::perms(0666));
+  fs::permissions("folder", fs::perms(0555));
+  ASSERT_EQ(seteuid(geteuid() == 0 ? kNobody : geteuid()), 0);
+  EXPECT_TRUE(files_.Replace("folder/file", "new"));
+  EXPECT_EQ(ReadFile("folder/file"), "new");
+  failing["fsync"] = EIO;
+  EXPECT_FALSE(files_.Replace("folder/file", "newer one"));
+  EXPECT_EQ(ReadFile("folder/file"), "new");
+  EXPECT_FALSE(files_.Replace("folder/other", "new"));
+  ASSERT_EQ(seteuid(getuid()), 0);
+  fs::permissions("folder", fs::perms(0755));
+}
+
+TEST_F(PosixFilesTest, WhatKilledProgramsLeftIsCleared) {
+  const pid_t dead = fork();
+  if (dead == 0) _exit(0);
+  waitpid(dead, nullptr, 0);
+  const std::string left = ".ox-" + std::to_string(dead) + "-0.tmp";
+  const Names others = {".ox-1-0.tmp", ".ox--1-0.tmp", left + "x", "x" + left};
+  WriteFile(left, "");
+  for (const std::string& name : others) WriteFile(name, "");
+  EXPECT_TRUE(files_.Replace("file", "new"));
+  EXPECT_FALSE(fs::exists(left));
+  for (const std::string& name : others) EXPECT_TRUE(fs::exists(name)) << name;
 }
 
 TEST_F(PosixFilesTest, ListsDrivesFoldersAndFiles) {

@@ -13,7 +13,6 @@ namespace ox::test {
 namespace {
 
 constexpr const char* kLog = "PowerManagementLog.txt";
-constexpr const char* kStoppedByLog = "idle: Fehler beim Öffnen von PowerManagementLog.txt !";
 const Bytes kSample = ">031703B630390352007B0005\r";
 const Bytes kOtherState = ">031703B630390352007B0007\r";
 
@@ -158,17 +157,21 @@ TEST_F(PowerMonitorTest, StopsWhenTheDeviceOrTheLogFailsAndStartsAgain) {
   Answer(kSample);
   Run(6);
   EXPECT_EQ(State(), "idle: Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!");
+  const std::string file = " von PowerManagementLog.txt !";
   host_.files.writable = false;
   Run(1);
-  EXPECT_EQ(State(), kStoppedByLog);
+  EXPECT_EQ(State(), "idle: Fehler beim Öffnen" + file);
   host_.files.writable = true;
-  host_.files.appendable = 4;  // lines: the header and the first sample
+  host_.files.appendable = 2;  // lines: not all of the header
+  Run(1);
+  EXPECT_EQ(State(), "idle: Fehler beim Schreiben" + file);
+  host_.files.appendable = 4;  // the header and the first sample
   Answer(kSample);
   Answer(kOtherState);
   Run(1);
   EXPECT_EQ(State(), "running");
   host_.windows.Pass(1);
-  EXPECT_EQ(State(), kStoppedByLog);
+  EXPECT_EQ(State(), "idle: Fehler beim Schreiben" + file);
 }
 
 }  // namespace

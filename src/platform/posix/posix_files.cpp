@@ -6,11 +6,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <utility>
 
 #include "platform/posix/descriptor.h"
+#include "platform/posix/file_writing.h"
+#include "platform/posix/temporary_file.h"
 
 namespace ox {
 namespace {
@@ -19,9 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kReadSize = 65536;  // bytes
 constexpr mode_t kNewFile = 0666;         // rights, before the user's mask
-constexpr mode_t kRights = 07777;
-constexpr int kMostLinks = 40;           // as the host itself
-constexpr int kMostTemporaryFiles = 16;  // names to try, when earlier runs left theirs behind
+constexpr int kMostLinks = 40;            // as the host itself
 
 /// Opens a regular file; a device or a pipe is not even touched. `flags` may make the file.
 Descriptor OpenRegular(const std::string& path, int flags) {
@@ -29,16 +28,6 @@ Descriptor OpenRegular(const std::string& path, int flags) {
   struct stat status {};
   if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return Descriptor();
   return Descriptor(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFile));
-}
-
-bool WriteAll(const Descriptor& file, BytesView bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file.Number(), bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
 }
 
 /// What the links lead to, even if it does not exist yet; nothing when they go round in a circle.
@@ -51,51 +40,27 @@ std::optional<fs::path> WithoutLinks(fs::path path) {
   return std::nullopt;
 }
 
-/// A file beside another one that takes its place when it is complete, and vanishes when that does not
-/// happen.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const fs::path& target) : target_(target) {
-    for (int number = 0; number < kMostTemporaryFiles && !file_.Valid(); ++number) {
-      path_ =
-          target.parent_path() / (".ox-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".tmp");
-      file_ = Descriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
-    }
-    made_ = file_.Valid();
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (made_) unlink(path_.c_str());
-  }
+/// Gives an open file this content and no other.
+bool Overwrite(const Descriptor& file, BytesView content) {
+  return lseek(file.Number(), 0, SEEK_SET) == 0 && WriteAll(file, content) &&
+         ftruncate(file.Number(), static_cast<off_t>(content.size())) == 0 && HandToDisk(file);
+}
 
-  bool Write(BytesView content) { return made_ && WriteAll(file_, content); }
-
-  /// Gives the file the owner, as far as we may, and the rights of the one that it replaces.
-  bool TakeRightsOf(const struct stat& status) {
-    if (fchown(file_.Number(), status.st_uid, status.st_gid) != 0 && errno != EPERM) return false;
-    return fchmod(file_.Number(), status.st_mode & kRights) == 0;
-  }
-
-  bool MoveIntoPlace() {
-    if (fsync(file_.Number()) != 0 || !file_.Close()) return false;
-    if (std::rename(path_.c_str(), target_.c_str()) != 0) return false;
-    made_ = false;
-    return true;
-  }
-
- private:
-  fs::path target_;
-  fs::path path_;
-  Descriptor file_;
-  bool made_ = false;
-};
+/// Puts a new file in the place of the target, which is `existing` where there is one; returns 0, or the
+/// error that it failed at.
+int ReplaceByNewFile(const fs::path& target, const struct stat* existing, BytesView content) {
+  TemporaryFile::RemoveLeftovers(target.parent_path());
+  TemporaryFile file(target);
+  const bool replaced =
+      file.Write(content) && (existing == nullptr || file.TakeRightsOf(*existing)) && file.MoveIntoPlace();
+  return replaced ? 0 : errno;
+}
 
 class PosixAppendFile : public AppendFile {
  public:
   explicit PosixAppendFile(Descriptor file) : file_(std::move(file)) {}
 
-  bool Append(BytesView bytes) override { return WriteAll(file_, bytes) && fdatasync(file_.Number()) == 0; }
+  bool Append(BytesView bytes) override { return WriteAll(file_, bytes) && HandToDisk(file_); }
 
  private:
   Descriptor file_;
@@ -128,8 +93,16 @@ bool PosixFiles::Replace(const std::string& path, BytesView content) {
   const bool exists = stat(target->c_str(), &status) == 0;
   // A rename asks only the folder, so the file's own protection is heeded here.
   if (exists && (!S_ISREG(status.st_mode) || access(target->c_str(), W_OK) != 0)) return false;
-  TemporaryFile file(*target);
-  return file.Write(content) && (!exists || file.TakeRightsOf(status)) && file.MoveIntoPlace();
+  const int error = ReplaceByNewFile(*target, exists ? &status : nullptr, content);
+  if (error == 0) return true;
+  if (!exists || !IsRefusal(error)) return false;
+  // The folder takes no new file, or its file system cannot give one the rights of the old one.
+  const std::optional<Bytes> before = Read(*target, kNoLimit);
+  const Descriptor file = OpenRegular(*target, O_WRONLY);
+  if (!file.Valid()) return false;
+  const bool written = Overwrite(file, content);
+  if (!written && before) Overwrite(file, *before);
+  return written;
 }
 
 bool PosixFiles::SameFile(const std::string& one, const std::string& other) {

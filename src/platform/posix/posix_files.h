@@ -11,7 +11,7 @@ class PosixFiles : public Files {
   /// Reads regular files only: a device or a pipe could block or never end.
   std::optional<Bytes> Read(const std::string& path, std::size_t limit) override;
   /// Replaces what a symbolic link leads to, not the link; an existing file keeps its rights, a
-  /// write-protected one stays.
+  /// write-protected one stays. Clears away what killed programs have left in the folder.
   bool Replace(const std::string& path, BytesView content) override;
   bool SameFile(const std::string& one, const std::string& other) override;
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override;

@@ -1,0 +1,105 @@
+// Names, rights and the end of temporary files.
+#include "platform/posix/temporary_file.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/posix/file_writing.h"
+
+namespace ox {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The name: .ox-<process>-<number>.tmp
+constexpr std::string_view kPrefix = ".ox-";
+constexpr std::string_view kSuffix = ".tmp";
+constexpr char kSeparator = '-';
+
+constexpr mode_t kNewFile = 0666;  // rights, before the user's mask
+constexpr mode_t kRights = 07777;
+constexpr int kMostNames = 16;  // to try, when an earlier process of our number left its files behind
+
+/// Takes a number off the front of a text; -1 when there is none.
+int TakeNumber(std::string_view& text) {
+  int number = -1;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  return error == std::errc() ? number : -1;
+}
+
+/// Which process has made a temporary file; 0 when the name is none of such a file.
+pid_t MakerOf(std::string_view name) {
+  if (!name.starts_with(kPrefix)) return 0;
+  name.remove_prefix(kPrefix.size());
+  const pid_t maker = TakeNumber(name);
+  if (maker <= 0 || !name.starts_with(kSeparator)) return 0;
+  name.remove_prefix(1);
+  return TakeNumber(name) >= 0 && name == kSuffix ? maker : 0;
+}
+
+bool IsDead(pid_t process) {
+  return kill(process, 0) != 0 && errno == ESRCH;
+}
+
+}  // namespace
+
+TemporaryFile::TemporaryFile(fs::path target) : target_(std::move(target)) {
+  for (int number = 0; number < kMostNames && !made_; ++number) {
+    const std::string process = std::to_string(getpid());
+    path_ = target_.parent_path() /
+            (std::string(kPrefix) + process + kSeparator + std::to_string(number) + std::string(kSuffix));
+    file_ = Descriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
+    makingError_ = errno;
+    made_ = file_.Valid();
+  }
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (made_) unlink(path_.c_str());
+}
+
+bool TemporaryFile::Write(BytesView content) {
+  if (made_) return WriteAll(file_, content);
+  errno = makingError_;
+  return false;
+}
+
+bool TemporaryFile::TakeRightsOf(const struct stat& replaced) {
+  struct stat own {};
+  if (fstat(file_.Number(), &own) != 0) return false;
+  // What is right already is not touched: some file systems know neither owners nor rights. Giving a file
+  // away may be forbidden, its group not.
+  const bool sameOwner = own.st_uid == replaced.st_uid && own.st_gid == replaced.st_gid;
+  if (!sameOwner && fchown(file_.Number(), replaced.st_uid, replaced.st_gid) != 0 &&
+      fchown(file_.Number(), own.st_uid, replaced.st_gid) != 0 && !IsRefusal(errno)) {
+    return false;
+  }
+  const bool sameRights = ((own.st_mode ^ replaced.st_mode) & kRights) == 0;
+  return sameRights || fchmod(file_.Number(), replaced.st_mode & kRights) == 0;
+}
+
+bool TemporaryFile::MoveIntoPlace() {
+  if (!HandToDisk(file_) || !file_.Close()) return false;
+  if (std::rename(path_.c_str(), target_.c_str()) != 0) return false;
+  made_ = false;
+  return true;
+}
+
+void TemporaryFile::RemoveLeftovers(const fs::path& folder) {
+  std::error_code error;
+  for (fs::directory_iterator entry(folder.empty() ? "." : folder, error);
+       !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    const pid_t maker = MakerOf(entry->path().filename().native());
+    if (maker != 0 && IsDead(maker)) unlink(entry->path().c_str());
+  }
+}
+
+}  // namespace ox

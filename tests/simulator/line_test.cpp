@@ -180,6 +180,9 @@ TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {
   std::filesystem::create_symlink("/dev/pts/987654", "COM1");
   LineHost host(end, {"COM1", false, 1});
   EXPECT_EQ(std::filesystem::read_symlink("COM1"), host.Path()) << "a left link is replaced";
+  EXPECT_THROW(LineHost(end, {.link = std::filesystem::absolute("COM1")}), std::system_error)
+      << "and one in use is not";
+  EXPECT_EQ(std::filesystem::read_symlink("COM1"), host.Path());
   OpenPorts openPorts;
   PosixSerialPort port(openPorts);
   port.SetSettings("9600,O,7,1");
@@ -189,9 +192,10 @@ TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {
   EXPECT_EQ(host.Path(), "");
   EXPECT_THROW(port.Input(), PortError);
   EXPECT_FALSE(std::filesystem::is_symlink("COM1"));
-  WriteFile("COM1", "x");
-  EXPECT_THROW(LineHost(end, {}), std::system_error);
-  EXPECT_EQ(ReadFile("COM1"), "x");
+  EXPECT_THROW(LineHost(end, {}), std::system_error) << "the cable is soon in its place again";
+  WriteFile("COM2", "x");
+  EXPECT_THROW(LineHost(end, {.link = "COM2"}), std::system_error);
+  EXPECT_EQ(ReadFile("COM2"), "x");
 }
 
 }  // namespace ox::sim

@@ -27,7 +27,11 @@ timespec ToTimespec(Seconds span) {
 }  // namespace
 
 LineHost::LineHost(Endpoint& end, HostOptions options)
-    : options_(std::move(options)), start_(MonotonicTime()), paced_(end, options_.paced) {
+
+    : options_(std::move(options)),
+      claim_(options_.link),
+      start_(MonotonicTime()),
+      paced_(end, options_.paced) {
   // The host otherwise puts wake-ups together and delays each by some 50 microseconds.
   constexpr unsigned long kPreciseNanoseconds = 1;
   prctl(PR_SET_TIMERSLACK, kPreciseNanoseconds);

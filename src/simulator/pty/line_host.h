@@ -8,6 +8,7 @@
 
 #include "simulator/line/endpoint.h"
 #include "simulator/line/paced_line.h"
+#include "simulator/pty/name_claim.h"
 #include "simulator/pty/openings.h"
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
@@ -29,7 +30,8 @@ class LineHost {
   /// From the cable being pulled until it is in its place again, on a new pseudo-terminal.
   static constexpr Seconds kUnplugged = 3;
 
-  /// Plugs the end in; throws std::system_error when that is not possible. The end must outlive the host.
+  /// Plugs the end in; throws std::system_error when that is not possible, as under a name that another oxsim
+  /// has. The end must outlive the host.
   LineHost(Endpoint& end, HostOptions options);
 
   /// The time that the end is given: seconds since this host started.
@@ -61,6 +63,7 @@ class LineHost {
   void TakeFromPc();
 
   HostOptions options_;
+  NameClaim claim_;  // also while the cable is pulled
   Seconds start_ = 0;
   PacedLine paced_;
   std::optional<Plug> plug_;

@@ -23,8 +23,6 @@ std::string TargetOf(const std::string& name) {
 PortLink::PortLink(std::string name, std::string target)
     : name_(std::move(name)), target_(std::move(target)) {
   std::error_code error;
-  // Whether another run still uses an old link cannot be told from it, since numbers of pseudo-terminals come
-  // again.
   if (TargetOf(name_).rfind(kPseudoTerminals, 0) == 0) fs::remove(name_, error);
   fs::create_symlink(target_, name_, error);
   if (error) throw std::system_error(error, name_);

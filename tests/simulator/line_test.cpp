@@ -174,6 +174,17 @@ TEST(PacedLine, EveryCharacterTakesItsBitsHoweverLateSomebodyLooks) {
   for (const auto& [now, arrived] : arrivals) EXPECT_EQ(line.Advance(now, kLine), arrived) << now;
 }
 
+TEST(UsbAdapter, HandsOnWhatHasComeOnceTheFirstOfItHasWaitedLongEnough) {
+  UsbAdapter adapter(0.016);
+  Bytes handedOn;
+  for (const auto& [now, arrived] :
+       {std::pair(1.000, "a"), {1.010, "b"}, {1.017, "c"}, {1.018, "d"}, {1.033, ""}, {1.035, ""}}) {
+    adapter.Receive(arrived, now);
+    handedOn += adapter.Take(now) + "|";
+  }
+  EXPECT_EQ(handedOn, "||abc|||d|");
+}
+
 TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {
   const ScratchFolder folder;
   test::ScriptedDevice end;

@@ -8,14 +8,15 @@ namespace {
 
 TEST(Options, AreReadInBothSpellingsOrRefused) {
   std::string error;
-  const SimulatorOptions read = ReadOptions({"--link=x=y", "--kinds", "b", "--tables=a", "--seed", "42",
-                                             "--version-text", "SW4", "--loader", "--fault", "unplug=7"},
-                                            error);
+  const SimulatorOptions read =
+      ReadOptions({"--link=x=y", "--kinds", "b", "--tables=a", "--seed", "42", "--latency=16",
+                   "--version-text", "SW4", "--loader", "--fault", "unplug=7"},
+                  error);
   EXPECT_EQ(error, "");
   const auto& [device, replies, modem, host] = read.parts;
   EXPECT_EQ(std::tuple(host.link, device.loaderKinds, read.tables, device.seed, device.version),
             std::tuple("x=y", "b", "a", 42U, "SW4"));
-  EXPECT_EQ(std::tuple(device.startInLoader, host.unplugAfter), std::tuple(true, 7U));
+  EXPECT_EQ(std::tuple(device.startInLoader, host.unplugAfter, host.latency), std::tuple(true, 7U, 0.016));
   const std::pair<std::vector<std::string>, std::string> refused[] = {
       {{"--nix"}, "unbekannte Option --nix"},
       {{"--baud"}, "--baud braucht einen Wert"},

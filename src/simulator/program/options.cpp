@@ -46,6 +46,14 @@ bool TakeParity(SimulatorOptions& options, const std::string& value) {
   return true;
 }
 
+bool TakeLatency(SimulatorOptions& options, const std::string& value) {
+  constexpr Seconds kMillisecond = 0.001;
+  std::uint32_t milliseconds = 0;
+  if (!ReadNumber(value, milliseconds)) return false;
+  options.parts.host.latency = milliseconds * kMillisecond;
+  return true;
+}
+
 bool TakeKinds(SimulatorOptions& options, const std::string& value) {
   if (value.find_first_not_of("abc") != std::string::npos) return false;
   options.parts.device.loaderKinds = value;
@@ -83,6 +91,7 @@ const auto kOptions = std::to_array<Option>({
        o.parts.host.paced = false;
        return true;
      }},
+    {"--latency", "MS", "so lange hält ein USB-Adapter zurück, was zum PC kommt (0)", TakeLatency},
     {"--dump", "ORDNER", "schreibt den Gerätespeicher bei SIGUSR1 und am Ende dorthin",
      [](SimulatorOptions& o, const std::string& v) {
        o.dump = v;

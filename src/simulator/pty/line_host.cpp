@@ -24,6 +24,11 @@ timespec ToTimespec(Seconds span) {
   return {static_cast<time_t>(whole), static_cast<long>((span - whole) * kNanosecondsPerSecond)};
 }
 
+std::optional<Seconds> Earlier(std::optional<Seconds> one, std::optional<Seconds> other) {
+  if (!one || !other) return one ? one : other;
+  return std::min(*one, *other);
+}
+
 }  // namespace
 
 LineHost::LineHost(Endpoint& end, HostOptions options)
@@ -35,7 +40,7 @@ LineHost::LineHost(Endpoint& end, HostOptions options)
   // The host otherwise puts wake-ups together and delays each by some 50 microseconds.
   constexpr unsigned long kPreciseNanoseconds = 1;
   prctl(PR_SET_TIMERSLACK, kPreciseNanoseconds);
-  plug_.emplace(options_.link);
+  plug_.emplace(options_);
 }
 
 Seconds LineHost::Now() const {
@@ -58,7 +63,10 @@ void LineHost::Count(std::size_t characters) {
 std::optional<LineSettings> LineHost::PcEnd() {
   if (!plug_) return std::nullopt;
   // A port that is closed forgets what was not read.
-  if (plug_->openings.Look()) plug_->line.DropUnread();
+  if (plug_->openings.Look()) {
+    plug_->adapter.Drop();
+    plug_->line.DropUnread();
+  }
   if (!plug_->openings.Any()) return std::nullopt;
   return plug_->line.PcSettings();
 }
@@ -69,17 +77,20 @@ bool LineHost::Held() const {
 }
 
 std::optional<Seconds> LineHost::NextWakeUp() const {
-  const auto next = Held() ? std::nullopt : paced_.NextEvent();
-  if (plug_) return next;
-  return next ? std::min(*next, replugAt_) : replugAt_;
+  const auto handedOn = plug_ ? plug_->adapter.Next() : replugAt_;
+  return Held() ? std::nullopt : Earlier(paced_.NextEvent(), handedOn);
 }
 
 void LineHost::Work() {
-  if (!plug_ && Now() >= replugAt_) plug_.emplace(options_.link);
+  if (!plug_ && Now() >= replugAt_) plug_.emplace(options_);
   const auto pc = PcEnd();
   if (Held()) return;
-  const Bytes arrived = paced_.Advance(Now(), pc);
-  if (!plug_ || arrived.empty()) return;
+  const Seconds now = Now();
+  const Bytes crossed = paced_.Advance(now, pc);
+  if (!plug_) return;
+  plug_->adapter.Receive(crossed, now);
+  const Bytes arrived = plug_->adapter.Take(now);
+  if (arrived.empty()) return;
   if (!plug_->line.Waiting()) plug_->line.Write(arrived);
   Count(arrived.size());
 }

@@ -8,6 +8,7 @@
 
 #include "simulator/line/endpoint.h"
 #include "simulator/line/paced_line.h"
+#include "simulator/line/usb_adapter.h"
 #include "simulator/pty/name_claim.h"
 #include "simulator/pty/openings.h"
 #include "simulator/pty/port_link.h"
@@ -20,6 +21,7 @@ struct HostOptions {
   std::string link = "COM1";               ///< the name of the port; relative to the working folder
   bool paced = true;                       ///< characters take their time on the line
   std::optional<std::size_t> unplugAfter;  ///< the cable is pulled once, when so many characters have passed
+  Seconds latency = 0;                     ///< of a USB adapter at the PC; 0: none
 };
 
 /// One end on one pseudo-terminal under one name. Wakes up only when a character is due or has come. Takes
@@ -53,7 +55,9 @@ class LineHost {
     PtyLine line;
     Openings openings;
     PortLink link;
-    explicit Plug(const std::string& name) : openings(line.Path()), link(name, line.Path()) {}
+    UsbAdapter adapter;
+    explicit Plug(const HostOptions& options)
+        : openings(line.Path()), link(options.link, line.Path()), adapter(options.latency) {}
   };
 
   void Count(std::size_t characters);

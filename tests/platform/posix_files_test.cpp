@@ -58,7 +58,7 @@ TEST_F(PosixFilesTest, ReadsUpToTheLimit) {
   Bytes content;
   for (int number = 0; number < 20000; ++number) content += std::to_string(number) + '\0';
   WriteFile("big", content);
-  for (const std::size_t limit : {0UL, 65537UL, Files::kNoLimit})
+  for (const std::size_t limit : {std::size_t{0}, std::size_t{65537}, Files::kNoLimit})
     EXPECT_TRUE(files_.Read("big", limit) == content.substr(0, limit)) << limit;
 }
 

@@ -99,7 +99,9 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   constexpr uid_t kNobody = 65534;
   constexpr gid_t kNotOurs = 1;
   const bool root = geteuid() == 0;  // else we own the line, and no group matters
-  if (root) ASSERT_EQ(chown("COM1", 0, kNotOurs), 0);
+  if (root) {
+    ASSERT_EQ(chown("COM1", 0, kNotOurs), 0);
+  }
   const std::string hint =
       root ? std::string(" (nur für Mitglieder der Gruppe \"") + getgrgid(kNotOurs)->gr_name + "\")" : "";
   for (const auto& [mode, told] : {std::pair(0440, std::string()), {0060, hint}}) {

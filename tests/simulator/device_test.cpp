@@ -129,9 +129,13 @@ TEST(Loader, AnswersTheCatalogueOfItsGeneration) {
 TEST(Loader, VerifiesACompleteProgramHoweverLongThePauseAndWelcomesANewAttemptAtOnce) {
   for (const Seconds later : {0, 3600}) {
     Device device(InLoader(2));
-    EXPECT_EQ(Ask(device, "a01") + Ask(device, "P", 0x7F00) + Ask(device, "VVX", 0, later), "AAAANAN")
-        << later;
-    EXPECT_EQ(Ask(device, "a01P") + Ask(device, "PVPV", 0, later), "AAAAAANA") << "half a program";
+    Bytes told = Ask(device, "a01");
+    told += Ask(device, "P", 0x7F00);
+    told += Ask(device, "VVX", 0, later);
+    EXPECT_EQ(told, "AAAANAN") << later;
+    told = Ask(device, "a01P");
+    told += Ask(device, "PVPV", 0, later);
+    EXPECT_EQ(told, "AAAAAANA") << "half a program";
   }
 }
 

@@ -77,8 +77,8 @@ bool LineHost::Held() const {
 }
 
 std::optional<Seconds> LineHost::NextWakeUp() const {
-  const auto handedOn = plug_ ? plug_->adapter.Next() : replugAt_;
-  return Held() ? std::nullopt : Earlier(paced_.NextEvent(), handedOn);
+  const auto atThePort = plug_ ? plug_->adapter.Next() : replugAt_;
+  return Held() ? std::nullopt : Earlier(paced_.NextEvent(), atThePort);
 }
 
 void LineHost::Work() {

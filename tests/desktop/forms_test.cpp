@@ -138,6 +138,28 @@ TEST_F(Forms, WhatTheProgramSetsIsShown) {
   EXPECT_EQ(status->textFormat(), Qt::PlainText);
 }
 
+TEST_F(Forms, NoTextWidensOrHeightensAWindow) {
+  const std::string longText = std::string(3000, '>') + "\r\n\r\n" + std::string(300, 'x');
+  for (const Window* window : all) {
+    const auto form = Show(*window);
+    const auto show = [&](const std::string& text) {
+      for (Control* control : window->Controls()) {
+        if (auto* list = dynamic_cast<ListBox*>(control)) list->SetItems({text});
+        if (auto* box = dynamic_cast<TextBox*>(control)) box->SetText(text);
+        auto* label = dynamic_cast<Label*>(control);
+        if (label != nullptr && (label->Text().empty() || label->Text() == "x")) label->SetText(text);
+      }
+      QCoreApplication::processEvents();
+    };
+    show("x");
+    form->resize(1, 1);
+    QCoreApplication::processEvents();
+    const QSize before = form->size();
+    show(longText);
+    EXPECT_EQ(form->size(), before) << window->Name();
+  }
+}
+
 TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   const auto form = Show(files);
   std::string happened;

@@ -25,6 +25,19 @@ constexpr std::string_view kLoading = "Messstellentabelle wird geladen ...";
 constexpr std::string_view kRedundantOffice =
     "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
 
+/// Says what runs, and on every way out of it that nothing does.
+template <class Running>
+class RunMark {
+ public:
+  RunMark(Running& running, Running kind) : running_(running) { running_ = kind; }
+  RunMark(const RunMark&) = delete;
+  RunMark& operator=(const RunMark&) = delete;
+  ~RunMark() { running_ = Running::kNothing; }
+
+ private:
+  Running& running_;
+};
+
 }  // namespace
 
 Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChooser& chooser)
@@ -40,7 +53,6 @@ Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChoose
   Zyklischer_Abruf.onClick = [this] { PollCyclically(); };
   Zeitabruf.onClick = [this] { Poll(Bytes(kTimeRequest), false); };
   Abbruch.onClick = [this] { abortRequested_ = true; };
-  // The close box's way: a poll that a table loaded meanwhile has unlocked ends first.
   Verlassen.onClick = [this] { RequestClose(); };
   duemstwal.onClick = [this] { LoadTable(); };
 }
@@ -59,8 +71,10 @@ void Datenaustausch::OnClose() {
 }
 
 void Datenaustausch::OnFailure() {
-  due_.ClosePort();
-  UnlockButtons();
+  // A failure in a nested handler leaves the poll under way alone.
+  if (running_ == Running::kNothing) due_.ClosePort();
+  tableLocks_ = false;
+  ShowLock();
 }
 
 void Datenaustausch::PollSingle() {
@@ -74,27 +88,33 @@ void Datenaustausch::PollZ() {
   const PollFields fields = TypedFields();
   if (Refused(RefusalOfZRequest(fields))) return;
   if (!fields.AKZ.empty()) host_.windows.ShowMessage(kRedundantOffice);
-  LockButtons();
-  const Bytes reply = Exchange(ZRequest(fields), false);
-  ShowValues(reply.substr(0, kZReplyLength) + settings_.CR);
-  UnlockButtons();
+  RunLocked(Running::kPoll, [&] {
+    const Bytes reply = Exchange(ZRequest(fields), false);
+    ShowValues(reply.substr(0, kZReplyLength) + settings_.CR);
+  });
 }
 
 void Datenaustausch::Poll(const Bytes& request, bool multiRecord) {
-  LockButtons();
-  ShowValues(Exchange(request, multiRecord));
-  UnlockButtons();
+  RunLocked(Running::kPoll, [&] { ShowValues(Exchange(request, multiRecord)); });
 }
 
 void Datenaustausch::PollCyclically() {
-  LockButtons();
-  Abbruch.SetEnabled(true);
   abortRequested_ = false;
-  while (!abortRequested_) {
-    ShowValues(Exchange(Bytes(kCollectiveRequest), true));
-    RestBetweenPolls();
+  RunLocked(Running::kCyclicPoll, [this] {
+    while (!abortRequested_) {
+      ShowValues(Exchange(Bytes(kCollectiveRequest), true));
+      RestBetweenPolls();
+    }
+  });
+}
+
+void Datenaustausch::RunLocked(Running kind, const std::function<void()>& work) {
+  {
+    const RunMark mark(running_, kind);
+    ShowLock();
+    work();
   }
-  UnlockButtons();
+  ShowLock();
 }
 
 void Datenaustausch::RestBetweenPolls() {
@@ -107,21 +127,30 @@ void Datenaustausch::RestBetweenPolls() {
 
 void Datenaustausch::LoadTable() {
   const std::string path = chooser_.Choose(kTablePattern);
-  AKZ.SetFocus();  // the window is the active one again
+  if (!path.empty()) {
+    tableLocks_ = true;
+    LockButtons();
+  }
+  FocusHome();  // the window is the active one again
   if (path.empty()) return;
-  LockButtons();
+  // After a failure the buttons stay locked until another table is loaded; only the close box still works.
+  if (!ReadNames(path)) return;
+  tableLocks_ = false;
+  ShowLock();
+}
+
+bool Datenaustausch::ReadNames(const std::string& path) {
   datanz.SetText(kLoading);
   host_.windows.Yield();
   const std::optional<TableText> text = ReadTableText(host_.files, path);
   if (!text) {
-    // The buttons stay locked until another table is loaded; only the close box still works.
     host_.windows.ShowMessage("Fehler beim Lesen der Datei: " + path + "!");
-    return;
+    return false;
   }
   WindowTableMessages messages(host_.windows);
   nameIndex_ = NameIndex(ParseMesTable(*text, messages));
   datanz.SetText("");
-  UnlockButtons();
+  return true;
 }
 
 Bytes Datenaustausch::Exchange(const Bytes& request, bool multiRecord) {
@@ -166,6 +195,25 @@ void Datenaustausch::UnlockButtons() {
   Einzelabruf.SetEnabled(true);
   Abbruch.SetEnabled(false);
   AKZ.SetFocus();
+}
+
+void Datenaustausch::ShowLock() {
+  if (running_ == Running::kNothing && !tableLocks_) {
+    UnlockButtons();
+    return;
+  }
+  LockButtons();
+  if (running_ != Running::kCyclicPoll || tableLocks_) return;
+  Abbruch.SetEnabled(true);
+  FocusHome();
+}
+
+void Datenaustausch::FocusHome() {
+  if (Abbruch.Enabled()) {
+    Abbruch.SetFocus();
+  } else {
+    AKZ.SetFocus();
+  }
 }
 
 }  // namespace ox

@@ -1,7 +1,9 @@
 // Datenaustausch: polls values from the device and shows them with the names of their measuring points.
 #pragma once
 
+#include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "exchange/name_index.h"
@@ -17,7 +19,8 @@ namespace ox {
 class FileChooser;
 
 /// Made anew for each showing: fields, displays and names begin empty. All polls share the window's one link;
-/// while one runs its buttons are locked, but for the table button.
+/// while one runs its buttons are locked, but for the table button. A table that is loaded meanwhile leaves
+/// the lock of the poll in force.
 class Datenaustausch : public Window {
  public:
   Datenaustausch(Host& host, SessionSettings& settings, FileChooser& chooser);
@@ -52,15 +55,21 @@ class Datenaustausch : public Window {
   void OnFailure() override;
 
  private:
+  enum class Running { kNothing, kPoll, kCyclicPoll };
+
   void PollSingle();
   void PollZ();
   void PollCyclically();
   void LoadTable();
+  /// The part of LoadTable with the buttons locked; false, after the message, when the file cannot be read.
+  bool ReadNames(const std::string& path);
 
   /// One exchange with a fresh trace; returns the reply.
   Bytes Exchange(const Bytes& request, bool multiRecord);
-  /// A whole poll: locked, exchanged, shown, unlocked.
+  /// One exchange and its display, with the buttons locked.
   void Poll(const Bytes& request, bool multiRecord);
+  /// Does the poll's work with the lock of its kind.
+  void RunLocked(Running kind, const std::function<void()>& work);
   /// Waits out the time between two cyclic polls, or until the abort.
   void RestBetweenPolls();
   PollFields TypedFields() const;
@@ -71,6 +80,10 @@ class Datenaustausch : public Window {
   void ShowValues(BytesView reply);
   void LockButtons();
   void UnlockButtons();
+  /// Puts the lock of what runs in force, and the focus where it belongs then.
+  void ShowLock();
+  /// The focus goes to the button that ends the cyclic poll while there is one, else to the first field.
+  void FocusHome();
 
   Host& host_;
   const SessionSettings& settings_;
@@ -78,6 +91,8 @@ class Datenaustausch : public Window {
   DeviceLink due_;  // the window's serial line
   NameIndex nameIndex_;
   float startTime_ = 0;
+  Running running_ = Running::kNothing;
+  bool tableLocks_ = false;      // a table is being loaded, or the last one could not be read
   bool abortRequested_ = false;  // read by the cyclic poll alone
 };
 

@@ -174,12 +174,41 @@ TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFai
   EXPECT_EQ(Buttons(), kIdle);
 }
 
+TEST_F(DataExchange, ATableLoadedDuringAPollLeavesItsLockInForce) {
+  const std::string cyclic = "Abbruch duemstwal ";
+  const std::string locked = "duemstwal ";
+  // The poll, its buttons while it runs, and these again when a table was chosen in it.
+  const std::tuple<Button*, std::string, std::string, std::string> rows[] = {
+      {&window_.Sammelabruf, locked, "netz", locked},      {&window_.Sammelabruf, locked, "", locked},
+      {&window_.Zyklischer_Abruf, cyclic, "netz", cyclic}, {&window_.Zyklischer_Abruf, cyclic, "", cyclic},
+      {&window_.Zyklischer_Abruf, cyclic, "fort", locked},
+  };
+  for (const auto& [poll, before, table, after] : rows) {
+    SCOPED_TRACE(poll->Name() + " " + table);
+    ExpectPoll("P", "\rAAA\rE\r", 0.9);
+    host_.windows.In(0.4, [&, before = before, table = table, after = after] {
+      EXPECT_EQ(Buttons(), before);
+      LoadTable(table);
+      EXPECT_EQ(Buttons(), after);
+      EXPECT_EQ(window_.Focused()->Name(), after == cyclic ? "Abbruch" : "AKZ");
+      window_.Abbruch.Click();
+    });
+    if (after != before) {
+      host_.windows.In(2, [&] {
+        EXPECT_EQ(Buttons(), locked) << "until another table is loaded";
+        LoadTable("netz");
+        EXPECT_EQ(Buttons(), cyclic);
+        window_.Abbruch.Click();
+      });
+    }
+    poll->Click();
+    EXPECT_EQ(Buttons(), kIdle);
+  }
+}
+
 TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
   ExpectPoll("P", "\rAAA\rE\r", 0.9);
-  host_.windows.In(0.4, [&] {
-    LoadTable("netz");  // unlocks the button that leaves
-    window_.Verlassen.Click();
-  });
+  host_.windows.In(0.4, [&] { window_.RequestClose(); });
   window_.Zyklischer_Abruf.Click();
   EXPECT_FALSE(window_.IsOpen());
   EXPECT_EQ(window_.mewanz.Text(), "AAA|");

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <initializer_list>
 
+#include "desktop/border.h"
 #include "ui/controls.h"
 
 namespace ox {
@@ -31,6 +32,18 @@ void TieMenuCommand(MenuEntry& control, QAction& widget);
 void TieMenu(MenuEntry& control, QMenu& widget);
 /// The ticks come from the form's thread and end with the form.
 void TieTimer(Timer& control, QWidget& form);
+
+/// Whether the user's hand reaches the widget: it can be used, and no box stands before its window.
+bool WithinReach(const QWidget& widget);
+
+/// Runs what the user did at the widget, and returns whether it was within his reach. Assistive technology
+/// acts on widgets behind a message box as well: then nothing is run.
+template <class Action>
+bool ByHand(const QWidget& widget, Action action) {
+  if (!WithinReach(widget)) return false;
+  AtBorder(action);
+  return true;
+}
 
 /// Shows what every widget shows alike: enabled, visible, focus.
 void ShowCommon(const Control& control, QWidget& widget, Change change);

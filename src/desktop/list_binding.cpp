@@ -5,7 +5,6 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "desktop/border.h"
 #include "desktop/control_ties.h"
 #include "desktop/screen_text.h"
 
@@ -57,12 +56,12 @@ class ListUser : public QObject {
   }
 
   void Select() {
-    AtBorder([this] { control_.Select(SelectedRow()); });
+    ByHand(widget_, [this] { control_.Select(SelectedRow()); });
   }
 
   void Activate() {
     told_ = true;  // the click that ends a double click selects nothing more
-    AtBorder([this] { control_.Activate(SelectedRow()); });
+    ByHand(widget_, [this] { control_.Activate(SelectedRow()); });
   }
 
   ListBox& control_;
@@ -92,7 +91,7 @@ void TieList(ListBox& control, QListWidget& widget) {
 
 void TieDropDown(ListBox& control, QComboBox& widget) {
   QObject::connect(&widget, &QComboBox::activated, &widget,
-                   [&control](int row) { AtBorder([&] { control.Select(row); }); });
+                   [&control, &widget](int row) { ByHand(widget, [&] { control.Select(row); }); });
   Follow(control, {Change::Enabled, Change::Visible, Change::Items, Change::Selected},
          [&control, &widget](Change change) {
            ShowCommon(control, widget, change);

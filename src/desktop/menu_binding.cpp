@@ -1,5 +1,4 @@
 // Menu entries: commands, and menus that hold commands.
-#include "desktop/border.h"
 #include "desktop/control_ties.h"
 #include "desktop/screen_text.h"
 
@@ -20,7 +19,12 @@ void FollowEntry(MenuEntry& control, QAction& action) {
 }  // namespace
 
 void TieMenuCommand(MenuEntry& control, QAction& widget) {
-  QObject::connect(&widget, &QAction::triggered, &widget, [&control] { AtBorder([&] { control.Click(); }); });
+  const auto* form = qobject_cast<QWidget*>(widget.parent());
+  // With the next events: assistive technology waits while its request is carried out, and a command lasts
+  // as long as the boxes that it opens.
+  QObject::connect(
+      &widget, &QAction::triggered, &widget, [&control, form] { ByHand(*form, [&] { control.Click(); }); },
+      Qt::QueuedConnection);
   FollowEntry(control, widget);
 }
 

@@ -1,4 +1,6 @@
 // Buttons, check boxes, labels and timers.
+#include <QApplication>
+#include <QSignalBlocker>
 #include <QTimer>
 #include <utility>
 
@@ -7,6 +9,45 @@
 #include "desktop/screen_text.h"
 
 namespace ox {
+namespace {
+
+/// Hands on every turn of a check box's mark: by a click at once, and by assistive technology, which turns
+/// the mark without a click, with the next events, since it waits while its request is carried out.
+class CheckBoxUser : public QObject {
+ public:
+  CheckBoxUser(CheckBox& control, QCheckBox& widget) : QObject(&widget), control_(control), widget_(widget) {
+    connect(&widget, &QCheckBox::toggled, this, [this] {
+      ++turns_;
+      QMetaObject::invokeMethod(
+          this, [this] { HandOn(); }, Qt::QueuedConnection);
+    });
+    connect(&widget, &QCheckBox::clicked, this, [this] { HandOn(); });
+  }
+
+  void ShowMark() {
+    const QSignalBlocker quiet(widget_);
+    widget_.setChecked(control_.Checked());
+  }
+
+ private:
+  void HandOn() {
+    if (turns_ == 0) return;
+    --turns_;
+    ByHand(widget_, [this] { control_.Click(); });
+    ShowMark();  // the widget has turned its mark over already, whatever the control did
+  }
+
+  CheckBox& control_;
+  QCheckBox& widget_;
+  int turns_ = 0;  // not yet handed on
+};
+
+}  // namespace
+
+bool WithinReach(const QWidget& widget) {
+  const QWidget* box = QApplication::activeModalWidget();
+  return widget.isEnabled() && widget.isVisible() && (box == nullptr || box == widget.window());
+}
 
 void ShowCommon(const Control& control, QWidget& widget, Change change) {
   if (change == Change::Enabled) widget.setEnabled(control.Enabled());
@@ -21,7 +62,7 @@ void Follow(Control& control, std::initializer_list<Change> first, Control::View
 
 void TieButton(Button& control, QPushButton& widget) {
   QObject::connect(&widget, &QPushButton::clicked, &widget,
-                   [&control] { AtBorder([&] { control.Click(); }); });
+                   [&control, &widget] { ByHand(widget, [&] { control.Click(); }); });
   Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget](Change change) {
     ShowCommon(control, widget, change);
     if (change == Change::Text) widget.setText(OnScreen(control.Text()));
@@ -30,16 +71,12 @@ void TieButton(Button& control, QPushButton& widget) {
 }
 
 void TieCheckBox(CheckBox& control, QCheckBox& widget) {
-  QObject::connect(&widget, &QCheckBox::clicked, &widget, [&control, &widget] {
-    AtBorder([&] { control.Click(); });
-    widget.setChecked(
-        control.Checked());  // the widget has turned its mark over already, whatever the control did
-  });
+  auto* user = new CheckBoxUser(control, widget);  // owned by the widget
   Follow(control, {Change::Enabled, Change::Visible, Change::Text, Change::Checked},
-         [&control, &widget](Change change) {
+         [&control, &widget, user](Change change) {
            ShowCommon(control, widget, change);
            if (change == Change::Text) widget.setText(OnScreen(control.Text()));
-           if (change == Change::Checked) widget.setChecked(control.Checked());
+           if (change == Change::Checked) user->ShowMark();
          });
 }
 

@@ -1,16 +1,44 @@
 // Text boxes: fields to type in, and traces that grow.
+#include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTextCursor>
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
-#include "desktop/border.h"
 #include "desktop/control_ties.h"
 #include "desktop/screen_text.h"
 
 namespace ox {
 namespace {
 
-/// Shows a growing text at the cost of what was added. The widget owns it.
+/// Where a reader of a text stands: what is in sight, and his cursor with what it has selected.
+struct Place {
+  int top = 0;
+  int left = 0;
+  int anchor = 0;
+  int position = 0;
+};
+
+Place PlaceIn(const QPlainTextEdit& widget) {
+  const QTextCursor cursor = widget.textCursor();
+  return {widget.verticalScrollBar()->value(), widget.horizontalScrollBar()->value(), cursor.anchor(),
+          cursor.position()};
+}
+
+/// As near to the place as the text lets.
+void GoTo(const Place& place, QPlainTextEdit& widget) {
+  QTextCursor cursor(widget.document());
+  const int end = widget.document()->characterCount() - 1;
+  cursor.setPosition(std::min(place.anchor, end));
+  cursor.setPosition(std::min(place.position, end), QTextCursor::KeepAnchor);
+  widget.setTextCursor(cursor);
+  widget.verticalScrollBar()->setValue(place.top);
+  widget.horizontalScrollBar()->setValue(place.left);
+}
+
+/// Shows a text that is replaced under the eyes of its reader, who keeps his place, and a growing one at the
+/// cost of what was added. The widget owns it.
 class Trace : public QObject {
  public:
   Trace(const TextBox& control, QPlainTextEdit& widget)
@@ -24,8 +52,10 @@ class Trace : public QObject {
 
  private:
   void Replace() {
+    if (shown_ > 0) place_ = PlaceIn(widget_);  // an empty text between two others has no place of its own
     widget_.setPlainText(OnScreen(control_.Text()));
     shown_ = control_.Text().size();
+    if (shown_ > 0) GoTo(place_, widget_);
   }
 
   /// With the next events, not at once: the device must not wait for the
@@ -49,6 +79,7 @@ class Trace : public QObject {
 
   const TextBox& control_;
   QPlainTextEdit& widget_;
+  Place place_;            // where the reader stood in the last text
   std::size_t shown_ = 0;  // bytes of the control's text
   bool due_ = false;       // more is to be shown soon
 };
@@ -56,14 +87,17 @@ class Trace : public QObject {
 }  // namespace
 
 void TieField(TextBox& control, QLineEdit& widget) {
-  QObject::connect(&widget, &QLineEdit::textEdited, &widget, [&control](const QString& typed) {
-    AtBorder([&] { control.Edit(typed.toStdString()); });
+  const auto show = [&control, &widget] {
+    const QSignalBlocker quiet(widget);
+    widget.setText(QString::fromStdString(control.Text()));
+  };
+  // Every change, not only what is typed: a screen reader or a voice sets the text as a whole.
+  QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&control, &widget, show](const QString& text) {
+    if (!ByHand(widget, [&] { control.Edit(text.toStdString()); })) show();
   });
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget](Change change) {
+  Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget, show](Change change) {
     ShowCommon(control, widget, change);
-    if (change == Change::Text || change == Change::Appended) {
-      widget.setText(QString::fromStdString(control.Text()));
-    }
+    if (change == Change::Text || change == Change::Appended) show();
   });
 }
 

@@ -6,7 +6,9 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -198,6 +200,66 @@ TEST_F(Forms, AGrowingTraceIsOnlyAddedTo) {
   QCoreApplication::processEvents();
   EXPECT_EQ(std::pair(trace->document()->blockCount(), removed), std::pair(1001, 0));
   EXPECT_GT(trace->verticalScrollBar()->value(), 900) << "the newest lines are in sight";
+}
+
+TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {
+  const auto form = Show(exchange);
+  auto* values = Find<QPlainTextEdit>(*form, exchange.mewanz);
+  std::string text;
+  for (int line = 0; line < 200; ++line) text += std::string(200, 'a') + "\r\n";
+  exchange.mewanz.SetText(text);
+  values->find("a\n", QTextDocument::FindBackward);
+  for (int line = 0; line < 90; ++line) values->moveCursor(QTextCursor::Down);
+  values->moveCursor(QTextCursor::Right, QTextCursor::KeepAnchor);
+  values->verticalScrollBar()->setValue(77);
+  values->horizontalScrollBar()->setValue(33);
+  exchange.mewanz.SetText("");  // of a poll that failed
+  exchange.mewanz.SetText(text + "b");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(std::pair(values->verticalScrollBar()->value(), values->horizontalScrollBar()->value()),
+            std::pair(77, 33));
+  EXPECT_EQ(std::pair(values->textCursor().blockNumber(), values->textCursor().selectedText()),
+            std::pair(90, QString("a")));
+  exchange.mewanz.SetText("c");
+  EXPECT_EQ(values->textCursor().position(), 1);
+}
+
+TEST_F(Forms, AssistiveTechnologyDoesWhatAHandDoes) {
+  const auto at = [](QObject* object) { return QAccessible::queryAccessibleInterface(object); };
+  const auto act = [&](QObject* object, const QString& name) {
+    at(object)->actionInterface()->doAction(name);
+  };
+  const auto fields = Show(exchange);
+  auto* office = Find<QLineEdit>(*fields, exchange.AKZ);
+  at(office)->setText(QAccessible::Value, "123");
+  EXPECT_EQ(exchange.AKZ.Text(), "123");
+
+  const auto boxes = Show(tables);
+  auto* box = Find<QCheckBox>(*boxes, tables.ChMes);
+  int chosen = 0;
+  tables.ChMes.onClick = [&] { ++chosen; };
+  act(box, QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(chosen, 0) << "the caller waits for nothing";
+  QCoreApplication::processEvents();
+  EXPECT_EQ(std::pair(chosen, tables.ChMes.Checked()), std::pair(1, true));
+
+  const auto menu = Show(start);
+  auto* command = Find<QAction>(*menu, start.MenuInfo);
+  start.MenuInfo.onClick = [&] { ++chosen; };
+  command->trigger();
+  EXPECT_EQ(chosen, 1) << "the caller waits for nothing";
+  QCoreApplication::processEvents();
+  EXPECT_EQ(chosen, 2);
+
+  QDialog message;  // before all of them
+  message.setModal(true);
+  message.show();
+  at(office)->setText(QAccessible::Value, "456");
+  act(box, QAccessibleActionInterface::toggleAction());
+  command->trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(exchange.AKZ.Text() + office->text().toStdString(), "123123");
+  EXPECT_EQ(std::pair(chosen, box->isChecked()), std::pair(2, true));
 }
 
 }  // namespace

@@ -93,6 +93,17 @@ TEST(Update, OfTwoChoicesTheLaterCounts) {
   }
 }
 
+TEST(Update, ThatMemoryRunsOutOnKeepsItsWindow) {
+  UpdateRig rig(kTables);
+  rig.Load();
+  rig.host.windows.In(0.1, [&] { rig.leave.Click(), rig.window->RequestClose(); });
+  rig.host.windows.In(0.2, [] { throw std::bad_alloc(); });
+  rig.start.Click();
+  EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{kOutOfMemory});
+  EXPECT_TRUE(rig.window->IsOpen() && rig.start.Enabled() && rig.leave.Enabled());
+  EXPECT_EQ(rig.host.ports.OpenCount(), 0);
+}
+
 TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
   const std::string hint =
       "Zum Programmupdate der Orvanexe II mit SW-Stand vor 3.0\r\n"

@@ -177,22 +177,12 @@ void Datenaustausch::MarkStartTime() {
 }
 
 void Datenaustausch::LockButtons() {
-  Zeitabruf.SetEnabled(false);
-  Sammelabruf.SetEnabled(false);
-  Verlassen.SetEnabled(false);
-  Abruf_Y.SetEnabled(false);
-  Zyklischer_Abruf.SetEnabled(false);
-  Einzelabruf.SetEnabled(false);
+  buttons_.Lock();
   Abbruch.SetEnabled(false);
 }
 
 void Datenaustausch::UnlockButtons() {
-  Zeitabruf.SetEnabled(true);
-  Sammelabruf.SetEnabled(true);
-  Verlassen.SetEnabled(true);
-  Abruf_Y.SetEnabled(true);
-  Zyklischer_Abruf.SetEnabled(true);
-  Einzelabruf.SetEnabled(true);
+  buttons_.Unlock();
   Abbruch.SetEnabled(false);
   AKZ.SetFocus();
 }

@@ -10,6 +10,7 @@
 #include "exchange/poll_request.h"
 #include "link/device_link.h"
 #include "session/session_settings.h"
+#include "ui/control_lock.h"
 #include "ui/controls.h"
 #include "ui/host.h"
 #include "ui/window.h"
@@ -88,6 +89,8 @@ class Datenaustausch : public Window {
   Host& host_;
   const SessionSettings& settings_;
   FileChooser& chooser_;
+  /// What every poll locks.
+  ControlLock buttons_{&Zeitabruf, &Sammelabruf, &Verlassen, &Abruf_Y, &Zyklischer_Abruf, &Einzelabruf};
   DeviceLink due_;  // the window's serial line
   NameIndex nameIndex_;
   float startTime_ = 0;

@@ -32,7 +32,7 @@ int main(int argumentCount, char** arguments) {
 
   ox::PosixHost posix;
   ox::QtWindowSystem windows(posix.openPorts);
-  ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random}, windows};
+  ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());
   return 0;

@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/keep_awake.h"
 #include "platform/random_numbers.h"
 #include "platform/serial_port.h"
 
@@ -16,6 +17,7 @@ struct Machine {
   SerialPorts& ports;
   Files& files;
   RandomNumbers& random;
+  KeepAwake& awake;
 };
 
 }  // namespace ox

@@ -18,6 +18,8 @@ class LoaderLink {
 
   /// Whose port and line parameters it uses.
   const SessionSettings& Session() const { return settings_; }
+  /// What keeps its PC awake.
+  KeepAwake& Awake() const { return machine_.awake; }
 
   /// Opens the port at the loader's settings, anew when it is open.
   void OpenForLoader();

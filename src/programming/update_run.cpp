@@ -84,6 +84,7 @@ bool UpdateRun::Finish(std::string_view message) {
 }
 
 void UpdateRun::End(std::string_view message) {
+  awake_.reset();
   observer_.Tell(message);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "programming/block_transfer.h"
@@ -14,12 +15,13 @@ namespace ox {
 /// How a run ended; the observer has been told why.
 enum class UpdateEnd { kSucceeded, kFailed };
 
-/// The steps of one run. A step that fails tells the observer and returns false.
+/// The steps of one run. A step that fails tells the observer and returns false. The PC is kept awake until the
+/// end is told, and not while that waits for its reader.
 class UpdateRun {
  public:
   /// All of them outlive the run.
   UpdateRun(LoaderLink& link, const DeviceSearch& search, UpdateObserver& observer)
-      : link_(link), search_(search), observer_(observer) {}
+      : link_(link), search_(search), observer_(observer), awake_(std::in_place, link.Awake()) {}
 
   const SessionSettings& Session() const { return link_.Session(); }
   void Mark() { observer_.Mark(); }
@@ -59,6 +61,7 @@ class UpdateRun {
   LoaderLink& link_;
   const DeviceSearch& search_;
   UpdateObserver& observer_;
+  std::optional<KeepAwake::Hold> awake_;
 };
 
 /// The one place where a run begins and ends: carries out the steps, which return whether all went well. A

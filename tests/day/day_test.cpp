@@ -252,7 +252,7 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   WriteFile("OX.CFG", "\\C\\1\r\n\\B\\9600\r\n\\P\\O\r\n\\M\\\r\nEDT\r\n");
   PosixHost posix;
   QtWindowSystem windows(posix.openPorts);
-  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random}, windows};
+  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   Program program(host);
   Day day;
   User::Run([&] { windows.ShowModal(program.MainWindow()); }, [&] { day.Work(); });

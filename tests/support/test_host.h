@@ -23,13 +23,23 @@ class TestRandom : public RandomNumbers {
   unsigned long long state_ = 1;
 };
 
+/// Counts the times that it was asked to stay awake.
+struct TestKeepAwake : KeepAwake {
+  int taken = 0;
+
+ private:
+  void Take() noexcept override { ++taken; }
+  void Release() noexcept override {}
+};
+
 struct TestHost {
   TestClock clock;
   TestPorts ports{clock};
   TestWindows windows{clock, ports};
   MemoryFiles files;
   TestRandom random;
-  Host host{{windows, clock, ports, files, random}, windows};
+  TestKeepAwake awake;
+  Host host{{windows, clock, ports, files, random, awake}, windows};
 };
 
 }  // namespace ox::test

@@ -87,12 +87,16 @@ struct UpdateRig {
   Strings Start() {
     host.windows.OnMessage([&](const std::string& message) {
       window->RequestClose();
+      EXPECT_FALSE(host.awake.Held()) << "while a message waits for its reader";
       EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
       EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
     });
     host.ports.sent.clear();
+    host.awake.taken = 0;
+    const std::size_t openings = host.ports.openings.size();
     start.Click();
     EXPECT_EQ(host.ports.OpenCount(), 0);
+    EXPECT_EQ(host.awake.taken, host.ports.openings.size() > openings ? 1 : 0) << "one lock a run";
     EXPECT_EQ(window->Focused(), &start);
     for (const Control* control : window->Controls()) EXPECT_TRUE(control->Enabled()) << control->Name();
     const Strings said = host.windows.TakeMessages();

@@ -4,6 +4,7 @@
 #include "platform/open_ports.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/posix_keep_awake.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
 
@@ -15,6 +16,7 @@ struct PosixHost {
   PosixSerialPorts ports{openPorts};
   PosixFiles files;
   PosixRandom random;
+  PosixKeepAwake awake;
 };
 
 }  // namespace ox

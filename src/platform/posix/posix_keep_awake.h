@@ -1,0 +1,31 @@
+// Keeping this host awake: a lock at its login manager.
+#pragma once
+
+#include <memory>
+
+#include "platform/keep_awake.h"
+#include "platform/posix/descriptor.h"
+
+struct sd_bus;
+
+namespace ox {
+
+/// Asks org.freedesktop.login1 on the system bus for a block lock on sleep, shutdown, idling and the lid
+/// switch. Without a bus, without a login manager and where it refuses (remote sessions) the host stays as it
+/// is.
+class PosixKeepAwake : public KeepAwake {
+ private:
+  struct CloseBus {
+    void operator()(sd_bus* bus) const;
+  };
+
+  void Take() noexcept override;
+  void Release() noexcept override;
+
+  /// Open as long as the lock is asked for: what a slow login manager grants late waits in its socket, and is
+  /// given back when that is closed.
+  std::unique_ptr<sd_bus, CloseBus> bus_;
+  Descriptor lock_;  // the lock is given back when it is closed
+};
+
+}  // namespace ox

@@ -61,7 +61,7 @@ struct Desk {
   ScratchFolder folder;
   QApplication application;
   PosixHost posix;
-  QtWindowSystem windows{posix.openPorts};
+  QtWindowSystem windows{posix.openPorts, posix.endRequests, posix.awake};
   PlayedUser user{windows};
 };
 

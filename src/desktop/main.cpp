@@ -31,7 +31,7 @@ int main(int argumentCount, char** arguments) {
   SpeakGerman(application, translator);
 
   ox::PosixHost posix;
-  ox::QtWindowSystem windows(posix.openPorts);
+  ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
   ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());

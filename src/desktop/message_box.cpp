@@ -1,6 +1,7 @@
 // A message box with German buttons, whatever the desktop's language.
 #include "desktop/message_box.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -28,7 +29,13 @@ Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
   box.setDefaultButton(ok);
   box.setEscapeButton(last);
   box.exec();
-  return last == ok || box.clickedButton() == ok ? Answer::Ok : Answer::Cancel;
+  return box.clickedButton() == ok ? Answer::Ok : AnswerOfNobody(buttons);
+}
+
+void CloseMessageBoxes() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (auto* box = qobject_cast<QMessageBox*>(widget)) box->reject();
+  }
 }
 
 }  // namespace ox

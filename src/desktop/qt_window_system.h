@@ -5,7 +5,11 @@
 #include <vector>
 
 #include "desktop/event_pump.h"
+#include "desktop/ready_notifier.h"
+#include "desktop/session_end.h"
 #include "desktop/view.h"
+#include "platform/end_requests.h"
+#include "platform/keep_awake.h"
 #include "platform/open_ports.h"
 #include "ui/window_system.h"
 
@@ -13,10 +17,16 @@ namespace ox {
 
 /// Needs a QApplication, and lives shorter than it. The first window shown is the main window; every other is
 /// shown over the one before it.
+///
+/// When the program is asked to end, by the host or by the desktop session, every window is. A run that
+/// writes a device ends first, and with it all that it shows; the end of the session is refused meanwhile.
+/// Message boxes are answered as if they were closed, and told on the standard error stream. ShowModal shows
+/// nothing any more but what a run needs.
 class QtWindowSystem : public WindowSystem {
  public:
-  /// `ports` are those that Rest waits on; they outlive the window system.
-  explicit QtWindowSystem(const OpenPorts& ports) : pump_(ports) {}
+  /// `ports` are those that Rest waits on; `awake` says whether a run is under way. All outlive the window
+  /// system.
+  QtWindowSystem(const OpenPorts& ports, const EndRequests& requests, const KeepAwake& awake);
 
   void Yield() override { pump_.Yield(); }
   void Rest() override { pump_.Rest(); }
@@ -28,9 +38,14 @@ class QtWindowSystem : public WindowSystem {
  private:
   /// The form of the uppermost window on the screen; null when there is none.
   QWidget* Uppermost() const;
+  void RequestEnd();
 
+  const KeepAwake& awake_;
   EventPump pump_;
   std::vector<View*> shown_;  // the main window first
+  bool ending_ = false;
+  ReadyNotifier endRequest_;
+  SessionEnd sessionEnd_;
 };
 
 }  // namespace ox

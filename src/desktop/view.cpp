@@ -38,7 +38,7 @@ void View::Run() {
   window_.Activate();
   if (!window_.IsOpen()) return;
   loop_.exec();
-  if (window_.IsOpen()) window_.RequestClose();  // the desktop session ends and took the loop with it
+  if (window_.IsOpen()) window_.RequestClose();  // the toolkit has left its loops by itself
 }
 
 void View::Leave() {

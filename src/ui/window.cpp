@@ -26,6 +26,7 @@ Window::Window(WindowSystem& windows, std::string_view name, std::string_view ca
 void Window::Open() {
   open_ = true;
   closeRequested_ = false;
+  endRequested_ = false;
   if (loaded_) return;
   loaded_ = true;
   Run([this] { OnLoad(); });
@@ -43,6 +44,11 @@ void Window::RequestClose() {
     return;
   }
   Run([this] { OnClose(); });
+}
+
+void Window::RequestEnd() {
+  endRequested_ = true;
+  RequestClose();
 }
 
 void Window::Run(const std::function<void()>& handler) {

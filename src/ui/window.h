@@ -40,6 +40,8 @@ class Window {
   /// The user clicked the close box or pressed Esc. While a command runs, the window is only told, and goes
   /// when the command has ended.
   void RequestClose();
+  /// The program is to end. Like RequestClose, but nothing that becomes of the command makes the window stay.
+  void RequestEnd();
   bool IsOpen() const { return open_; }
   /// Called once whenever the window goes from the screen.
   void ConnectClosed(std::function<void()> closed) { closed_ = std::move(closed); }
@@ -51,8 +53,9 @@ class Window {
 
   void Add(Control& control) { controls_.push_back(&control); }
   void NoteFocus(Control& control) { focused_ = &control; }
-  /// The user's wish to close, told while a command ran, counts no longer: the window stays.
-  void ForgetCloseRequest() { closeRequested_ = false; }
+  /// The user's wish to close, told while a command ran, counts no longer: the window stays, unless the
+  /// program is to end.
+  void ForgetCloseRequest() { closeRequested_ = endRequested_; }
   /// Runs one of the window's handlers as a command. A handler that is left by an exception is reported to
   /// the user, and OnFailure sets the window right.
   void Run(const std::function<void()>& handler);
@@ -88,6 +91,7 @@ class Window {
   bool loaded_ = false;
   bool open_ = false;
   bool closeRequested_ = false;
+  bool endRequested_ = false;
 };
 
 }  // namespace ox

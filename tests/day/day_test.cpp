@@ -251,7 +251,7 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   WriteTables();
   WriteFile("OX.CFG", "\\C\\1\r\n\\B\\9600\r\n\\P\\O\r\n\\M\\\r\nEDT\r\n");
   PosixHost posix;
-  QtWindowSystem windows(posix.openPorts);
+  QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
   Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   Program program(host);
   Day day;

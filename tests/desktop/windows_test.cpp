@@ -11,6 +11,7 @@
 
 #include "desktop/qt_window_system.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/posix_end_requests.h"
 #include "ui/controls.h"
 
 namespace ox::test {
@@ -32,6 +33,10 @@ User Press(Qt::Key key) {
 }
 
 const User kCloseBox = [] { Top()->close(); };
+const User kSessionEnds = [] {
+  QEvent quit(QEvent::Quit);
+  QCoreApplication::sendEvent(qApp, &quit);
+};
 
 /// A window over an existing form, whose two buttons do what the test wants.
 struct TwoButtons : Window {
@@ -44,6 +49,12 @@ struct TwoButtons : Window {
   Button work{*this, "ProStart", "Arbeiten"};
   Button leave{*this, "proEnd", "Verlassen"};
   std::string life;
+};
+
+/// Does whatever it is asked to.
+struct Sleepless : KeepAwake {
+  void Take() noexcept override {}
+  void Release() noexcept override {}
 };
 
 struct Windows : testing::Test {
@@ -62,7 +73,9 @@ struct Windows : testing::Test {
 
   Descriptor line{eventfd(1, EFD_NONBLOCK)};  // a port with unread input
   OpenPorts ports;
-  QtWindowSystem windows{ports};
+  PosixEndRequests requests;
+  Sleepless awake;
+  QtWindowSystem windows{ports, requests, awake};
   TwoButtons main{windows};
   TwoButtons dialogue{windows};
 };
@@ -130,6 +143,39 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
   });
   windows.Rest();
   EXPECT_LT(rounds, 20);
+}
+
+TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
+  const User requests[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); },
+                           kSessionEnds};
+  // The toolkit has nothing to tell here.
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  for (const User& request : requests) {
+    struct Again : Windows {
+      void TestBody() override {}
+    } desk;
+    TwoButtons& run = desk.dialogue;
+    TwoButtons third(desk.windows);
+    run.work.onClick = [&] {
+      {
+        const KeepAwake::Hold hold(desk.awake);
+        Later(request);
+        EXPECT_EQ(desk.windows.ShowMessage("Frage", Buttons::OkCancel), Answer::Cancel);
+        request();
+        raise(SIGPIPE);
+        desk.windows.ShowModal(third);
+        run.life += "needs: " + std::exchange(third.life, "") + ", ";
+      }
+      EXPECT_EQ(desk.windows.ShowMessage("Abbruch\r\n!", Buttons::Ok), Answer::Ok);
+      desk.windows.ShowModal(third);
+      run.life += "shows no more" + third.life + ", ";
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(desk.Life(Press(Qt::Key_Return)), "asked needs: unload, shows no more, unload");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "oxservice: Frage\noxservice: Abbruch\n!\n");
+    EXPECT_EQ(desk.main.life, "unload");
+  }
+  qInstallMessageHandler(nullptr);
 }
 
 }  // namespace

@@ -23,9 +23,15 @@ void TestWindows::OpenMain(Window& window) {
   for (Control* control : window.Controls()) {
     if (auto* timer = dynamic_cast<Timer*>(control)) timers_.push_back({&window, timer, TestPorts::kNever});
   }
+  shown_.push_back(&window);
   const Exposure exposure;
   window.Open();
   window.Activate();
+}
+
+void TestWindows::RequestEnd() {
+  ending_ = true;
+  for (auto window = shown_.rbegin(); window != shown_.rend(); ++window) (*window)->RequestEnd();
 }
 
 void TestWindows::Pass(double seconds) {
@@ -88,6 +94,7 @@ void TestWindows::ShowModal(Window& window) {
   while (window.IsOpen() && clock_.Elapsed() < limit) WaitUntil(limit);
   EXPECT_TRUE(script == scripts_.end() || !window.IsOpen()) << "nobody closes the window " << window.Name();
   if (window.IsOpen()) window.RequestClose();
+  std::erase(shown_, &window);
   std::erase_if(timers_, [&](const RunningTimer& running) { return running.window == &window; });
 }
 
@@ -95,7 +102,8 @@ Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
   const Shelter shelter;
   messages_.emplace_back(text);
   if (observer_) observer_(std::string(text));
-  return buttons == Buttons::OkCancel && std::exchange(cancels_, false) ? Answer::Cancel : Answer::Ok;
+  return buttons == Buttons::OkCancel && (ending_ || std::exchange(cancels_, false)) ? Answer::Cancel
+                                                                                     : Answer::Ok;
 }
 
 }  // namespace ox::test

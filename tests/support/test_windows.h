@@ -30,6 +30,8 @@ class TestWindows : public WindowSystem {
   void In(double seconds, std::function<void()> action) {
     actions_.push_back({clock_.Elapsed() + seconds, std::move(action)});
   }
+  /// The host asks the program to end: all windows are, and message boxes are answered by nobody.
+  void RequestEnd();
   /// The user cancels the next question; all others he answers with OK.
   void CancelNext() { cancels_ = true; }
   /// Called with every message box before it is answered.
@@ -75,8 +77,10 @@ class TestWindows : public WindowSystem {
   std::map<std::string, std::function<void(Window&)>> scripts_;
   std::vector<Due> actions_;
   bool cancels_ = false;
+  bool ending_ = false;
   std::function<void(const std::string&)> observer_;
   std::vector<std::string> messages_;
+  std::vector<Window*> shown_;  // one over the other
   std::vector<RunningTimer> timers_;
   bool ended_ = false;
 };

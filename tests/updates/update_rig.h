@@ -93,10 +93,10 @@ struct UpdateRig {
     });
     host.ports.sent.clear();
     host.awake.taken = 0;
-    const std::size_t openings = host.ports.openings.size();
     start.Click();
     EXPECT_EQ(host.ports.OpenCount(), 0);
-    EXPECT_EQ(host.awake.taken, host.ports.openings.size() > openings ? 1 : 0) << "one lock a run";
+    EXPECT_LE(host.awake.taken, 1) << "one lock a run";
+    EXPECT_TRUE(host.awake.taken == 1 || host.ports.sent.empty());
     EXPECT_EQ(window->Focused(), &start);
     for (const Control* control : window->Controls()) EXPECT_TRUE(control->Enabled()) << control->Name();
     const Strings said = host.windows.TakeMessages();

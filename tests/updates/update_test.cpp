@@ -158,5 +158,24 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
   }
 }
 
+TEST(Update, AProgramThatIsToEndEndsBehindItsRunHoweverThatEnds) {
+  for (const Update update : {kTables, kProgram3}) {
+    for (const bool refused : {false, true}) {
+      UpdateRig rig(update);
+      rig.Load();
+      rig.Connect(DeviceOf(3, "c"));
+      rig.device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
+        if (origin.letter != 'P' || !rig.host.awake.Held()) return;
+        rig.host.windows.RequestEnd();
+        if (refused) rig.device->Faults().Add({.kind = sim::ReplyFault::Kind::Silence});
+      });
+      rig.start.Click();
+      EXPECT_EQ(rig.host.windows.TakeMessages() == Strings{rig.success}, !refused);
+      EXPECT_FALSE(rig.window->IsOpen() || rig.host.awake.Held());
+      EXPECT_EQ(rig.device->LoaderRunning(), refused);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace ox::test

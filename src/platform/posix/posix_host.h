@@ -3,6 +3,7 @@
 
 #include "platform/open_ports.h"
 #include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_end_requests.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_keep_awake.h"
 #include "platform/posix/posix_random.h"
@@ -11,6 +12,7 @@
 namespace ox {
 
 struct PosixHost {
+  PosixEndRequests endRequests;
   OpenPorts openPorts;
   PosixClock clock;
   PosixSerialPorts ports{openPorts};

@@ -1,0 +1,22 @@
+// Requests from outside that the program end.
+#pragma once
+
+#include "platform/wait_handle.h"
+
+namespace ox {
+
+/// What the host asks of a program whose user is not at hand: on POSIX by a signal, on Windows at the end of
+/// a console or a session. The window system brings the program to its end then: see `Window::RequestEnd`.
+class EndRequests {
+ public:
+  EndRequests() = default;
+  EndRequests(const EndRequests&) = delete;
+  EndRequests& operator=(const EndRequests&) = delete;
+  virtual ~EndRequests() = default;
+
+  /// Ready, and for good, once a request has come: there is nothing to be read from it, and a second request
+  /// adds nothing.
+  virtual WaitHandle Handle() const = 0;
+};
+
+}  // namespace ox

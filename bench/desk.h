@@ -56,7 +56,9 @@ struct Desk {
   Desk(int& argumentCount, char** arguments);
 
   /// The host with the ports given; they outlive what uses it.
-  Host HostWith(SerialPorts& ports) { return {{user, posix.clock, ports, posix.files, posix.random, posix.awake}, user}; }
+  Host HostWith(SerialPorts& ports) {
+    return {{user, posix.clock, ports, posix.files, posix.random, posix.awake}, user};
+  }
 
   ScratchFolder folder;
   QApplication application;

@@ -27,4 +27,4 @@ test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-14-dev lld
 package_packages=(dpkg-dev file pandoc)
 package_check_packages=(appstream desktop-file-utils lintian)
 # What showing its window takes.
-display_packages=(fonts-dejavu-core)
+display_packages=(fonts-dejavu-core qt6-translations-l10n)

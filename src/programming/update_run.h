@@ -15,8 +15,8 @@ namespace ox {
 /// How a run ended; the observer has been told why.
 enum class UpdateEnd { kSucceeded, kFailed };
 
-/// The steps of one run. A step that fails tells the observer and returns false. The PC is kept awake until the
-/// end is told, and not while that waits for its reader.
+/// The steps of one run. A step that fails tells the observer and returns false. The PC is kept awake until
+/// the end is told, and not while that waits for its reader.
 class UpdateRun {
  public:
   /// All of them outlive the run.

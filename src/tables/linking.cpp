@@ -118,7 +118,7 @@ Bytes AttachAssignments(BytesView points, BytesView assignments, TableMessages& 
       if (!IsEntry(entry)) return Abort(messages, "Abbruch(7): Messstellentabelle fehlerhaft!");
       const auto parameters = FindAssignment(entry.substr(0, kPointNumberLength), index, messages);
       if (!parameters) return {};
-      const std::size_t entryEnd = cursor.position() - 1;  // where its 255 stands
+      const std::size_t entryEnd = cursor.Position() - 1;  // where its 255 stands
       linked.append(points.substr(copied, entryEnd - copied)).append(*parameters);
       copied = entryEnd;
     }

@@ -74,7 +74,7 @@ bool ReadPoint(TableReader& reader, Bytes& packed) {
 bool ReadOffice(TableReader& reader, Bytes& packed) {
   if (!ReadOfficeHead(reader, packed)) return false;
   while (reader.ReadMark('N', 'B')) {
-    if (reader.mark() == 'B') {
+    if (reader.Mark() == 'B') {
       packed.append(kNulPair);
       return true;
     }
@@ -90,7 +90,7 @@ Bytes ParseMesTable(const TableText& tableText, TableMessages& messages) {
   Bytes packed;
   if (!ReadVersion(reader, packed)) return {};
   while (reader.ReadMark('A', 'E')) {
-    if (reader.mark() == 'E') {
+    if (reader.Mark() == 'E') {
       packed.push_back(kNul);
       return packed;
     }

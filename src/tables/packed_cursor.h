@@ -30,7 +30,7 @@ class PackedCursor {
   bool AtNul() const { return position_ < table_.size() && table_[position_] == kNul; }
 
   /// Characters already stepped over.
-  std::size_t position() const { return position_; }
+  std::size_t Position() const { return position_; }
 
  private:
   BytesView table_;

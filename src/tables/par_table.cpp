@@ -40,7 +40,7 @@ Bytes ParseParTable(const TableText& tableText, TableMessages& messages) {
   TableReader reader(tableText, messages);
   Bytes packed;
   while (reader.ReadMark('P', 'E')) {
-    if (reader.mark() == 'E') return packed.append(kNulPair);
+    if (reader.Mark() == 'E') return packed.append(kNulPair);
     if (!ReadParameter(reader, packed)) return {};
   }
   return {};

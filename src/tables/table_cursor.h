@@ -25,7 +25,7 @@ class TableCursor {
   BytesView ReadFramedValue();
 
   /// Number of the current line, from 1; one past the last line at the end of the text.
-  int line() const { return line_; }
+  int Line() const { return line_; }
 
  private:
   BytesView text_;

@@ -48,11 +48,11 @@ Bytes TableReader::ReadText(std::string_view name, std::size_t maxLength, std::s
 }
 
 Bytes TableReader::Translate(BytesView value) {
-  return CheckTableText(text_, value, cursor_.line(), messages_);
+  return CheckTableText(text_, value, cursor_.Line(), messages_);
 }
 
 bool TableReader::Fail(std::string_view specific) {
-  ReportLineError(cursor_.line(), specific, text_, messages_);
+  ReportLineError(cursor_.Line(), specific, text_, messages_);
   return false;
 }
 

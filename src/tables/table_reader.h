@@ -26,7 +26,7 @@ class TableReader {
   bool ReadMark(char expected, char orElse);
 
   /// The control mark just read.
-  char mark() const { return mark_; }
+  char Mark() const { return mark_; }
 
   /// The value of the mark just read; `name` is what the report calls it. A part of the
   /// table text.

@@ -59,7 +59,7 @@ Bytes ParseZuoTable(const TableText& tableText, TableMessages& messages) {
   TableReader reader(tableText, messages);
   Bytes packed;
   while (reader.ReadMark('N', 'E')) {
-    if (reader.mark() == 'E') {
+    if (reader.Mark() == 'E') {
       packed.push_back(kNul);
       return packed;
     }

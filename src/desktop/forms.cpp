@@ -4,7 +4,7 @@
 #include <QSizeGrip>
 #include <QSplitter>
 
-#include "form_includes.h"
+#include "ui_headers.h"
 
 namespace ox {
 namespace {
@@ -34,7 +34,7 @@ std::unique_ptr<QWidget> Make(QWidget* parent) {
 
 /// Both included files are made by the build out of the forms in forms/.
 constexpr NamedForm kForms[] = {
-#include "form_rows.inc"
+#include "ui_rows.h"
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Field checks in their order, and requests in their columns.
 #include "exchange/poll_request.h"
 
+#include "platform/line_ends.h"
 #include "tables/table_characters.h"
 
 namespace ox {
@@ -12,7 +13,6 @@ constexpr std::size_t kParameterDigits = 4;
 
 constexpr BytesView kAfterOffice = " ";
 constexpr BytesView kAfterPoint = ": ";
-constexpr char kRequestEnd = '\r';
 
 constexpr std::string_view kNoField =
     "Mindestens eines der drei Felder - Amtskennzeichen, Parameter oder Messstellennummer - muss einen "
@@ -39,8 +39,7 @@ Bytes Column(BytesView field, std::size_t width, BytesView after) {
 
 Bytes Request(char letter, const PollFields& fields) {
   return Bytes(1, letter) + Column(fields.AKZ, kOfficeDigits, kAfterOffice) +
-         Column(fields.MST, kPointDigits, kAfterPoint) + Column(fields.Par, kParameterDigits, {}) +
-         kRequestEnd;
+         Column(fields.MST, kPointDigits, kAfterPoint) + Column(fields.Par, kParameterDigits, {}) + kCr;
 }
 
 }  // namespace

@@ -1,15 +1,14 @@
 // Splitting a reply into records and laying them out.
 #include "exchange/reply_display.h"
 
+#include "platform/line_ends.h"
 #include "tables/packed_tables.h"
 
 namespace ox {
 namespace {
 
-constexpr char kRecordEnd = '\r';
 constexpr char kNumberEnd = ':';
 constexpr BytesView kBetweenRecords = "|";
-constexpr BytesView kLineBreak = "\r\n";
 
 /// Right-aligns the name where the number stands, so that the columns stay in line.
 void PutNameForNumber(Bytes& record, const NameIndex& names) {
@@ -28,12 +27,12 @@ Bytes FormatValues(BytesView reply, const NameIndex& names) {
   std::size_t count = 0;
   reply.remove_prefix(reply.empty() ? 0 : 1);
   for (;;) {
-    const std::size_t end = reply.find(kRecordEnd);
+    const std::size_t end = reply.find(kCr);
     if (end == BytesView::npos || end < kMinRecordLength) return display;
     Bytes record(reply.substr(0, end < kMaxRecordLength ? end : kMaxRecordLength));
     PutNameForNumber(record, names);
     ++count;
-    display.append(record).append(count % kRecordsPerLine == 0 ? kLineBreak : kBetweenRecords);
+    display.append(record).append(count % kRecordsPerLine == 0 ? kCrLf : kBetweenRecords);
     reply.remove_prefix(end + 1);
   }
 }

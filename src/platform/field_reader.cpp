@@ -3,13 +3,14 @@
 
 #include <algorithm>
 
+#include "platform/line_ends.h"
+
 namespace ox {
 namespace {
 
 constexpr char kBlank = ' ';
 constexpr BytesView kQuote = "\"";
 constexpr BytesView kFieldEnds = ",\r\n";
-constexpr BytesView kCrLf = "\r\n";
 
 }  // namespace
 

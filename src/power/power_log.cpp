@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "platform/line_ends.h"
 #include "platform/text.h"
 #include "power/decimal_text.h"
 
@@ -11,7 +12,6 @@ namespace ox {
 namespace {
 
 constexpr std::string_view kLogFile = "PowerManagementLog.txt";
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kRulerLength = 140;
 
 /// Half a second less than a minute, so that a tick that comes early does not put the line off by one more.
@@ -67,7 +67,7 @@ bool PowerLog::WriteHeader() {
 }
 
 bool PowerLog::Write(std::string_view line) {
-  return file_->Append(std::string(line).append(kLineEnd));
+  return file_->Append(std::string(line).append(kCrLf));
 }
 
 }  // namespace ox

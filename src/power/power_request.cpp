@@ -6,13 +6,14 @@
 #include <cstdint>
 #include <limits>
 
+#include "platform/line_ends.h"
+
 namespace ox {
 namespace {
 
 constexpr char kStatusRequest = '>';
 /// Leaves the port as seven bits.
 constexpr unsigned kNoPresetByte = 0xFF;
-constexpr char kCr = '\r';
 
 constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kBlanks = " \t";

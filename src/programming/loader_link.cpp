@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "platform/line_ends.h"
 #include "programming/block_frame.h"
 
 namespace ox {
@@ -16,7 +17,6 @@ constexpr int kWakeUpSeconds = 1;
 
 constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";
 constexpr BytesView kUpdateAcknowledgement = "@UPDATEACK\r";
-constexpr char kEndOfAcknowledgement = '\r';
 
 }  // namespace
 
@@ -51,9 +51,8 @@ bool LoaderLink::AwaitAcknowledgement() {
   do {
     machine_.events.Rest();
     reply += Duep_->Input();
-  } while (!reply.ends_with(kEndOfAcknowledgement) &&
-           std::abs(start - machine_.clock.SecondsSinceMidnight()) <
-               static_cast<float>(kAcknowledgementSeconds));
+  } while (!reply.ends_with(kCr) && std::abs(start - machine_.clock.SecondsSinceMidnight()) <
+                                        static_cast<float>(kAcknowledgementSeconds));
   return reply == kUpdateAcknowledgement;
 }
 

@@ -3,12 +3,14 @@
 
 #include <string>
 
+#include "platform/line_ends.h"
+
 namespace ox {
 
 void ReportLineError(int line, std::string_view specific, const TableText& tableText,
                      TableMessages& messages) {
   std::string text = "Fehler in Zeile " + std::to_string(line);
-  text.append(specific).append(2, kLineEnd).append(tableText.GetLineText(line));
+  text.append(specific).append(2, kCr).append(tableText.GetLineText(line));
   messages.Show(text);
 }
 

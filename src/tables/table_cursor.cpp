@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/line_ends.h"
 #include "tables/table_text.h"
 
 namespace ox {
@@ -20,7 +21,7 @@ char TableCursor::FindControlMark() {
       position_ += kMarkWidth;
       return text_[position_ - 1];
     }
-    if (text_[position_] == kLineEnd) ++line_;
+    if (text_[position_] == kCr) ++line_;
   }
   return TableText::kEndMark;
 }

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "platform/line_ends.h"
+
 namespace ox {
 namespace {
 
@@ -10,18 +12,18 @@ constexpr BytesView kEnd = "/*/";
 static_assert(kEnd[1] == TableText::kEndMark);
 
 /// Stands for a character without a byte. No line of a table text ends with LF, so it is free for this.
-constexpr char kNoByte = '\n';
+constexpr char kNoByte = kLf;
 
 /// The lines of a file with one CR behind each, and the end mark. In UTF-8 CR and LF are the same bytes.
 Bytes EndLinesWithCr(BytesView file) {
   Bytes text;
   text.reserve(file.size() + 1 + kEnd.size());
   while (!file.empty()) {
-    const std::size_t length = file.find_first_of("\r\n");
-    text.append(file.substr(0, length)).push_back(kLineEnd);
+    const std::size_t length = file.find_first_of(kCrLf);
+    text.append(file.substr(0, length)).push_back(kCr);
     if (length == BytesView::npos) break;
     file.remove_prefix(length);
-    file.remove_prefix(file.substr(0, 2) == "\r\n" ? 2 : 1);
+    file.remove_prefix(file.starts_with(kCrLf) ? kCrLf.size() : 1);
   }
   return text.append(kEnd);
 }
@@ -38,11 +40,11 @@ std::string TableText::GetLineText(int line) const {
   BytesView lines = Characters();
   lines.remove_suffix(kEnd.size());
   for (; line > 1; --line) {
-    const std::size_t end = lines.find(kLineEnd);
+    const std::size_t end = lines.find(kCr);
     if (end == BytesView::npos) return {};
     lines.remove_prefix(end + 1);
   }
-  return Written(lines.substr(0, lines.find(kLineEnd)));
+  return Written(lines.substr(0, lines.find(kCr)));
 }
 
 }  // namespace ox

@@ -8,9 +8,6 @@
 
 namespace ox {
 
-/// Ends every line of a table text, and of the messages about it.
-constexpr char kLineEnd = '\r';
-
 /// The lines of a table file, each followed by one CR, with no LF. Lines of the file may end with CR LF, LF
 /// or CR; a last line without end counts as a line. An empty file gives no lines.
 class TableText {

@@ -4,13 +4,13 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/line_ends.h"
 #include "simulator/device/device_clock.h"
 #include "simulator/device/image_reader.h"
 
 namespace ox::sim {
 namespace {
 
-constexpr char kCr = '\r';
 constexpr char kFraming = '0';
 constexpr char kSeparator = ' ';
 constexpr int kGenerationWithPowerSupply = 3;

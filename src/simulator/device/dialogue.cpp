@@ -1,12 +1,12 @@
 // State machine of the text dialogue.
 #include "simulator/device/dialogue.h"
 
+#include "platform/line_ends.h"
 #include "simulator/line/endpoint.h"
 
 namespace ox::sim {
 namespace {
 
-constexpr char kCr = '\r';
 constexpr char kWakeUp = 'S';
 constexpr char kReady[] = "A";
 constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";

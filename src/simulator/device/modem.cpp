@@ -5,12 +5,12 @@
 #include <cctype>
 #include <utility>
 
+#include "platform/line_ends.h"
 #include "simulator/line/crossing.h"
 
 namespace ox::sim {
 namespace {
 
-constexpr char kCr = '\r';
 constexpr char kWakeUp = 'S';
 constexpr char kTaken[] = "A";
 constexpr char kNotTaken[] = "NR";

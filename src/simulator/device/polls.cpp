@@ -7,10 +7,11 @@
 #include <cstdio>
 #include <optional>
 
+#include "platform/line_ends.h"
+
 namespace ox::sim {
 namespace {
 
-constexpr char kCr = '\r';
 constexpr char kSingleFraming = '0';
 
 // Columns of a request, counted from 0.

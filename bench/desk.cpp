@@ -2,8 +2,6 @@
 #include "bench/desk.h"
 
 #include <QTimer>
-#include <filesystem>
-#include <system_error>
 
 #include <cstdlib>
 
@@ -48,19 +46,6 @@ void PlayedUser::ShowModal(Window& window) {
 Answer PlayedUser::ShowMessage(std::string_view text, Buttons /*buttons*/) {
   lastMessage_ = text;
   return Answer::Ok;
-}
-
-ScratchFolder::ScratchFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "oxbench.XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
-  path_ = name;
-  std::filesystem::current_path(path_);
-}
-
-ScratchFolder::~ScratchFolder() {
-  std::error_code ignored;
-  std::filesystem::current_path("/", ignored);
-  std::filesystem::remove_all(path_, ignored);
 }
 
 Desk::Desk(int& argumentCount, char** arguments) : application(WithPlatform(argumentCount), arguments) {

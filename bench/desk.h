@@ -8,6 +8,7 @@
 
 #include "desktop/qt_window_system.h"
 #include "platform/posix/posix_host.h"
+#include "support/scratch_folder.h"
 #include "ui/host.h"
 
 namespace ox::bench {
@@ -37,18 +38,6 @@ class PlayedUser : public WindowSystem {
   WindowSystem& real_;
   std::string choice_;
   std::string lastMessage_;
-};
-
-/// A new empty folder, the working folder for as long as this object is; removed with all in it.
-class ScratchFolder {
- public:
-  ScratchFolder();
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  ~ScratchFolder();
-
- private:
-  std::string path_;
 };
 
 /// One per program. Without a DISPLAY the windows are painted off the screen.

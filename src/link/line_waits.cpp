@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "platform/line_ends.h"
+
 namespace ox {
 namespace {
 
@@ -14,7 +16,6 @@ constexpr int kWakeUpTries = 3;
 constexpr BytesView kWakeUp = "S";
 constexpr BytesView kRefused = "N";
 constexpr BytesView kEnded = "R";
-constexpr char kCr = '\r';
 
 }  // namespace
 

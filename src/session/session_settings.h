@@ -4,14 +4,15 @@
 #include <string>
 
 #include "platform/bytes.h"
+#include "platform/line_ends.h"
 
 namespace ox {
 
 /// What every window reads, and some write, for the whole run. Texts are bytes unless said otherwise.
 struct SessionSettings {
-  Bytes CR = "\r";
-  Bytes LF = "\n";
-  Bytes CRLF = "\r\n";
+  Bytes CR{kCr};
+  Bytes LF{kLf};
+  Bytes CRLF{kCrLf};
   Bytes Quote = "\"";
   Bytes BaudRate = "9600";  // decimal digits
   Bytes Parity = "O";       // "O" odd, "E" even

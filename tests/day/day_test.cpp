@@ -14,8 +14,8 @@
 #include "day/user.h"
 #include "desktop/qt_window_system.h"
 #include "platform/posix/posix_host.h"
-#include "platform/scratch_folder.h"
 #include "simulator/demo/demo_files.h"
+#include "support/scratch_folder.h"
 
 namespace ox::test {
 namespace {

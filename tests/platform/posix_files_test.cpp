@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <map>
 
-#include "platform/scratch_folder.h"
+#include "support/scratch_folder.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 
 #include "platform/posix/port_names.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/scratch_folder.h"
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
+#include "support/scratch_folder.h"
 
 namespace ox {
 namespace {

@@ -6,9 +6,9 @@
 #include <map>
 
 #include "platform/posix/posix_serial_port.h"
-#include "platform/scratch_folder.h"
 #include "simulator/device/device.h"
 #include "simulator/pty/line_host.h"
+#include "support/scratch_folder.h"
 #include "support/scripted_device.h"
 #include "support/test_host.h"
 

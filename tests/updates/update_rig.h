@@ -7,11 +7,11 @@
 
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
-#include "platform/scratch_folder.h"
 #include "simulator/demo/demo_files.h"
 #include "simulator/demo/demo_tables.h"
 #include "simulator/device/device.h"
 #include "simulator/device/sample_program.h"
+#include "support/scratch_folder.h"
 #include "support/test_host.h"
 #include "updates/program_update_window.h"
 #include "updates/updatetab.h"

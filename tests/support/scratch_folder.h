@@ -1,11 +1,13 @@
-// A folder of its own for a test, which runs inside it; gone afterwards.
+// A folder of its own for a test or a figure, which runs inside it; gone afterwards.
 #pragma once
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 namespace ox {
 
@@ -13,7 +15,8 @@ class ScratchFolder {
  public:
   ScratchFolder() {
     std::string name = std::filesystem::temp_directory_path() / "ox-test-XXXXXX";
-    path_ = mkdtemp(name.data());
+    if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
+    path_ = name;
     std::filesystem::permissions(path_, std::filesystem::perms(0755));
     std::filesystem::current_path(path_);
   }

@@ -45,7 +45,7 @@ void PlayedUser::ShowModal(Window& window) {
 
 Answer PlayedUser::ShowMessage(std::string_view text, Buttons /*buttons*/) {
   lastMessage_ = text;
-  return Answer::Ok;
+  return Answer::kOk;
 }
 
 Desk::Desk(int& argumentCount, char** arguments) : application(WithPlatform(argumentCount), arguments) {

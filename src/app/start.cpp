@@ -98,7 +98,7 @@ void Start::TestConnection() {
 }
 
 void Start::UpdateProgram() {
-  if (host_.windows.ShowMessage(kUpdateWarning, Buttons::OkCancel) == Answer::Cancel) return;
+  if (host_.windows.ShowMessage(kUpdateWarning, Buttons::kOkCancel) == Answer::kCancel) return;
   RunGuarded(&StartCommands::programUpdate);
 }
 

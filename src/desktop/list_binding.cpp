@@ -74,15 +74,15 @@ class ListUser : public QObject {
 void TieList(ListBox& control, QListWidget& widget) {
   widget.setSelectionMode(QAbstractItemView::SingleSelection);
   new ListUser(control, widget);  // owned by the widget
-  Follow(control, {Change::Enabled, Change::Visible, Change::Items, Change::Selected},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kItems, Change::kSelected},
          [&control, &widget](Change change) {
            const QSignalBlocker quiet(widget);
            ShowCommon(control, widget, change);
-           if (change == Change::Items) {
+           if (change == Change::kItems) {
              widget.clear();
              widget.addItems(ItemsOf(control));
            }
-           if (change == Change::Selected) {
+           if (change == Change::kSelected) {
              widget.clearSelection();
              widget.setCurrentRow(control.Selected());
            }
@@ -92,14 +92,14 @@ void TieList(ListBox& control, QListWidget& widget) {
 void TieDropDown(ListBox& control, QComboBox& widget) {
   QObject::connect(&widget, &QComboBox::activated, &widget,
                    [&control, &widget](int row) { ByHand(widget, [&] { control.Select(row); }); });
-  Follow(control, {Change::Enabled, Change::Visible, Change::Items, Change::Selected},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kItems, Change::kSelected},
          [&control, &widget](Change change) {
            ShowCommon(control, widget, change);
-           if (change == Change::Items) {
+           if (change == Change::kItems) {
              widget.clear();
              widget.addItems(ItemsOf(control));
            }
-           if (change == Change::Items || change == Change::Selected) {
+           if (change == Change::kItems || change == Change::kSelected) {
              widget.setCurrentIndex(control.Selected());
            }
          });

@@ -6,13 +6,13 @@ namespace ox {
 namespace {
 
 void Show(const MenuEntry& control, QAction& action, Change change) {
-  if (change == Change::Enabled) action.setEnabled(control.Enabled());
-  if (change == Change::Visible) action.setVisible(control.Visible());
-  if (change == Change::Text) action.setText(OnScreen(control.Text()));
+  if (change == Change::kEnabled) action.setEnabled(control.Enabled());
+  if (change == Change::kVisible) action.setVisible(control.Visible());
+  if (change == Change::kText) action.setText(OnScreen(control.Text()));
 }
 
 void FollowEntry(MenuEntry& control, QAction& action) {
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [&control, &action](Change change) { Show(control, action, change); });
 }
 

@@ -24,12 +24,12 @@ Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
   box.setText(CutToFit(OnMessageBox(text.substr(0, kLongestBytes)), kLongestText));
   QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
   QPushButton* last = ok;
-  if (buttons == Buttons::OkCancel)
+  if (buttons == Buttons::kOkCancel)
     last = box.addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole);
   box.setDefaultButton(ok);
   box.setEscapeButton(last);
   box.exec();
-  return box.clickedButton() == ok ? Answer::Ok : AnswerOfNobody(buttons);
+  return box.clickedButton() == ok ? Answer::kOk : AnswerOfNobody(buttons);
 }
 
 void CloseMessageBoxes() {

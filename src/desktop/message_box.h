@@ -10,7 +10,7 @@ namespace ox {
 
 /// What a message box answers that is closed without a choice.
 constexpr Answer AnswerOfNobody(Buttons buttons) {
-  return buttons == Buttons::OkCancel ? Answer::Cancel : Answer::Ok;
+  return buttons == Buttons::kOkCancel ? Answer::kCancel : Answer::kOk;
 }
 
 /// Shows the text (UTF-8) over the parent, or alone when that is null, and returns the user's answer.

@@ -50,9 +50,9 @@ bool WithinReach(const QWidget& widget) {
 }
 
 void ShowCommon(const Control& control, QWidget& widget, Change change) {
-  if (change == Change::Enabled) widget.setEnabled(control.Enabled());
-  if (change == Change::Visible) widget.setVisible(control.Visible());
-  if (change == Change::Focus) widget.setFocus();
+  if (change == Change::kEnabled) widget.setEnabled(control.Enabled());
+  if (change == Change::kVisible) widget.setVisible(control.Visible());
+  if (change == Change::kFocus) widget.setFocus();
 }
 
 void Follow(Control& control, std::initializer_list<Change> first, Control::View show) {
@@ -63,20 +63,20 @@ void Follow(Control& control, std::initializer_list<Change> first, Control::View
 void TieButton(Button& control, QPushButton& widget) {
   QObject::connect(&widget, &QPushButton::clicked, &widget,
                    [&control, &widget] { ByHand(widget, [&] { control.Click(); }); });
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget](Change change) {
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText}, [&control, &widget](Change change) {
     ShowCommon(control, widget, change);
-    if (change == Change::Text) widget.setText(OnScreen(control.Text()));
-    if (change == Change::Default) widget.setDefault(true);
+    if (change == Change::kText) widget.setText(OnScreen(control.Text()));
+    if (change == Change::kDefault) widget.setDefault(true);
   });
 }
 
 void TieCheckBox(CheckBox& control, QCheckBox& widget) {
   auto* user = new CheckBoxUser(control, widget);  // owned by the widget
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text, Change::Checked},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText, Change::kChecked},
          [&control, &widget, user](Change change) {
            ShowCommon(control, widget, change);
-           if (change == Change::Text) widget.setText(OnScreen(control.Text()));
-           if (change == Change::Checked) user->ShowMark();
+           if (change == Change::kText) widget.setText(OnScreen(control.Text()));
+           if (change == Change::kChecked) user->ShowMark();
          });
 }
 
@@ -84,10 +84,10 @@ void TieLabel(Label& control, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
   // A form says so of a label above other widgets that mostly has nothing to say.
   const bool hiddenWhenEmpty = widget.property("hiddenWhenEmpty").toBool();
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [&control, &widget, hiddenWhenEmpty](Change change) {
            ShowCommon(control, widget, change);
-           if (change == Change::Text) widget.setText(OnScreen(control.Text()));
+           if (change == Change::kText) widget.setText(OnScreen(control.Text()));
            if (hiddenWhenEmpty) widget.setVisible(control.Visible() && !control.Text().empty());
          });
 }
@@ -97,8 +97,8 @@ void TieTimer(Timer& control, QWidget& form) {
   ticks->setTimerType(Qt::PreciseTimer);
   ticks->setInterval(control.IntervalMilliseconds());
   QObject::connect(ticks, &QTimer::timeout, ticks, [&control] { AtBorder([&] { control.Tick(); }); });
-  Follow(control, {Change::Enabled}, [&control, ticks](Change change) {
-    if (change != Change::Enabled) return;
+  Follow(control, {Change::kEnabled}, [&control, ticks](Change change) {
+    if (change != Change::kEnabled) return;
     if (control.Enabled()) {
       ticks->start();
     } else {

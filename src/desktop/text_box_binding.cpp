@@ -46,8 +46,8 @@ class Trace : public QObject {
 
   void Show(Change change) {
     ShowCommon(control_, widget_, change);
-    if (change == Change::Text) Replace();
-    if (change == Change::Appended) ShowMoreSoon();
+    if (change == Change::kText) Replace();
+    if (change == Change::kAppended) ShowMoreSoon();
   }
 
  private:
@@ -95,15 +95,16 @@ void TieField(TextBox& control, QLineEdit& widget) {
   QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&control, &widget, show](const QString& text) {
     if (!ByHand(widget, [&] { control.Edit(text.toStdString()); })) show();
   });
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text}, [&control, &widget, show](Change change) {
-    ShowCommon(control, widget, change);
-    if (change == Change::Text || change == Change::Appended) show();
-  });
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
+         [&control, &widget, show](Change change) {
+           ShowCommon(control, widget, change);
+           if (change == Change::kText || change == Change::kAppended) show();
+         });
 }
 
 void TieTrace(TextBox& control, QPlainTextEdit& widget) {
   widget.setUndoRedoEnabled(false);  // nobody undoes a trace, and its steps would be kept for ever
-  Follow(control, {Change::Enabled, Change::Visible, Change::Text},
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [trace = new Trace(control, widget)](Change change) { trace->Show(change); });
 }
 

@@ -39,7 +39,7 @@ DeviceLink::DeviceLink(Host& host, const SessionSettings& settings, TextBox& tra
       waits_(host, line_) {}
 
 Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord) {
-  if (mode_ == TraceMode::LatestOnly) line_.ClearTrace();
+  if (mode_ == TraceMode::kLatestOnly) line_.ClearTrace();
   const LineCloser closer(line_);
   Bytes result;
   try {

@@ -9,13 +9,13 @@
 namespace ox {
 
 /// What the trace panel keeps: every dialogue, or the latest only.
-enum class TraceMode { Running, LatestOnly };
+enum class TraceMode { kRunning, kLatestOnly };
 
 /// A window's link to the device: its line and the dialogue on it. Window and trace panel outlive it.
 class DeviceLink {
  public:
   DeviceLink(Host& host, const SessionSettings& settings, TextBox& trace,
-             TraceMode mode = TraceMode::Running);
+             TraceMode mode = TraceMode::kRunning);
 
   /// Wakes the device, sends `request` as it stands and collects the reply: one line, or with `multiRecord`
   /// the lines up to and including "E" CR. Opens the port and closes it on every way out. Returns the reply

@@ -59,10 +59,10 @@ void Verbindungstest::TestConnection() {
   // The stored pair first: with a known device the test costs one probe.
   const Bytes baudRate = settings_.BaudRate;
   const Bytes parity = settings_.Parity;
-  if (Try(baudRate, parity) != ProbeResult::NoAnswer) return;
+  if (Try(baudRate, parity) != ProbeResult::kNoAnswer) return;
   for (const BytesView baud : kBaudRates) {
     for (const BytesView letter : kParities) {
-      if (Try(Bytes(baud), Bytes(letter)) == ProbeResult::Found) return;
+      if (Try(Bytes(baud), Bytes(letter)) == ProbeResult::kFound) return;
     }
   }
 }
@@ -81,7 +81,7 @@ void Verbindungstest::ShowPair(const Bytes& baud, const Bytes& parity) {
 Verbindungstest::ProbeResult Verbindungstest::Try(const Bytes& baud, const Bytes& parity) {
   ShowPair(baud, parity);
   const ProbeResult result = Probe(baud, parity);
-  if (result == ProbeResult::Found) {
+  if (result == ProbeResult::kFound) {
     settings_.BaudRate = baud;
     settings_.Parity = parity;
     settings_.Connected = true;
@@ -90,8 +90,8 @@ Verbindungstest::ProbeResult Verbindungstest::Try(const Bytes& baud, const Bytes
 }
 
 Verbindungstest::ProbeResult Verbindungstest::Probe(const Bytes& baud, const Bytes& parity) {
-  if (!BeginProbe(baud, parity)) return ProbeResult::PortFailure;
-  ProbeResult result = ProbeResult::NoAnswer;
+  if (!BeginProbe(baud, parity)) return ProbeResult::kPortFailure;
+  ProbeResult result = ProbeResult::kNoAnswer;
   try {
     result = Identify();
   } catch (const PortError&) {
@@ -122,7 +122,7 @@ Verbindungstest::ProbeResult Verbindungstest::Identify() {
     host_.windows.Rest();
     got = port_->Input();
   }
-  if (got != kReady) return ProbeResult::NoAnswer;
+  if (got != kReady) return ProbeResult::kNoAnswer;
   port_->Output(kIdentify);
   got.clear();
   while (!got.ends_with(settings_.CR) && !Elapsed(start, kIdentificationSeconds)) {
@@ -131,14 +131,14 @@ Verbindungstest::ProbeResult Verbindungstest::Identify() {
   }
   port_->Output(kThanks);
   port_->Output(kEndOfDialogue);
-  ProbeResult result = ProbeResult::NoAnswer;
+  ProbeResult result = ProbeResult::kNoAnswer;
   if (got.starts_with(kNoIdentification)) {
     settings_.DeviceIdent = kUnknownDevice;
-    result = ProbeResult::Found;
+    result = ProbeResult::kFound;
   }
   if (got.size() > kIdentificationLength) {
     settings_.DeviceIdent = got.substr(0, kIdentificationLength);
-    result = ProbeResult::Found;
+    result = ProbeResult::kFound;
   }
   return result;
 }

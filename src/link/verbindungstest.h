@@ -28,7 +28,7 @@ class Verbindungstest : public Window {
   void OnFailure() override;
 
  private:
-  enum class ProbeResult { NoAnswer = 0, Found = 1, PortFailure = 2 };
+  enum class ProbeResult { kNoAnswer = 0, kFound = 1, kPortFailure = 2 };
 
   void TestConnection();
   void NormaliseSettings();

@@ -26,7 +26,7 @@ class TurnMark {
 PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
     : Window(host.windows, "PowerMonitor", "Stromversorgungsmonitor der Orvanexe"),
       host_(host),
-      link_(host, settings, datanz, TraceMode::LatestOnly),
+      link_(host, settings, datanz, TraceMode::kLatestOnly),
       log_(host.files) {
   MonitorStart.onClick = [this] { StartMonitoring(); };
   MonitorStop.onClick = [this] { StopRequested_ = true; };

@@ -8,7 +8,7 @@ void WindowTableMessages::Show(const std::string& text) {
 }
 
 bool WindowTableMessages::Confirm(const std::string& text) {
-  return windows_.ShowMessage(text, Buttons::OkCancel) == Answer::Ok;
+  return windows_.ShowMessage(text, Buttons::kOkCancel) == Answer::kOk;
 }
 
 }  // namespace ox

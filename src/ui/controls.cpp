@@ -14,18 +14,18 @@ Control::Control(Window& window, std::string_view name) : window_(window), name_
 void Control::SetEnabled(bool enabled) {
   if (enabled_ == enabled) return;
   enabled_ = enabled;
-  Tell(Change::Enabled);
+  Tell(Change::kEnabled);
 }
 
 void Control::SetVisible(bool visible) {
   if (visible_ == visible) return;
   visible_ = visible;
-  Tell(Change::Visible);
+  Tell(Change::kVisible);
 }
 
 void Control::SetFocus() {
   window_.NoteFocus(*this);
-  Tell(Change::Focus);
+  Tell(Change::kFocus);
 }
 
 void Control::Tell(Change change) const {
@@ -39,13 +39,13 @@ void Control::RunHandler(const Handler& handler) {
 void TextControl::SetText(std::string_view text) {
   if (text_ == text) return;
   text_ = text;
-  Tell(Change::Text);
+  Tell(Change::kText);
 }
 
 void CheckBox::SetChecked(bool checked) {
   if (checked_ == checked) return;
   checked_ = checked;
-  Tell(Change::Checked);
+  Tell(Change::kChecked);
 }
 
 void CheckBox::Click() {
@@ -56,7 +56,7 @@ void CheckBox::Click() {
 
 void TextBox::Append(std::string_view text) {
   text_ += text;
-  Tell(Change::Appended);
+  Tell(Change::kAppended);
 }
 
 void TextBox::Edit(std::string_view text) {
@@ -71,7 +71,7 @@ void TextBox::Edit(std::string_view text) {
 void ListBox::SetItems(std::vector<std::string> items) {
   items_ = std::move(items);
   selected_ = kNone;
-  Tell(Change::Items);
+  Tell(Change::kItems);
 }
 
 std::string ListBox::SelectedItem() const {
@@ -82,7 +82,7 @@ void ListBox::SetSelected(int index) {
   const int wanted = Has(index) ? index : kNone;
   if (selected_ == wanted) return;
   selected_ = wanted;
-  Tell(Change::Selected);
+  Tell(Change::kSelected);
 }
 
 void ListBox::Select(int index) {

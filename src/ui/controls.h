@@ -12,7 +12,7 @@ namespace ox {
 class Window;
 
 /// What has changed in a control and is to be shown anew.
-enum class Change { Enabled, Visible, Text, Appended, Checked, Items, Selected, Focus, Default };
+enum class Change { kEnabled, kVisible, kText, kAppended, kChecked, kItems, kSelected, kFocus, kDefault };
 
 /// What all controls have in common. Texts are UTF-8.
 class Control {
@@ -88,7 +88,7 @@ class Button : public TextControl {
   void Click() { RunHandler(onClick); }
 
   /// Makes this the button that Enter clicks.
-  void MakeDefault() { Tell(Change::Default); }
+  void MakeDefault() { Tell(Change::kDefault); }
 
   Handler onClick;
 };

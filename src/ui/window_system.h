@@ -9,8 +9,8 @@ namespace ox {
 
 class Window;
 
-enum class Buttons { Ok, OkCancel };
-enum class Answer { Ok, Cancel };
+enum class Buttons { kOk, kOkCancel };
+enum class Answer { kOk, kCancel };
 
 class WindowSystem : public EventLoop {
  public:
@@ -25,7 +25,7 @@ class WindowSystem : public EventLoop {
   /// Ends the program at once: no window is asked, no unload handler runs.
   virtual void EndProgram() = 0;
 
-  Answer ShowMessage(std::string_view text) { return ShowMessage(text, Buttons::Ok); }
+  Answer ShowMessage(std::string_view text) { return ShowMessage(text, Buttons::kOk); }
 };
 
 }  // namespace ox

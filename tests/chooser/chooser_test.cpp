@@ -28,7 +28,7 @@ class Chooser : public testing::Test {
     if (slashes) host_.files.drives = {"/", "/mnt/x", "/mnt"};
     host_.files.workingFolder = folder;
     window_.emplace(host_.host, subs_);
-    window_->Command1.ConnectView([this](Change change) { enterAccepts_ = change == Change::Default; });
+    window_->Command1.ConnectView([this](Change change) { enterAccepts_ = change == Change::kDefault; });
     subs_.chooser.FilePattern = "*.mes";
     host_.windows.OpenMain(*window_);
     return *window_;

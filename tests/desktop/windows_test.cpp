@@ -117,7 +117,7 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
       EXPECT_EQ(box->textFormat(), Qt::PlainText);
       leave();
     });
-    EXPECT_EQ(windows.ShowMessage(text, Buttons::OkCancel), Answer::Cancel);
+    EXPECT_EQ(windows.ShowMessage(text, Buttons::kOkCancel), Answer::kCancel);
   }
 }
 
@@ -160,13 +160,13 @@ TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
       {
         const KeepAwake::Hold hold(desk.awake);
         Later(request);
-        EXPECT_EQ(desk.windows.ShowMessage("Frage", Buttons::OkCancel), Answer::Cancel);
+        EXPECT_EQ(desk.windows.ShowMessage("Frage", Buttons::kOkCancel), Answer::kCancel);
         request();
         raise(SIGPIPE);
         desk.windows.ShowModal(third);
         run.life += "needs: " + std::exchange(third.life, "") + ", ";
       }
-      EXPECT_EQ(desk.windows.ShowMessage("Abbruch\r\n!", Buttons::Ok), Answer::Ok);
+      EXPECT_EQ(desk.windows.ShowMessage("Abbruch\r\n!", Buttons::kOk), Answer::kOk);
       desk.windows.ShowModal(third);
       run.life += "shows no more" + third.life + ", ";
     };

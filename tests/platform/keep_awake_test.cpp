@@ -6,7 +6,7 @@
 
 #include "platform/fake_login_manager.h"
 #include "platform/posix/posix_keep_awake.h"
-#include "platform/scratch_folder.h"
+#include "support/scratch_folder.h"
 
 namespace ox::test {
 namespace {

@@ -54,8 +54,8 @@ class Endurance : public testing::Test {
   void AddReplyFault() {
     using Kind = sim::ReplyFault::Kind;
     sim::ReplyFault fault;
-    fault.kind = OneOf(std::array{Kind::Silence, Kind::Replaced, Kind::Doubled, Kind::NoiseBefore,
-                                  Kind::LastCharacterLost, Kind::Late, Kind::Split});
+    fault.kind = OneOf(std::array{Kind::kSilence, Kind::kReplaced, Kind::kDoubled, Kind::kNoiseBefore,
+                                  Kind::kLastCharacterLost, Kind::kLate, Kind::kSplit});
     fault.which.nth = std::geometric_distribution(kFaultRate)(random_);
     fault.which.times = 1 + Below(3);
     fault.text = OneOf(std::array{"N", "R", "\xFF\x13", "E\r"});

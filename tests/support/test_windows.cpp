@@ -102,8 +102,8 @@ Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
   const Shelter shelter;
   messages_.emplace_back(text);
   if (observer_) observer_(std::string(text));
-  return buttons == Buttons::OkCancel && (ending_ || std::exchange(cancels_, false)) ? Answer::Cancel
-                                                                                     : Answer::Ok;
+  return buttons == Buttons::kOkCancel && (ending_ || std::exchange(cancels_, false)) ? Answer::kCancel
+                                                                                      : Answer::kOk;
 }
 
 }  // namespace ox::test

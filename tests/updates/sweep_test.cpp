@@ -72,17 +72,17 @@ const struct Break {
   bool harmless = false, cablePulled = false, overMidnight = false;
   bool whileAwaited = false;  // the cable, when the request has gone out
 } kBreaks[] = {
-    {"request lost", {.kind = Kind::Silence, .requestLost = true}},
-    {"refused", {.kind = Kind::Replaced, .text = "N", .requestLost = true}},
-    {"end of the reply lost", {.kind = Kind::LastCharacterLost}},
-    {"twice", {.kind = Kind::Doubled}},
-    {"behind its time-out", {.kind = Kind::Late, .delay = 0.1}},
-    {"just in time", {.kind = Kind::Late, .delay = -0.1}, true},
-    {"in pieces", {.kind = Kind::Split, .delay = 0.1}, true},
+    {"request lost", {.kind = Kind::kSilence, .requestLost = true}},
+    {"refused", {.kind = Kind::kReplaced, .text = "N", .requestLost = true}},
+    {"end of the reply lost", {.kind = Kind::kLastCharacterLost}},
+    {"twice", {.kind = Kind::kDoubled}},
+    {"behind its time-out", {.kind = Kind::kLate, .delay = 0.1}},
+    {"just in time", {.kind = Kind::kLate, .delay = -0.1}, true},
+    {"in pieces", {.kind = Kind::kSplit, .delay = 0.1}, true},
     {"cable pulled", {}, false, true},
-    {"cable pulled while the reply is awaited", {.kind = Kind::Silence}, false, true, false, true},
+    {"cable pulled while the reply is awaited", {.kind = Kind::kSilence}, false, true, false, true},
     // While the clock falls back to 0 a reply is awaited without end, but the way into the loader not at all.
-    {"over midnight", {.kind = Kind::Late, .delay = 9}, true, false, true},
+    {"over midnight", {.kind = Kind::kLate, .delay = 9}, true, false, true},
 };
 
 class Sweep : public testing::TestWithParam<Procedure> {
@@ -94,10 +94,10 @@ class Sweep : public testing::TestWithParam<Procedure> {
     std::string trace;
     rig_.Connect(GetParam().device);
     rig_.device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
-      if (origin.stage != Stage::UpdateAcknowledgement && origin.stage != Stage::LoaderReply) return;
+      if (origin.stage != Stage::kUpdateAcknowledgement && origin.stage != Stage::kLoaderReply) return;
       const auto marks = [](const std::string& text) { return std::ranges::count(text, '>'); };
       trace += Times(marks(rig_.go.Text()) - marks(trace), ">");
-      trace += origin.stage == Stage::LoaderReply ? origin.letter : '@';
+      trace += origin.stage == Stage::kLoaderReply ? origin.letter : '@';
       rig_.leave.Click();
       rig_.window->RequestClose();
     });
@@ -114,7 +114,7 @@ class Sweep : public testing::TestWithParam<Procedure> {
     rig_.device->Faults().Observe([&, left = others](const sim::ReplyOrigin& origin) mutable {
       if (origin.stage != stage || left-- != 0) return;
       sim::ReplyFault fault = how.fault;
-      if (fault.kind == Kind::Late) fault.delay += stage == Stage::LoaderWakeUp ? 1 : step.seconds;
+      if (fault.kind == Kind::kLate) fault.delay += stage == Stage::kLoaderWakeUp ? 1 : step.seconds;
       rig_.device->Faults().Add(fault);
       if (how.whileAwaited) {
         rig_.host.windows.In(0, [this] { rig_.host.ports.Break(); });
@@ -132,11 +132,11 @@ class Sweep : public testing::TestWithParam<Procedure> {
     if (how.cablePulled && portTells) {
       EXPECT_EQ(said, Strings{"COM2: lässt sich nicht öffnen!"});
     } else if (step.message.empty() || (how.harmless && (!how.overMidnight || step.letter != '@')) ||
-               (step.refusalPasses && stage == Stage::LoaderReply && how.fault.text == "N")) {
+               (step.refusalPasses && stage == Stage::kLoaderReply && how.fault.text == "N")) {
       EXPECT_EQ(said, Strings{rig_.success});
     } else {
       EXPECT_EQ(said, Strings{step.message});
-      EXPECT_TRUE(how.cablePulled || stage != Stage::LoaderWakeUp ||
+      EXPECT_TRUE(how.cablePulled || stage != Stage::kLoaderWakeUp ||
                   rig_.host.ports.sent.find("SN") != Bytes::npos);
       // Whoever starts again at once finds the loader ready.
       if (how.fault.text != "N" || rig_.update == kProgram3 || !rig_.device->LoaderRunning()) return;
@@ -162,11 +162,11 @@ TEST_P(Sweep, EveryReplyBroken) {
     // The device takes a later query as well.
     if (letter >= 'a' && device.loaderKinds->back() > letter) step.message.clear();
     const bool passedOver = letter == 'P' && requests % 31 != 0;
-    for (const Stage stage : {Stage::UpdateAcknowledgement, Stage::LoaderWakeUp, Stage::LoaderReply}) {
-      if (passedOver || (stage == Stage::UpdateAcknowledgement) != (letter == '@')) continue;
+    for (const Stage stage : {Stage::kUpdateAcknowledgement, Stage::kLoaderWakeUp, Stage::kLoaderReply}) {
+      if (passedOver || (stage == Stage::kUpdateAcknowledgement) != (letter == '@')) continue;
       for (const Break& how : kBreaks) {
         // The simulated device keeps everything back behind a late reply, and the one to "X" is never heard.
-        if (step.message.empty() && how.fault.kind == Kind::Late && how.fault.delay >= 0) continue;
+        if (step.message.empty() && how.fault.kind == Kind::kLate && how.fault.delay >= 0) continue;
         BreakReply(step, stage, letter == '@' ? 0 : requests, how);
         ASSERT_FALSE(HasFailure()) << how.name << ", request " << requests << ": " << letter;
       }

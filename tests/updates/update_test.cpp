@@ -167,7 +167,7 @@ TEST(Update, AProgramThatIsToEndEndsBehindItsRunHoweverThatEnds) {
       rig.device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
         if (origin.letter != 'P' || !rig.host.awake.Held()) return;
         rig.host.windows.RequestEnd();
-        if (refused) rig.device->Faults().Add({.kind = sim::ReplyFault::Kind::Silence});
+        if (refused) rig.device->Faults().Add({.kind = sim::ReplyFault::Kind::kSilence});
       });
       rig.start.Click();
       EXPECT_EQ(rig.host.windows.TakeMessages() == Strings{rig.success}, !refused);

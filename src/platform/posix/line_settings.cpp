@@ -27,9 +27,9 @@ constexpr std::array kSpeeds = {
 constexpr tcflag_t kFrameFlags = CSIZE | CSTOPB | PARENB | PARODD;
 
 std::optional<LineParity> ParityOf(std::string_view text) {
-  if (text == "N" || text == "n") return LineParity::None;
-  if (text == "O" || text == "o") return LineParity::Odd;
-  if (text == "E" || text == "e") return LineParity::Even;
+  if (text == "N" || text == "n") return LineParity::kNone;
+  if (text == "O" || text == "o") return LineParity::kOdd;
+  if (text == "E" || text == "e") return LineParity::kEven;
   return std::nullopt;
 }
 
@@ -50,8 +50,8 @@ std::string_view TakeValue(std::string_view& text) {
 tcflag_t FrameOf(const LineSettings& settings) {
   tcflag_t frame = settings.dataBits == 7 ? CS7 : CS8;
   if (settings.stopBits == 2) frame |= CSTOPB;
-  if (settings.parity != LineParity::None) frame |= PARENB;
-  if (settings.parity == LineParity::Odd) frame |= PARODD;
+  if (settings.parity != LineParity::kNone) frame |= PARENB;
+  if (settings.parity == LineParity::kOdd) frame |= PARODD;
   return frame;
 }
 
@@ -59,7 +59,7 @@ tcflag_t FrameOf(const LineSettings& settings) {
 
 std::chrono::nanoseconds LineSettings::CharacterTime() const {
   constexpr int kStartBits = 1;
-  const int bits = kStartBits + dataBits + (parity == LineParity::None ? 0 : 1) + stopBits;
+  const int bits = kStartBits + dataBits + (parity == LineParity::kNone ? 0 : 1) + stopBits;
   return std::chrono::nanoseconds(std::chrono::seconds(bits)) / baud;
 }
 
@@ -85,7 +85,7 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   // What that leaves as the last user of the terminal had it.
   wanted.c_iflag &= ~tcflag_t{INPCK | IXOFF | IXANY};
   wanted.c_iflag |= IGNBRK;
-  if (settings.parity != LineParity::None) wanted.c_iflag |= INPCK;  // a damaged character reads as NUL
+  if (settings.parity != LineParity::kNone) wanted.c_iflag |= INPCK;  // a damaged character reads as NUL
   wanted.c_cflag &= ~(kFrameFlags | CRTSCTS);
   wanted.c_cflag |= FrameOf(settings) | CLOCAL | CREAD;
   cfsetispeed(&wanted, settings.speed);

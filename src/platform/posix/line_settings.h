@@ -8,12 +8,12 @@
 
 namespace ox {
 
-enum class LineParity { None, Odd, Even };
+enum class LineParity { kNone, kOdd, kEven };
 
 struct LineSettings {
   unsigned baud = 0;   // bits per second
   speed_t speed = B0;  // the same as the host's code
-  LineParity parity = LineParity::None;
+  LineParity parity = LineParity::kNone;
   int dataBits = 0;  // 7 or 8
   int stopBits = 0;  // 1 or 2
 

@@ -109,7 +109,7 @@ void Device::TakeLoader(BytesView piece, Seconds now) {
 }
 
 void Device::EnterLoader(Seconds now) {
-  const auto fault = faults_.Next({ReplyStage::UpdateAcknowledgement, '\0'});
+  const auto fault = faults_.Next({ReplyStage::kUpdateAcknowledgement, '\0'});
   if (!fault || !fault->requestLost) {
     dialogue_.Sleep();
     loader_->Start();

@@ -34,21 +34,21 @@ bool IsComplete(BytesView request) {
 }  // namespace
 
 std::optional<Seconds> Dialogue::WakeUpDue() const {
-  if (state_ != State::Waking) return std::nullopt;
+  if (state_ != State::kWaking) return std::nullopt;
   return wakeUpDue_;
 }
 
 void Dialogue::Settle(Seconds now) {
-  if (state_ != State::Waking || now < wakeUpDue_) return;
-  state_ = State::Awake;
+  if (state_ != State::kWaking || now < wakeUpDue_) return;
+  state_ = State::kAwake;
   text_.clear();
-  for (const TimedReply& reply : faults_.Apply({ReplyStage::DialogueWakeUp, '\0'}, kReady, wakeUpDue_)) {
+  for (const TimedReply& reply : faults_.Apply({ReplyStage::kDialogueWakeUp, '\0'}, kReady, wakeUpDue_)) {
     output_.Add(reply.due, reply.bytes);
   }
 }
 
 void Dialogue::Sleep() {
-  state_ = State::Asleep;
+  state_ = State::kAsleep;
   text_.clear();
 }
 
@@ -57,19 +57,19 @@ bool Dialogue::Receive(char character, Seconds characterTime, Seconds now) {
   if (now - last_ > (text_.empty() ? kPatience : Endpoint::kTextSilence)) Sleep();
   last_ = now;
   switch (state_) {
-    case State::Asleep:
+    case State::kAsleep:
       if (character == kWakeUp) BeginWakeUp(characterTime, now);
       // Any other character ends the dialogue before: "A" and "N" say so, and nothing else belongs here.
       output_.Clear();
       return false;
-    case State::Awake:
+    case State::kAwake:
       TakeRequest(character, characterTime, now);
       return false;
-    case State::Waking:
-    case State::Text:
+    case State::kWaking:
+    case State::kText:
       break;
   }
-  state_ = State::Text;
+  state_ = State::kText;
   text_ += character;
   const bool complete = text_ == kUpdateRequest;
   if (character == kCr || text_.size() >= kLongestText) Sleep();
@@ -84,7 +84,7 @@ void Dialogue::TakeDamaged(Seconds now) {
 }
 
 void Dialogue::BeginWakeUp(Seconds characterTime, Seconds now) {
-  state_ = State::Waking;
+  state_ = State::kWaking;
   text_ = kWakeUp;
   wakeUpDue_ = now + kPauseInCharacters * characterTime;
 }
@@ -102,10 +102,10 @@ void Dialogue::Reply(Seconds now) {
   Sleep();
   Seconds due = now + kThinkingTime;
   for (const Bytes& line : answer_(request, now)) {
-    const auto fault = faults_.Next({ReplyStage::DialogueReply, request.front()});
+    const auto fault = faults_.Next({ReplyStage::kDialogueReply, request.front()});
     for (const TimedReply& reply : ReplyFaults::Spoil(fault, line, due)) output_.Add(reply.due, reply.bytes);
     // The first character of the next line comes behind the last of this one, as far as any other.
-    if (fault && fault->kind == ReplyFault::Kind::Split)
+    if (fault && fault->kind == ReplyFault::Kind::kSplit)
       due += fault->delay * static_cast<double>(line.size());
   }
 }

@@ -46,7 +46,7 @@ class Dialogue {
   void Sleep();
 
  private:
-  enum class State { Asleep, Waking, Text, Awake };
+  enum class State { kAsleep, kWaking, kText, kAwake };
 
   void BeginWakeUp(Seconds characterTime, Seconds now);
   void TakeRequest(char character, Seconds characterTime, Seconds now);
@@ -55,7 +55,7 @@ class Dialogue {
   Answer answer_;
   ReplyFaults& faults_;
   OutputQueue& output_;
-  State state_ = State::Asleep;
+  State state_ = State::kAsleep;
   Bytes text_;  // of the request, or of the text that began with "S"
   Seconds wakeUpDue_ = 0;
   Seconds last_ = 0;

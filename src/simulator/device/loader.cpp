@@ -60,8 +60,8 @@ Loader::Loader(LoaderModel model, DeviceMemory& memory, ReplyFaults& faults)
 
 void Loader::Start() {
   running_ = true;
-  state_ = State::Idle;
-  Open(Area::None);
+  state_ = State::kIdle;
+  Open(Area::kNone);
 }
 
 void Loader::Open(Area area) {
@@ -71,8 +71,8 @@ void Loader::Open(Area area) {
 }
 
 std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
-  const bool withinFrame = state_ == State::Frame || state_ == State::Skipping;
-  if (withinFrame && now - lastByte_ > kFrameSilence) state_ = State::Idle;
+  const bool withinFrame = state_ == State::kFrame || state_ == State::kSkipping;
+  if (withinFrame && now - lastByte_ > kFrameSilence) state_ = State::kIdle;
   lastByte_ = now;
   std::vector<TimedReply> replies;
   while (running_ && !bytes.empty()) {
@@ -84,20 +84,20 @@ std::vector<TimedReply> Loader::Receive(BytesView bytes, Seconds now) {
 }
 
 std::size_t Loader::Missing() const {
-  if (state_ == State::Skipping) return toSkip_;
-  if (state_ != State::Frame) return 1;
+  if (state_ == State::kSkipping) return toSkip_;
+  if (state_ != State::kFrame) return 1;
   const std::size_t size = frame_.size() < kHeaderSize ? kHeaderSize : kHeaderSize + DataSize(frame_);
   return size - frame_.size();
 }
 
 // No piece is longer than what is missing.
 void Loader::Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies) {
-  if (state_ == State::Frame) {
+  if (state_ == State::kFrame) {
     frame_ += piece;
     LookAtFrame(now, replies);
-  } else if (state_ == State::Skipping) {
+  } else if (state_ == State::kSkipping) {
     toSkip_ -= piece.size();
-    if (toSkip_ == 0) state_ = State::Idle;
+    if (toSkip_ == 0) state_ = State::kIdle;
   } else {
     TakeOutsideFrame(piece.front(), now, replies);
   }
@@ -106,17 +106,17 @@ void Loader::Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies
 void Loader::TakeOutsideFrame(char byte, Seconds now, std::vector<TimedReply>& replies) {
   if (byte == kWakeUp) {
     WakeUp(now, replies);
-  } else if (state_ == State::Awake && byte == kGiveUp) {
-    state_ = State::Idle;
-  } else if (state_ == State::Awake) {
-    state_ = State::Frame;
+  } else if (state_ == State::kAwake && byte == kGiveUp) {
+    state_ = State::kIdle;
+  } else if (state_ == State::kAwake) {
+    state_ = State::kFrame;
     frame_.assign(1, byte);
   }
 }
 
 void Loader::WakeUp(Seconds now, std::vector<TimedReply>& replies) {
-  const auto fault = faults_.Next({ReplyStage::LoaderWakeUp, '\0'});
-  if (!fault || !fault->requestLost) state_ = State::Awake;
+  const auto fault = faults_.Next({ReplyStage::kLoaderWakeUp, '\0'});
+  if (!fault || !fault->requestLost) state_ = State::kAwake;
   Append(replies, ReplyFaults::Spoil(fault, Bytes(1, kAccepted), now));
 }
 
@@ -129,16 +129,16 @@ void Loader::LookAtFrame(Seconds now, std::vector<TimedReply>& replies) {
   if (!HeaderSound(header)) {
     // The data still come: they must not be taken for wake-ups.
     toSkip_ = data;
-    state_ = data == 0 ? State::Idle : State::Skipping;
+    state_ = data == 0 ? State::kIdle : State::kSkipping;
     Answer(false, now, replies);
   } else if (complete) {
-    state_ = State::Idle;
+    state_ = State::kIdle;
     Answer(true, now, replies);
   }
 }
 
 void Loader::Answer(bool headerSound, Seconds now, std::vector<TimedReply>& replies) {
-  const auto fault = faults_.Next({ReplyStage::LoaderReply, frame_[kLetterAt]});
+  const auto fault = faults_.Next({ReplyStage::kLoaderReply, frame_[kLetterAt]});
   const bool lost = fault && fault->requestLost;
   const bool done = headerSound && !lost && CarryOut();
   Append(replies, ReplyFaults::Spoil(fault, Bytes(1, done ? kAccepted : kRefused), now));
@@ -170,34 +170,34 @@ bool Loader::CarryOut() {
 
 bool Loader::VerifyProgram() {
   const bool complete = lastBlockWritten_;
-  Open(Area::None);
+  Open(Area::kNone);
   return !complete || memory_.ProgramSound();
 }
 
 bool Loader::ConfirmKind(char letter) {
   if (model_.kinds.find(letter) == Bytes::npos) return false;
   const bool opens = letter == kProgramKind && model_.programKey == LoaderModel::ProgramKey::kKind;
-  Open(opens ? Area::Program : Area::None);
+  Open(opens ? Area::kProgram : Area::kNone);
   return true;
 }
 
 bool Loader::PrepareProgram(char letter) {
   if (model_.programKey != LoaderModel::ProgramKey::kPreparation) return false;
   if (letter == kUnlockProgram) {
-    Open(Area::None);
+    Open(Area::kNone);
     programUnlocked_ = true;
     return true;
   }
   if (!programUnlocked_) return false;
   memory_.EraseProgram();
-  Open(Area::Program);
+  Open(Area::kProgram);
   return true;
 }
 
 bool Loader::PrepareTables() {
   if (model_.programKey == LoaderModel::ProgramKey::kNone) return false;
   memory_.EraseTables();
-  Open(Area::Tables);
+  Open(Area::kTables);
   return true;
 }
 
@@ -206,13 +206,13 @@ bool Loader::WriteBlock() {
   const BytesView data = BytesView(frame_).substr(kHeaderSize);
   if (data.size() != kBlockSize || address % kBlockSize != 0) return false;
   switch (area_) {
-    case Area::Tables:
+    case Area::kTables:
       return memory_.WriteTables(address, data);
-    case Area::Program:
+    case Area::kProgram:
       if (!memory_.WriteProgram(address, data)) return false;
       if (address + data.size() == memory_.Program().size()) lastBlockWritten_ = true;
       return true;
-    case Area::None:
+    case Area::kNone:
       break;
   }
   return false;

@@ -63,8 +63,8 @@ class Loader {
   static constexpr Seconds kFrameSilence = 0.5;
 
  private:
-  enum class State { Idle, Awake, Frame, Skipping };
-  enum class Area { None, Tables, Program };
+  enum class State { kIdle, kAwake, kFrame, kSkipping };
+  enum class Area { kNone, kTables, kProgram };
 
   void Take(BytesView piece, Seconds now, std::vector<TimedReply>& replies);
   void TakeOutsideFrame(char byte, Seconds now, std::vector<TimedReply>& replies);
@@ -83,8 +83,8 @@ class Loader {
   DeviceMemory& memory_;
   ReplyFaults& faults_;
   bool running_ = false;
-  State state_ = State::Idle;
-  Area area_ = Area::None;
+  State state_ = State::kIdle;
+  Area area_ = Area::kNone;
   bool programUnlocked_ = false;   // "0" was accepted, so "1" may erase
   bool lastBlockWritten_ = false;  // of the program, since its area was opened
   Bytes frame_;                    // header and data so far

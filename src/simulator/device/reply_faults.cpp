@@ -41,20 +41,20 @@ std::optional<ReplyFault> ReplyFaults::Next(const ReplyOrigin& origin) {
 std::vector<TimedReply> ReplyFaults::Spoil(const std::optional<ReplyFault>& fault, Bytes reply, Seconds now) {
   if (!fault) return {{now, std::move(reply)}};
   switch (fault->kind) {
-    case ReplyFault::Kind::Silence:
+    case ReplyFault::Kind::kSilence:
       return {};
-    case ReplyFault::Kind::Replaced:
+    case ReplyFault::Kind::kReplaced:
       return {{now, fault->text}};
-    case ReplyFault::Kind::Doubled:
+    case ReplyFault::Kind::kDoubled:
       return {{now, reply + reply}};
-    case ReplyFault::Kind::NoiseBefore:
+    case ReplyFault::Kind::kNoiseBefore:
       if (fault->delay > 0) return {{now, fault->text}, {now + fault->delay, std::move(reply)}};
       return {{now, fault->text + reply}};
-    case ReplyFault::Kind::LastCharacterLost:
+    case ReplyFault::Kind::kLastCharacterLost:
       return {{now, reply.substr(0, reply.empty() ? 0 : reply.size() - 1)}};
-    case ReplyFault::Kind::Late:
+    case ReplyFault::Kind::kLate:
       return {{now + fault->delay, std::move(reply)}};
-    case ReplyFault::Kind::Split:
+    case ReplyFault::Kind::kSplit:
       return SplitUp(reply, now, fault->delay);
   }
   return {};

@@ -19,16 +19,16 @@ struct TimedReply {
 
 /// The occasions on which the device says something.
 enum class ReplyStage {
-  DialogueWakeUp,         ///< the "A" to the "S" of the text dialogue
-  DialogueReply,          ///< a reply line, or a bare "N" or "R", to a request of the text dialogue
-  UpdateAcknowledgement,  ///< the line by which the device says that its loader runs
-  LoaderWakeUp,           ///< the "A" to the "S" before a block frame
-  LoaderReply             ///< the "A" or "N" to a block frame
+  kDialogueWakeUp,         ///< the "A" to the "S" of the text dialogue
+  kDialogueReply,          ///< a reply line, or a bare "N" or "R", to a request of the text dialogue
+  kUpdateAcknowledgement,  ///< the line by which the device says that its loader runs
+  kLoaderWakeUp,           ///< the "A" to the "S" before a block frame
+  kLoaderReply             ///< the "A" or "N" to a block frame
 };
 
 /// What a reply answers.
 struct ReplyOrigin {
-  ReplyStage stage = ReplyStage::LoaderReply;
+  ReplyStage stage = ReplyStage::kLoaderReply;
   char letter = '\0';  ///< first letter of the request that is answered; NUL where the stage tells everything
 };
 
@@ -41,22 +41,22 @@ struct ReplySelection {
   int times = 1;
 };
 
-/// One fault. A refused block is Replaced with text "N" and requestLost, a swallowed one Silence and
-/// requestLost; an acknowledgement that goes missing after the block was written is Silence alone.
+/// One fault. A refused block is kReplaced with text "N" and requestLost, a swallowed one kSilence and
+/// requestLost; an acknowledgement that goes missing after the block was written is kSilence alone.
 struct ReplyFault {
   enum class Kind {
-    Silence,            ///< nothing comes
-    Replaced,           ///< text comes instead: a refusal, another character, a wrong acknowledgement
-    Doubled,            ///< the reply comes twice in one piece
-    NoiseBefore,        ///< text comes first and the reply delay seconds later; at 0 both in one piece
-    LastCharacterLost,  ///< the reply comes without its last character, so a line comes without its CR
-    Late,               ///< the reply comes delay seconds later
-    Split               ///< every further character of the reply comes delay seconds after the one before
+    kSilence,            ///< nothing comes
+    kReplaced,           ///< text comes instead: a refusal, another character, a wrong acknowledgement
+    kDoubled,            ///< the reply comes twice in one piece
+    kNoiseBefore,        ///< text comes first and the reply delay seconds later; at 0 both in one piece
+    kLastCharacterLost,  ///< the reply comes without its last character, so a line comes without its CR
+    kLate,               ///< the reply comes delay seconds later
+    kSplit               ///< every further character of the reply comes delay seconds after the one before
   };
 
   ReplySelection which = {};
-  Kind kind = Kind::Silence;
-  Bytes text = {};           ///< for Replaced and NoiseBefore
+  Kind kind = Kind::kSilence;
+  Bytes text = {};           ///< for kReplaced and kNoiseBefore
   Seconds delay = 0;         ///< for NoiseBefore, Late and Split
   bool requestLost = false;  ///< the device does not carry out the request either
 };

@@ -33,11 +33,11 @@ ReplySelection Every(ReplyStage stage) {
 }
 
 ReplySelection EveryTo(char letter) {
-  return {ReplyStage::DialogueReply, letter, 0, kAlways};
+  return {ReplyStage::kDialogueReply, letter, 0, kAlways};
 }
 
 ReplySelection Block(int number) {
-  return {ReplyStage::LoaderReply, 'P', number, 1};
+  return {ReplyStage::kLoaderReply, 'P', number, 1};
 }
 
 void Add(FaultTargets& targets, ReplySelection which, Kind kind, Bytes text = {}, Seconds delay = 0,
@@ -61,31 +61,31 @@ struct NamedFault {
 const std::array kFaults = {
     NamedFault{"silent", ValueKind::kNone, "", "antwortet auf nichts",
                [](FaultTargets& t, const Value&) {
-                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::Silence, {}, 0, true);
+                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::kSilence, {}, 0, true);
                  t.modem.wakes = false;
                }},
     NamedFault{"sleepy", ValueKind::kNumber, "1", "überhört die ersten N Weckrufe",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, {ReplyStage::DialogueWakeUp, std::nullopt, 0, v.number}, Kind::Silence);
+                 Add(t, {ReplyStage::kDialogueWakeUp, std::nullopt, 0, v.number}, Kind::kSilence);
                }},
     NamedFault{"wakeup", ValueKind::kText, "X", "antwortet auf den Weckruf mit TEXT",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, Every(ReplyStage::DialogueWakeUp), Kind::Replaced, v.text);
+                 Add(t, Every(ReplyStage::kDialogueWakeUp), Kind::kReplaced, v.text);
                }},
     NamedFault{"rubbish", ValueKind::kNone, "", "sendet Unsinn, wenn Baudrate oder Parität nicht passen",
                [](FaultTargets& t, const Value&) { t.device.rubbishWhenUnfit = true; }},
     NamedFault{"late", ValueKind::kNumber, "700", "jede Antwort kommt N ms später",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::Late, {}, v.Milliseconds());
+                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::kLate, {}, v.Milliseconds());
                }},
     NamedFault{"split", ValueKind::kNumber, "20", "zwischen zwei Zeichen einer Antwort vergehen N ms",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::Split, {}, v.Milliseconds());
+                 Add(t, {std::nullopt, std::nullopt, 0, kAlways}, Kind::kSplit, {}, v.Milliseconds());
                }},
     NamedFault{"ident-short", ValueKind::kNone, "", "der Kennung fehlt ein Zeichen",
                [](FaultTargets& t, const Value&) { t.device.identificationCut = true; }},
     NamedFault{"ident-n", ValueKind::kNone, "", "antwortet auf die Frage nach der Kennung mit N",
-               [](FaultTargets& t, const Value&) { Add(t, EveryTo('K'), Kind::Replaced, "N"); }},
+               [](FaultTargets& t, const Value&) { Add(t, EveryTo('K'), Kind::kReplaced, "N"); }},
     NamedFault{"type", ValueKind::kText, "ZX 9", "meldet sich als Gerätetyp TEXT",
                [](FaultTargets& t, const Value& v) { t.device.type = v.text; }},
     NamedFault{"poll-r", ValueKind::kNone, "", "antwortet auf Abrufe mit R",
@@ -114,27 +114,27 @@ const std::array kFaults = {
                [](FaultTargets& t, const Value&) { t.device.powerStatus = kNegativeStatus; }},
     NamedFault{"ack", ValueKind::kText, "@UPDATENAK", "falsche Bestätigung des Ladeprogramms",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, Every(ReplyStage::UpdateAcknowledgement), Kind::Replaced, v.text + "\r");
+                 Add(t, Every(ReplyStage::kUpdateAcknowledgement), Kind::kReplaced, v.text + "\r");
                }},
     NamedFault{"ack-no-cr", ValueKind::kNone, "", "Bestätigung des Ladeprogramms ohne Zeilenende",
                [](FaultTargets& t, const Value&) {
-                 Add(t, Every(ReplyStage::UpdateAcknowledgement), Kind::LastCharacterLost);
+                 Add(t, Every(ReplyStage::kUpdateAcknowledgement), Kind::kLastCharacterLost);
                }},
     NamedFault{
         "block-n", ValueKind::kNumber, "10", "weist Block N zurück",
-        [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::Replaced, "N", 0, true); }},
+        [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::kReplaced, "N", 0, true); }},
     NamedFault{"block-lost", ValueKind::kNumber, "10", "überhört Block N",
-               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::Silence, {}, 0, true); }},
+               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::kSilence, {}, 0, true); }},
     NamedFault{"block-silent", ValueKind::kNumber, "10", "schreibt Block N, ohne zu antworten",
-               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::Silence); }},
+               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::kSilence); }},
     NamedFault{"block-aa", ValueKind::kNumber, "10", "antwortet auf Block N doppelt",
-               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::Doubled); }},
+               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::kDoubled); }},
     NamedFault{"block-noise", ValueKind::kNumber, "10",
                "vor der Antwort auf Block N steht ein falsches Zeichen",
-               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::NoiseBefore, "\x7F"); }},
+               [](FaultTargets& t, const Value& v) { Add(t, Block(v.number), Kind::kNoiseBefore, "\x7F"); }},
     NamedFault{"slow-2", ValueKind::kNumber, "20000", "löscht die Tabellen in N ms",
                [](FaultTargets& t, const Value& v) {
-                 Add(t, {ReplyStage::LoaderReply, '2', 0, kAlways}, Kind::Late, {}, v.Milliseconds());
+                 Add(t, {ReplyStage::kLoaderReply, '2', 0, kAlways}, Kind::kLate, {}, v.Milliseconds());
                }},
     NamedFault{"modem", ValueKind::kText, "NR", "das Modem antwortet auf Datensätze mit TEXT",
                [](FaultTargets& t, const Value& v) { t.modem.answer = v.text; }},

@@ -24,11 +24,22 @@ void NameHandles(QWidget& form) {
   }
 }
 
+/// What a form shows in Courier stands in columns: where there is no such font, it is another of fixed pitch.
+void KeepColumns(QWidget& form) {
+  for (QWidget* widget : form.findChildren<QWidget*>()) {
+    QFont font = widget->font();
+    if (!widget->testAttribute(Qt::WA_SetFont) || font.family() != QStringLiteral("Courier")) continue;
+    font.setStyleHint(QFont::TypeWriter);
+    widget->setFont(font);
+  }
+}
+
 template <class Form, class Frame>
 std::unique_ptr<QWidget> Make(QWidget* parent) {
   auto frame = std::make_unique<Frame>(parent);
   Form().setupUi(frame.get());
   NameHandles(*frame);
+  KeepColumns(*frame);
   return frame;
 }
 

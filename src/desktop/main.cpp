@@ -21,6 +21,8 @@ void SpeakGerman(QApplication& application, QTranslator& translator) {
 
 int main(int argumentCount, char** arguments) {
   qputenv("QT_NO_GLIB", "1");  // the toolkit's own event loop waits at less cost
+  // Before the toolkit writes to a standard error that may be broken, or starts a thread.
+  ox::PosixHost posix;
   QApplication application(argumentCount, arguments);
   QApplication::setApplicationName(QStringLiteral("oxservice"));
   QApplication::setDesktopFileName(QStringLiteral("oxservice"));
@@ -30,7 +32,6 @@ int main(int argumentCount, char** arguments) {
   QTranslator translator;
   SpeakGerman(application, translator);
 
-  ox::PosixHost posix;
   ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
   ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   ox::Program program(host);

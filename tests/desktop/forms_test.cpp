@@ -89,6 +89,8 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_NE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name), "");
     }
     for (const auto* trace : form->findChildren<QPlainTextEdit*>()) {
+      EXPECT_EQ(trace->font().family(), "Courier");
+      EXPECT_EQ(trace->font().styleHint(), QFont::TypeWriter) << "for where there is no Courier";
       EXPECT_TRUE(trace->isReadOnly() && (trace->textInteractionFlags() & Qt::TextSelectableByMouse) != 0);
       const QSize before = trace->size();
       form->resize(form->size() + QSize(200, 200));

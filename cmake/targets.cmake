@@ -56,6 +56,18 @@ function(ox_offer_headers name)
   target_include_directories(${name} PUBLIC ${root})
 endfunction()
 
+# ox_version: the header version/version.h, made anew with every build so that it tells the commit.
+function(ox_add_version)
+  set(root ${PROJECT_BINARY_DIR}/floors/ox_version)
+  add_custom_target(ox_version_header
+    COMMAND ${CMAKE_COMMAND} -DVERSION=${PROJECT_VERSION} -DSOURCE=${PROJECT_SOURCE_DIR}
+            -DHEADER=${root}/version/version.h -P ${PROJECT_SOURCE_DIR}/cmake/version.cmake
+    BYPRODUCTS ${root}/version/version.h VERBATIM)
+  add_library(ox_version INTERFACE)
+  add_dependencies(ox_version ox_version_header)
+  target_include_directories(ox_version INTERFACE ${root})
+endfunction()
+
 # ox_library(NAME SOURCES file... LINKS library...): one folder, one library. It may include the headers of its
 # own folder and of what it links.
 function(ox_library name)

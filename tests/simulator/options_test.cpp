@@ -10,15 +10,18 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
   std::string error;
   const SimulatorOptions read =
       ReadOptions({"--link=x=y", "--kinds", "b", "--tables=a", "--seed", "42", "--latency=16",
-                   "--version-text", "SW4", "--loader", "--fault", "unplug=7"},
+                   "--version-text", "SW4", "--loader", "--fault", "unplug=7", "--fault=late"},
                   error);
   EXPECT_EQ(error, "");
   const auto& [device, replies, modem, host] = read.parts;
   EXPECT_EQ(std::tuple(host.link, device.loaderKinds, read.tables, device.seed, device.version),
             std::tuple("x=y", "b", "a", 42U, "SW4"));
-  EXPECT_EQ(std::tuple(device.startInLoader, host.unplugAfter, host.latency), std::tuple(true, 7U, 0.016));
+  EXPECT_EQ(std::tuple(device.startInLoader, host.unplugAfter, host.latency, replies.size()),
+            std::tuple(true, 7U, 0.016, 1U));
   const std::pair<std::vector<std::string>, std::string> refused[] = {
       {{"--nix"}, "unbekannte Option --nix"},
+      {{"--fault", "late", "x"}, "unbekannte Option x"},
+      {{"--loader=1"}, "--loader nimmt keinen Wert"},
       {{"--baud"}, "--baud braucht einen Wert"},
       {{"--baud=300"}, "--baud: 300 geht nicht"},
       {{"--seed", "1x"}, "--seed: 1x geht nicht"},

@@ -1,6 +1,7 @@
 // Options, their values and their help.
 #include "simulator/program/options.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -99,20 +100,35 @@ const auto kOptions = std::to_array<Option>({
      }},
     {"--fault", "NAME[=WERT]", "schaltet einen Fehler ein (mehrfach möglich)",
      [](SimulatorOptions& o, const std::string& v) { return SwitchOn(v, o.parts); }},
+    {"--version", "", "zeigt die Version",
+     [](SimulatorOptions& o, const std::string&) { return o.version = true; }},
     {"--help", "", "zeigt diese Hilfe",
      [](SimulatorOptions& o, const std::string&) { return o.help = true; }},
 });
 
-// "--baud 9600" and "--baud=9600" are the same.
-std::vector<std::string> SplitAtEquals(const std::vector<std::string>& arguments) {
-  std::vector<std::string> words;
-  for (const std::string& argument : arguments) {
-    const bool option = argument.rfind("--", 0) == 0;
-    const size_t equals = option ? argument.find('=') : std::string::npos;
-    words.push_back(argument.substr(0, equals));
-    if (equals != std::string::npos) words.push_back(argument.substr(equals + 1));
+// The option that an error of the parser begins with, sometimes without its dashes.
+std::string NameIn(const CLI::ParseError& error) {
+  const std::string told = error.what();
+  const std::string name = told.substr(0, told.find_first_of(": "));
+  return name.starts_with("--") ? name : "--" + name;
+}
+
+void Define(const Option& option, CLI::App& app, SimulatorOptions& options) {
+  const std::string name(option.name);
+  if (option.value.empty()) {
+    app.add_flag_callback(name, [&] { option.take(options, ""); })->disable_flag_override();
+    return;
   }
-  return words;
+  const auto takeAll = [&option, &options](const std::vector<std::string>& values) {
+    for (const std::string& value : values) {
+      if (!option.take(options, value))
+        throw CLI::ValidationError(std::string(option.name), value + " geht nicht");
+    }
+  };
+  app.add_option_function<std::vector<std::string>>(name, takeAll)
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 }  // namespace
@@ -120,19 +136,24 @@ std::vector<std::string> SplitAtEquals(const std::vector<std::string>& arguments
 SimulatorOptions ReadOptions(const std::vector<std::string>& arguments, std::string& error) {
   SimulatorOptions options;
   error.clear();
-  const std::vector<std::string> words = SplitAtEquals(arguments);
-  for (size_t i = 0; i < words.size() && error.empty(); ++i) {
-    const auto* found = std::find_if(kOptions.begin(), kOptions.end(),
-                                     [&](const Option& option) { return option.name == words[i]; });
-    if (found == kOptions.end()) {
-      error = "unbekannte Option " + words[i];
-    } else if (found->value.empty()) {
-      found->take(options, "");
-    } else if (i + 1 == words.size()) {
-      error = words[i] + " braucht einen Wert";
-    } else if (++i; !found->take(options, words[i])) {
-      error = std::string(found->name) + ": " + words[i] + " geht nicht";
-    }
+  CLI::App app;
+  app.set_help_flag();
+  app.allow_extras();
+  for (const Option& option : kOptions) Define(option, app, options);
+  try {
+    // It takes the words from the end.
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    const auto unknown = app.remaining();
+    if (!unknown.empty()) error = "unbekannte Option " + unknown.front();
+  } catch (const CLI::ValidationError& refused) {
+    error = refused.what();
+  } catch (const CLI::ArgumentMismatch& mismatch) {
+    const std::string name = NameIn(mismatch);
+    const auto* found = std::ranges::find(kOptions, name, &Option::name);
+    const bool takesValue = found != kOptions.end() && !found->value.empty();
+    error = name + (takesValue ? " braucht einen Wert" : " nimmt keinen Wert");
+  } catch (const CLI::ParseError& other) {
+    error = NameIn(other) + " ist nicht zu verstehen";
   }
   return options;
 }

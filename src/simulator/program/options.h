@@ -14,7 +14,8 @@ struct SimulatorOptions {
   bool modem = false;        ///< simulate a modem in place of a device
   std::string tables = ".";  ///< folder with the tables that the device starts with
   std::string dump;          ///< folder that the device's memory is written to; empty: nowhere
-  bool help = false;
+  bool version = false;      ///< only tell the version
+  bool help = false;         ///< only tell the help
 };
 
 /// Reads the arguments behind the program's name. On one that cannot be understood `error` says so, in

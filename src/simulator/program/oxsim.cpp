@@ -11,6 +11,7 @@
 #include "simulator/demo/demo_tables.h"
 #include "simulator/program/options.h"
 #include "simulator/pty/line_host.h"
+#include "version/version.h"
 
 namespace ox::sim {
 namespace {
@@ -118,6 +119,11 @@ int Run(const std::vector<std::string>& arguments) {
   }
   if (options.help) {
     std::cout << HelpText();
+    return 0;
+  }
+  if (options.version) {
+    std::cout << "oxsim " << kVersion << (*kCommit == '\0' ? "" : " (" + std::string(kCommit) + ")")
+              << std::endl;
     return 0;
   }
   const sigset_t awaited = CatchSignals();

@@ -186,6 +186,7 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
       {"poll-n", poll, "A|N|"},
       {"n-line", pollOne, "A|N\r00000009: 0012      196\rE\r|"},
       {"flag=T", pollOne, "A|\r00000009: 0012 T    196\rE\r|"},
+      {"switch-off=2", {"S", "K", "S"}, "A|||"},
       {"cut-record", poll, "A|\r" + twoRecords + "00000009: 00|"},
       {"silence-after=2", poll, "A|\r" + twoRecords + "|"},
       {"r-after=2", poll, "A|\r" + twoRecords + "R|"},

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "simulator/program/memory_file.h"
+#include "support/scratch_folder.h"
+
 namespace ox::sim {
 namespace {
 
@@ -33,6 +36,17 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
     EXPECT_EQ(error, told);
   }
   EXPECT_NE(HelpText().find("    slow-2=20000          löscht"), std::string::npos);
+}
+
+TEST(MemoryFile, KeepsWhatADeviceHoldsForADeviceOfItsKind) {
+  const ScratchFolder folder;
+  DeviceOptions options{.generation = 2};
+  EXPECT_EQ(ReadMemoryFile("keller", options), "") << "from the factory";
+  const Device device(options);
+  WriteMemoryFile("keller", device.Memory());
+  EXPECT_TRUE(ReadMemoryFile("keller", options) == device.Memory().Contents());
+  options.generation = 3;
+  EXPECT_THROW(ReadMemoryFile("keller", options), std::runtime_error);
 }
 
 }  // namespace

@@ -177,5 +177,27 @@ TEST(Update, AProgramThatIsToEndEndsBehindItsRunHoweverThatEnds) {
   }
 }
 
+TEST(Update, AfterAPowerFailureTheNextAttemptFindsWhatIsLeftAndSucceeds) {
+  for (const Update which : {kTables, kProgram2}) {
+    UpdateRig rig(which);
+    rig.Load();
+    sim::DeviceOptions options = DeviceOf(2, "a");
+    rig.Connect(options);
+    rig.device->Faults().Observe([&, blocks = 0](const sim::ReplyOrigin& origin) mutable {
+      if (origin.letter == 'P' && ++blocks == 10) rig.device->SwitchOff();
+    });
+    EXPECT_NE(rig.Start(), Strings{rig.success});
+    options.memory = rig.device->Memory().Contents();
+    rig.Connect(options);
+    EXPECT_EQ(rig.device->LoaderRunning(), which == kProgram2) << "without a program there is no dialogue";
+    EXPECT_TRUE(rig.device->Stations().offices.empty());
+    EXPECT_EQ(rig.Start(), Strings{rig.success});
+    rig.device->SwitchOff();
+    rig.device->SwitchOn();
+    EXPECT_FALSE(rig.device->LoaderRunning());
+    EXPECT_EQ(rig.device->Stations().offices.size(), which == kTables ? 3U : 0U);
+  }
+}
+
 }  // namespace
 }  // namespace ox::test

@@ -41,6 +41,10 @@ bool KeepsOlderImage(const DeviceOptions& options) {
   return ModelOf(options).kinds.find(kOlderKind) != Bytes::npos;
 }
 
+std::size_t MemorySize(const DeviceOptions& options) {
+  return kTableImageSize + LayoutOf(options).size;
+}
+
 Device::Device(DeviceOptions options)
     : options_(std::move(options)),
       memory_(LayoutOf(options_), options_.version, options_.tables),
@@ -48,8 +52,9 @@ Device::Device(DeviceOptions options)
       dialogue_([this](BytesView request, Seconds now) { return Answer(request, now); }, faults_, output_),
       polls_(options_.seed, options_.replies.flag),
       rubbish_(options_.seed) {
+  memory_.Restore(options_.memory);
+  SwitchOn();
   if (options_.startInLoader) loader_->Start();
-  TakeOverTables();
 }
 
 LineSettings Device::Line() const {
@@ -60,6 +65,7 @@ LineSettings Device::Line() const {
 }
 
 std::optional<Seconds> Device::NextOutput() const {
+  if (offUntil_) return std::nullopt;
   const auto output = output_.Next();
   const auto wakeUp = dialogue_.WakeUpDue();
   if (!output || (wakeUp && *wakeUp < *output)) return wakeUp;
@@ -67,6 +73,7 @@ std::optional<Seconds> Device::NextOutput() const {
 }
 
 Bytes Device::TakeSome(Seconds now, std::size_t most) {
+  if (offUntil_) return {};
   dialogue_.Settle(now);
   Bytes taken = output_.Take(now, most);
   if (!output_.Next()) loaderHasLastWord_ = false;
@@ -74,6 +81,19 @@ Bytes Device::TakeSome(Seconds now, std::size_t most) {
 }
 
 void Device::Receive(BytesView bytes, const LineSettings& pc, Seconds now) {
+  if (offUntil_ && On(now)) SwitchOn();
+  if (offUntil_) return;
+  auto& left = options_.switchOffAfter;
+  const BytesView heard = bytes.substr(0, left.value_or(Bytes::npos));
+  Listen(heard, pc, now);
+  if (!left) return;
+  *left -= heard.size();
+  if (*left > 0) return;
+  left.reset();
+  SwitchOff(now + kOff);
+}
+
+void Device::Listen(BytesView bytes, const LineSettings& pc, Seconds now) {
   dialogue_.Settle(now);
   while (!bytes.empty()) {
     // Asked for every piece, since any of them can switch the device over.
@@ -125,8 +145,14 @@ void Device::TakeOverTables() {
   stations_ = read ? std::move(*read) : StationData();
 }
 
-void Device::Restart() {
+void Device::SwitchOff(Seconds until) {
+  offUntil_ = until;
+}
+
+void Device::SwitchOn() {
+  offUntil_.reset();
   output_.Clear();
+  loaderHasLastWord_ = false;
   dialogue_.Sleep();
   loader_.emplace(ModelOf(options_), memory_, faults_);
   if (!memory_.ProgramSound()) loader_->Start();

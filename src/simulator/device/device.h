@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <random>
 
@@ -32,17 +33,22 @@ struct DeviceOptions {
   std::optional<Bytes>
       loaderKinds;             ///< kind queries that the loader accepts, out of "abc"; else the generation's
   bool startInLoader = false;  ///< switched on with its arrow keys held
-  bool rubbishWhenUnfit = false;  ///< answers rubbish, not silence, to a PC with other settings
-  std::uint32_t seed = 1;         ///< of the measured values and of the rubbish
-  Bytes tables;                   ///< image that its table memory begins with; empty: erased
-  ReplyShape replies;             ///< to polls
-  std::int64_t clockStart = 0;    ///< the device's own date and time at time 0, in seconds since 1970
+  bool rubbishWhenUnfit = false;              ///< answers rubbish, not silence, to a PC with other settings
+  std::uint32_t seed = 1;                     ///< of the measured values and of the rubbish
+  Bytes tables;                               ///< image that its table memory begins with; empty: erased
+  ReplyShape replies;                         ///< to polls
+  std::optional<std::size_t> switchOffAfter;  ///< goes off once, when it has heard so many characters
+  Bytes memory;  ///< what DeviceMemory::Contents gave before; of another size: as from the factory
+  std::int64_t clockStart = 0;  ///< the device's own date and time at time 0, in seconds since 1970
 };
 
 /// Whether such a device keeps the older table image, not the one of generation III.
 bool KeepsOlderImage(const DeviceOptions& options);
 
-/// The device as one end of a line. Restart and replies happen at the times given; nothing happens by itself.
+/// How many bytes DeviceMemory::Contents of such a device has.
+std::size_t MemorySize(const DeviceOptions& options);
+
+/// The device as one end of a line. Replies happen at the times given.
 class Device : public Endpoint {
  public:
   explicit Device(DeviceOptions options);
@@ -52,8 +58,15 @@ class Device : public Endpoint {
   Bytes TakeSome(Seconds now, std::size_t most) override;
   LineSettings Line() const override;
 
-  /// Off and on again: what it was about to say is gone. Without a sound program only its loader starts.
-  void Restart();
+  /// How long it stays off when DeviceOptions::switchOffAfter has switched it off.
+  static constexpr Seconds kOff = 3;
+  static constexpr Seconds kForever = std::numeric_limits<Seconds>::infinity();
+
+  /// Off: it hears nothing and says nothing, until it goes on by itself at that time. Its memory stays.
+  void SwitchOff(Seconds until = kForever);
+  /// On, as if it were new but for its memory: without a sound program only its loader starts.
+  void SwitchOn();
+  bool On(Seconds now) const { return !offUntil_ || now >= *offUntil_; }
 
   bool LoaderRunning() const { return loader_->Running(); }
   const DeviceMemory& Memory() const { return memory_; }
@@ -63,6 +76,7 @@ class Device : public Endpoint {
   ReplyFaults& Faults() { return faults_; }
 
  private:
+  void Listen(BytesView bytes, const LineSettings& pc, Seconds now);
   void Hear(const HeardCharacter& heard, Seconds now);
   void TakeLoader(BytesView piece, Seconds now);
   void EnterLoader(Seconds now);
@@ -76,13 +90,14 @@ class Device : public Endpoint {
   DeviceMemory memory_;
   ReplyFaults faults_;
   OutputQueue output_;
-  std::optional<Loader> loader_;    // made anew by a restart
+  std::optional<Loader> loader_;    // made anew when the device goes on
   bool loaderHasLastWord_ = false;  // it has ended, but its reply still goes out at its settings
   Dialogue dialogue_;
   Polls polls_;
   PowerSupply power_;
   StationData stations_;
   std::mt19937 rubbish_;
+  std::optional<Seconds> offUntil_;  // nothing while it is on
 };
 
 }  // namespace ox::sim

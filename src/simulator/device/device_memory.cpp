@@ -25,6 +25,13 @@ DeviceMemory::DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion
   if (tables_.size() != kTableImageSize) EraseTables();
 }
 
+bool DeviceMemory::Restore(BytesView contents) {
+  if (contents.size() != tables_.size() + program_.size()) return false;
+  tables_ = contents.substr(0, tables_.size());
+  program_ = contents.substr(tables_.size());
+  return true;
+}
+
 void DeviceMemory::EraseTables() {
   tables_.assign(kTableImageSize, kErased);
 }

@@ -16,6 +16,11 @@ class DeviceMemory {
   /// with this image of kTableImageSize bytes, or erased when there is none.
   DeviceMemory(const ProgramLayout& layout, BytesView factoryVersion, BytesView tables);
 
+  /// All that is kept while the device is off: tables, then program.
+  Bytes Contents() const { return tables_ + program_; }
+  /// Puts back what Contents gave. False, and nothing changed, when it is of another size.
+  bool Restore(BytesView contents);
+
   const Bytes& Tables() const { return tables_; }
   const Bytes& Program() const { return program_; }
 

@@ -142,6 +142,10 @@ const std::array kFaults = {
                [](FaultTargets& t, const Value&) { t.modem.answer = ""; }},
     NamedFault{"modem-burst", ValueKind::kNumber, "15", "das Modem sendet alle N Sekunden von sich aus",
                [](FaultTargets& t, const Value& v) { t.modem.burstPeriod = v.number; }},
+    NamedFault{
+        "switch-off", ValueKind::kNumber, "200",
+        "das Gerät geht nach N empfangenen Zeichen aus, nach 3 s wieder an",
+        [](FaultTargets& t, const Value& v) { t.device.switchOffAfter = static_cast<size_t>(v.number); }},
     NamedFault{"unplug", ValueKind::kNumber, "200",
                "das Kabel wird nach N Zeichen gezogen, nach 3 s wieder gesteckt",
                [](FaultTargets& t, const Value& v) { t.host.unplugAfter = static_cast<size_t>(v.number); }},

@@ -93,6 +93,11 @@ const auto kOptions = std::to_array<Option>({
        return true;
      }},
     {"--latency", "MS", "so lange hält ein USB-Adapter zurück, was zum PC kommt (0)", TakeLatency},
+    {"--memory", "DATEI", "behält Programm und Tabellen des Geräts bis zum nächsten Start",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.memory = v;
+       return !v.empty();
+     }},
     {"--dump", "ORDNER", "schreibt den Gerätespeicher bei SIGUSR1 und am Ende dorthin",
      [](SimulatorOptions& o, const std::string& v) {
        o.dump = v;
@@ -169,7 +174,7 @@ std::string HelpText() {
     help += "  " + name + std::string(option.help) + "\n";
   }
   return help + "\nFehler (Blöcke zählen ab 0; hinter dem = steht die Vorgabe):\n" + FaultHelp() +
-         "\nSIGUSR2: das Modem sendet, was es hält. Ende mit Strg+C.\n";
+         "\nSIGUSR2 schaltet das Gerät aus und wieder ein; das Modem sendet, was es hält. Ende mit Strg+C.\n";
 }
 
 }  // namespace ox::sim

@@ -13,6 +13,7 @@ struct SimulatorOptions {
   FaultTargets parts;        ///< device, modem and line, with the faults that are switched on
   bool modem = false;        ///< simulate a modem in place of a device
   std::string tables = ".";  ///< folder with the tables that the device starts with
+  std::string memory;        ///< file that keeps the device's memory between two starts; empty: none does
   std::string dump;          ///< folder that the device's memory is written to; empty: nowhere
   bool version = false;      ///< only tell the version
   bool help = false;         ///< only tell the help

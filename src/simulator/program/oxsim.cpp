@@ -3,12 +3,11 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
+#include <exception>
 #include <iostream>
-#include <system_error>
 
 #include "simulator/demo/demo_tables.h"
+#include "simulator/program/memory_file.h"
 #include "simulator/program/options.h"
 #include "simulator/pty/line_host.h"
 #include "version/version.h"
@@ -21,13 +20,13 @@ constexpr int kUsageError = 2;
 // Set by signals, which come only while the host waits.
 volatile std::sig_atomic_t endWanted = 0;
 volatile std::sig_atomic_t dumpWanted = 0;
-volatile std::sig_atomic_t sendWanted = 0;
+volatile std::sig_atomic_t pushed = 0;  // the button of device or modem
 
 void Note(int signal) {
   if (signal == SIGUSR1) {
     dumpWanted = 1;
   } else if (signal == SIGUSR2) {
-    sendWanted = 1;
+    pushed = 1;
   } else {
     endWanted = 1;
   }
@@ -50,19 +49,11 @@ sigset_t CatchSignals() {
   return before;
 }
 
-void WriteFile(const std::filesystem::path& path, const Bytes& content) {
-  // Written beside and renamed, so that who waits for the file never sees half of it.
-  const std::filesystem::path beside = path.string() + ".neu";
-  std::ofstream(beside, std::ios::binary) << content;
-  std::error_code error;
-  std::filesystem::rename(beside, path, error);
-  if (error) std::cerr << "oxsim: " << path.string() << ": " << error.message() << std::endl;
-}
-
-void Dump(const Device& device, const std::string& folder) {
-  if (folder.empty()) return;
-  WriteFile(std::filesystem::path(folder) / "tables.bin", device.Memory().Tables());
-  WriteFile(std::filesystem::path(folder) / "program.bin", device.Memory().Program());
+// Whether a signal has come since the last time.
+bool Taken(volatile std::sig_atomic_t& wanted) {
+  const bool taken = wanted != 0;
+  wanted = 0;
+  return taken;
 }
 
 std::string Settings(const LineSettings& line) {
@@ -76,10 +67,22 @@ std::int64_t LocalTimeNow() {
   return static_cast<std::int64_t>(now) + local.tm_gmtoff;
 }
 
+// Off or on.
+void Push(Device& device, Seconds now) {
+  const bool off = device.On(now);
+  if (off) {
+    device.SwitchOff();
+  } else {
+    device.SwitchOn();
+  }
+  std::cout << "oxsim: " << (off ? "aus" : "an") << std::endl;
+}
+
 void RunDevice(SimulatorOptions& options, const sigset_t& awaited) {
   DeviceOptions& given = options.parts.device;
   given.clockStart = LocalTimeNow();
   given.tables = ReadDemoImage(options.tables, KeepsOlderImage(given));
+  if (!options.memory.empty()) given.memory = ReadMemoryFile(options.memory, given);
   Device device(given);
   for (ReplyFault& fault : options.parts.replies) device.Faults().Add(std::move(fault));
   LineHost host(device, options.parts.host);
@@ -89,11 +92,11 @@ void RunDevice(SimulatorOptions& options, const sigset_t& awaited) {
   while (endWanted == 0) {
     host.Work();
     host.Wait(awaited);
-    if (dumpWanted == 0) continue;
-    dumpWanted = 0;
-    Dump(device, options.dump);
+    if (Taken(pushed)) Push(device, host.Now());
+    if (Taken(dumpWanted) && !options.dump.empty()) DumpMemory(options.dump, device.Memory());
   }
-  Dump(device, options.dump);
+  if (!options.dump.empty()) DumpMemory(options.dump, device.Memory());
+  if (!options.memory.empty()) WriteMemoryFile(options.memory, device.Memory());
 }
 
 void RunModem(const SimulatorOptions& options, const sigset_t& awaited) {
@@ -104,9 +107,7 @@ void RunModem(const SimulatorOptions& options, const sigset_t& awaited) {
   while (endWanted == 0) {
     host.Work();
     host.Wait(awaited);
-    if (sendWanted == 0) continue;
-    sendWanted = 0;
-    modem.DropModemLine(host.Now());
+    if (Taken(pushed)) modem.DropModemLine(host.Now());
   }
 }
 
@@ -133,7 +134,7 @@ int Run(const std::vector<std::string>& arguments) {
     } else {
       RunDevice(options, awaited);
     }
-  } catch (const std::system_error& failure) {
+  } catch (const std::exception& failure) {
     std::cerr << "oxsim: " << failure.what() << std::endl;
     return 1;
   }

@@ -47,7 +47,8 @@ class Trace : public QObject {
   void Show(Change change) {
     ShowCommon(control_, widget_, change);
     if (change == Change::kText) Replace();
-    if (change == Change::kAppended) ShowMoreSoon();
+    if (change == Change::kCut) cut_ = true;
+    if (change == Change::kAppended || change == Change::kCut) ShowMoreSoon();
   }
 
  private:
@@ -55,6 +56,7 @@ class Trace : public QObject {
     if (shown_ > 0) place_ = PlaceIn(widget_);  // an empty text between two others has no place of its own
     widget_.setPlainText(OnScreen(control_.Text()));
     shown_ = control_.Text().size();
+    cut_ = false;
     if (shown_ > 0) GoTo(place_, widget_);
   }
 
@@ -68,6 +70,10 @@ class Trace : public QObject {
 
   void ShowMore() {
     due_ = false;
+    if (std::exchange(cut_, false)) {
+      widget_.clear();
+      shown_ = 0;
+    }
     const std::string_view added = std::string_view(control_.Text()).substr(shown_);
     if (added.empty()) return;
     shown_ = control_.Text().size();
@@ -82,6 +88,7 @@ class Trace : public QObject {
   Place place_;            // where the reader stood in the last text
   std::size_t shown_ = 0;  // bytes of the control's text
   bool due_ = false;       // more is to be shown soon
+  bool cut_ = false;       // the control has dropped what is shown first
 };
 
 }  // namespace

@@ -38,13 +38,13 @@ Bytes LineWaits::CollectReply(int seconds) {
   ReceiveBuffer& received = line_.Received();
   Bytes line;
   float start = host_.clock.SecondsSinceMidnight();
-  while (GoesOn(start, static_cast<float>(seconds), seconds)) {
+  while (received.Taken() <= kLongestReply && GoesOn(start, static_cast<float>(seconds), seconds)) {
     if (received.Empty()) {
       host_.windows.Rest();
+      received.Append(line_.Take());
     } else {
       host_.windows.Yield();
     }
-    received.Append(line_.Take());
     if (received.Empty()) continue;
     line += received.TakeFirst();
     if (line == kRefused) return line;

@@ -7,6 +7,9 @@ namespace ox {
 namespace {
 
 constexpr char kSentMark = 'T';
+/// Bytes of the trace's newest part that stay whatever comes; the replies of a whole day at the device fit
+/// in.
+constexpr std::size_t kTraceKept = 262'144;
 constexpr std::string_view kShownCr = "<CR>";
 
 }  // namespace
@@ -37,6 +40,7 @@ void SerialLine::WriteTrace(BytesView entry) {
   line += ToText(text);
   if (endsInCr) line += kShownCr;
   trace_.Append(line);
+  trace_.KeepNewest(kTraceKept);
   host_.windows.Yield();
 }
 

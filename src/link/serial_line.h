@@ -41,7 +41,8 @@ class SerialLine {
   void SetModemLine(bool on) { port_->SetModemLine(on); }
 
   /// Adds a line to the trace and lets it be painted. The first character of `entry` is "T" for sent, any
-  /// other for received; the rest went over the line. A final CR is shown as "<CR>".
+  /// other for received; the rest went over the line. A final CR is shown as "<CR>". The newest 256 KB of the
+  /// trace stay whatever comes; what is older goes.
   void WriteTrace(BytesView entry);
 
   void ClearTrace() { trace_.SetText(""); }

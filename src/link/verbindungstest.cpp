@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "link/line_waits.h"
 #include "link/link_messages.h"
 #include "platform/text.h"
 
@@ -125,7 +126,8 @@ Verbindungstest::ProbeResult Verbindungstest::Identify() {
   if (got != kReady) return ProbeResult::kNoAnswer;
   port_->Output(kIdentify);
   got.clear();
-  while (!got.ends_with(settings_.CR) && !Elapsed(start, kIdentificationSeconds)) {
+  while (!got.ends_with(settings_.CR) && got.size() <= LineWaits::kLongestReply &&
+         !Elapsed(start, kIdentificationSeconds)) {
     host_.windows.Rest();
     got += port_->Input();
   }

@@ -44,7 +44,8 @@ class SerialPort {
   /// Sends all the bytes, or throws.
   virtual void Output(BytesView bytes) = 0;
 
-  /// Everything that has arrived so far; empty when nothing has.
+  /// Everything that has arrived so far, but no more than some 64 KB: a line that never pauses leaves the
+  /// rest for the next look. Empty when nothing has arrived.
   virtual Bytes Input() = 0;
 
   /// Switches the data-terminal-ready line; a port without modem lines takes it silently.

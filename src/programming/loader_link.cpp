@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "link/line_waits.h"
 #include "platform/line_ends.h"
 #include "programming/block_frame.h"
 
@@ -51,8 +52,9 @@ bool LoaderLink::AwaitAcknowledgement() {
   do {
     machine_.events.Rest();
     reply += Duep_->Input();
-  } while (!reply.ends_with(kCr) && std::abs(start - machine_.clock.SecondsSinceMidnight()) <
-                                        static_cast<float>(kAcknowledgementSeconds));
+  } while (!reply.ends_with(kCr) && reply.size() <= LineWaits::kLongestReply &&
+           std::abs(start - machine_.clock.SecondsSinceMidnight()) <
+               static_cast<float>(kAcknowledgementSeconds));
   return reply == kUpdateAcknowledgement;
 }
 

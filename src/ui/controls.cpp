@@ -6,6 +6,16 @@
 #include "ui/window.h"
 
 namespace ox {
+namespace {
+
+/// Of a UTF-8 text.
+bool StartsCharacter(char byte) {
+  constexpr unsigned kKindMask = 0xC0;
+  constexpr unsigned kContinuation = 0x80;
+  return (static_cast<unsigned char>(byte) & kKindMask) != kContinuation;
+}
+
+}  // namespace
 
 Control::Control(Window& window, std::string_view name) : window_(window), name_(name) {
   window.Add(*this);
@@ -57,6 +67,16 @@ void CheckBox::Click() {
 void TextBox::Append(std::string_view text) {
   text_ += text;
   Tell(Change::kAppended);
+}
+
+void TextBox::KeepNewest(std::size_t most) {
+  if (text_.size() <= 2 * most) return;
+  const std::size_t newest = text_.size() - most;
+  const std::size_t lineEnd = text_.find('\n', newest);
+  std::size_t first = lineEnd == std::string::npos ? newest : lineEnd + 1;
+  while (first < text_.size() && !StartsCharacter(text_[first])) ++first;
+  text_.erase(0, first);
+  Tell(Change::kCut);
 }
 
 void TextBox::Edit(std::string_view text) {

@@ -2,6 +2,7 @@
 // the user did. Controls are public members of their window; they know no toolkit.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,7 +13,18 @@ namespace ox {
 class Window;
 
 /// What has changed in a control and is to be shown anew.
-enum class Change { kEnabled, kVisible, kText, kAppended, kChecked, kItems, kSelected, kFocus, kDefault };
+enum class Change {
+  kEnabled,
+  kVisible,
+  kText,
+  kAppended,
+  kCut,
+  kChecked,
+  kItems,
+  kSelected,
+  kFocus,
+  kDefault
+};
 
 /// What all controls have in common. Texts are UTF-8.
 class Control {
@@ -130,6 +142,10 @@ class TextBox : public TextControl {
 
   /// Adds to the end of the text and shows the end; costs what is added, not what is there.
   void Append(std::string_view text);
+
+  /// Drops the oldest lines of a text that has grown to more than twice as many bytes, so that at most these
+  /// are left. Cutting so seldom keeps its cost below that of the growth.
+  void KeepNewest(std::size_t most);
 
   /// The user typed: the content is now `text`.
   void Edit(std::string_view text);

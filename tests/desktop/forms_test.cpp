@@ -192,7 +192,7 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   EXPECT_EQ(happened, "/media");
 }
 
-TEST_F(Forms, AGrowingTraceIsOnlyAddedTo) {
+TEST_F(Forms, AGrowingTraceIsOnlyAddedToUntilItsOldestPartGoes) {
   const auto form = Show(exchange);
   const auto* trace = Find<QPlainTextEdit>(*form, exchange.datanz);
   int removed = 0;
@@ -202,6 +202,11 @@ TEST_F(Forms, AGrowingTraceIsOnlyAddedTo) {
   QCoreApplication::processEvents();
   EXPECT_EQ(std::pair(trace->document()->blockCount(), removed), std::pair(1001, 0));
   EXPECT_GT(trace->verticalScrollBar()->value(), 900) << "the newest lines are in sight";
+  exchange.datanz.KeepNewest(4000);
+  exchange.datanz.Append("PC <- OX  N");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(trace->toPlainText(), QString::fromStdString(exchange.datanz.Text()).remove('\r'));
+  EXPECT_TRUE(trace->document()->blockCount() < 230 && trace->verticalScrollBar()->value() > 150);
 }
 
 TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {

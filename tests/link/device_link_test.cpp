@@ -108,6 +108,35 @@ TEST_F(DeviceDialogue, ThePiecesInWhichAReplyArrivesMakeNoDifference) {
   }
 }
 
+/// Once the script is through, every look at the port finds as much as a look takes.
+struct Flood : ScriptedDevice {
+  Flood(BytesView record, const sim::LineSettings& line) : ScriptedDevice(line) {
+    while (look.size() < 64 * 1024) look += record;
+  }
+  Bytes TakeSome(sim::Seconds now, std::size_t most) override {
+    if (!Done()) return ScriptedDevice::TakeSome(now, most);
+    taken += look.size();
+    return look;
+  }
+  Bytes look;
+  std::size_t taken = 0;
+};
+
+TEST_F(DeviceDialogue, AFloodEndsAsSilenceDoesAndTheTraceKeepsItsNewestPart) {
+  constexpr std::size_t kMost = 1024 * 1024, kKept = 256 * 1024;
+  for (const Bytes record : {"x", "1\r"}) {
+    Flood device(record, {19200, 'E', 7});
+    device.Expect("S", "A").Expect("P");
+    host_.ports.Connect(3, &device);
+    EXPECT_EQ(link_.DeviceDialogue("P", true).size(), kMost + 1);
+    EXPECT_EQ(host_.windows.TakeMessages().size(), 1U);
+    EXPECT_LE(device.taken, kMost + 2 * device.look.size()) << "more than was consumed is held in memory";
+  }
+  const std::string& trace = window_.datanz.Text();
+  EXPECT_TRUE(trace.starts_with("PC <- OX  1<CR>\r\n") && trace.ends_with("\r\nPC -> OX  N"));
+  EXPECT_TRUE(trace.size() > kKept - 100 && trace.size() < 2 * kKept + 100) << trace.size();
+}
+
 TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAndNoResult) {
   const Script script{{"S", {{0, "A"}}}, {"P", {{0, "\r1\r"}, {0.8, "E\r"}}}};
   host_.windows.In(0.4, [&] { host_.ports.Break(); });

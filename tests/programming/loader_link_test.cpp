@@ -24,4 +24,16 @@ TEST(LoaderLink, SendsAFrameToALoaderThatIsAwakeAndTakesItsFirstPieceAsReply) {
   EXPECT_TRUE(device.Done());
 }
 
+TEST(LoaderLink, AnAcknowledgementWithoutEndIsNone) {
+  TestHost host;
+  const SessionSettings settings;
+  LoaderLink link(host.host, settings);
+  ScriptedDevice device(sim::kLoaderLine);
+  host.ports.Connect(1, &device);
+  device.Expect("!", {{0.1, Bytes(1024 * 1024 + 1, 'x')}, {0.3, "@UPDATEACK\r"}});
+  device.Receive("!", device.Line(), 0);
+  EXPECT_FALSE(link.RequestUpdateMode());
+  EXPECT_LT(host.clock.Elapsed(), 0.3);
+}
+
 }  // namespace ox::test

@@ -25,11 +25,6 @@ constexpr std::string_view kUpdateWarning =
     "Eine Unterbrechung während der Programmierung kann dazu führen, dass\r\n"
     "das Programm nicht lauffähig ist und das Gerät in die Werkstatt muss!\r\n";
 
-constexpr std::string_view kInformation =
-    "Information zu diesem Programm:\r\n\n"
-    "Versionsnummer: 4.00\r\n"
-    "Versionsdatum:  30.10.2006";
-
 std::string ConnectionReport(const SessionSettings& settings) {
   std::string report;
   const auto line = [&](std::string_view text) { report.append(text).append(settings.CRLF); };
@@ -41,6 +36,11 @@ std::string ConnectionReport(const SessionSettings& settings) {
   line(settings.Parity == "E" ? "Parität: gerade" : "Parität: ungerade");
   line("Datenbits: 7");
   return report + "COM-Port: " + ToText(settings.ComPort);
+}
+
+std::string Information(const SessionSettings& settings) {
+  return "Information zu diesem Programm:" + settings.CR + settings.LF + settings.LF +
+         "Versionsnummer: 4.00" + settings.CRLF + "Versionsdatum:  30.10.2006";
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void Start::UpdateProgram() {
 }
 
 void Start::ShowInformation() {
-  host_.windows.ShowMessage(kInformation);
+  host_.windows.ShowMessage(Information(settings_));
 }
 
 void Start::RunGuarded(Command command) {

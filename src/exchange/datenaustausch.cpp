@@ -1,12 +1,12 @@
 // The polls, their buttons, and the loading of names.
 #include "exchange/datenaustausch.h"
 
-#include <cmath>
 #include <optional>
 #include <string>
 
 #include "chooser/file_chooser.h"
 #include "exchange/reply_display.h"
+#include "link/wait.h"
 #include "platform/text.h"
 #include "session/window_table_messages.h"
 #include "tables/mes_table.h"
@@ -15,7 +15,7 @@
 namespace ox {
 namespace {
 
-constexpr float kRestSeconds = 10.0F;  // from a cyclic poll's display to the next poll
+constexpr Seconds kBetweenPolls = 10.0F;  // from a cyclic poll's display to the next poll
 
 /// What is shown of a reply to "Abruf Z": its framing character and one record.
 constexpr std::size_t kZReplyLength = 24;
@@ -45,14 +45,14 @@ Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChoose
       host_(host),
       settings_(settings),
       chooser_(chooser),
-      due_(host, settings, datanz) {
+      Due_(host, settings, datanz) {
   Abbruch.SetEnabled(false);
   Einzelabruf.onClick = [this] { PollSingle(); };
   Abruf_Y.onClick = [this] { PollZ(); };
   Sammelabruf.onClick = [this] { Poll(Bytes(kCollectiveRequest), true); };
   Zyklischer_Abruf.onClick = [this] { PollCyclically(); };
   Zeitabruf.onClick = [this] { Poll(Bytes(kTimeRequest), false); };
-  Abbruch.onClick = [this] { abortRequested_ = true; };
+  Abbruch.onClick = [this] { AbortRequested_ = true; };
   Verlassen.onClick = [this] { RequestClose(); };
   duemstwal.onClick = [this] { LoadTable(); };
 }
@@ -62,17 +62,17 @@ void Datenaustausch::OnActivate() {
 }
 
 void Datenaustausch::OnCloseWhileRunning() {
-  abortRequested_ = true;
+  AbortRequested_ = true;
 }
 
 void Datenaustausch::OnClose() {
-  due_.ClosePort();
+  Due_.ClosePort();
   Unload();
 }
 
 void Datenaustausch::OnFailure() {
   // A failure in a nested handler leaves the poll under way alone.
-  if (running_ == Running::kNothing) due_.ClosePort();
+  if (running_ == Running::kNothing) Due_.ClosePort();
   tableLocks_ = false;
   ShowLock();
 }
@@ -99,9 +99,9 @@ void Datenaustausch::Poll(const Bytes& request, bool multiRecord) {
 }
 
 void Datenaustausch::PollCyclically() {
-  abortRequested_ = false;
+  AbortRequested_ = false;
   RunLocked(Running::kCyclicPoll, [this] {
-    while (!abortRequested_) {
+    while (!AbortRequested_) {
       ShowValues(Exchange(Bytes(kCollectiveRequest), true));
       RestBetweenPolls();
     }
@@ -118,11 +118,8 @@ void Datenaustausch::RunLocked(Running kind, const std::function<void()>& work) 
 }
 
 void Datenaustausch::RestBetweenPolls() {
-  const float start = host_.clock.SecondsSinceMidnight();
-  // Midnight makes the difference large and ends the wait.
-  while (!abortRequested_ && std::abs(start - host_.clock.SecondsSinceMidnight()) < kRestSeconds) {
-    host_.windows.Rest();
-  }
+  // Midnight ends the wait.
+  Pause(host_, Difference{host_.clock.SecondsSinceMidnight(), kBetweenPolls}, AbortRequested_);
 }
 
 void Datenaustausch::LoadTable() {
@@ -156,7 +153,7 @@ bool Datenaustausch::ReadNames(const std::string& path) {
 Bytes Datenaustausch::Exchange(const Bytes& request, bool multiRecord) {
   MarkStartTime();
   datanz.SetText("");
-  return due_.DeviceDialogue(request, multiRecord);
+  return Due_.DeviceDialogue(request, multiRecord);
 }
 
 void Datenaustausch::ShowValues(BytesView reply) {
@@ -173,7 +170,7 @@ bool Datenaustausch::Refused(std::optional<std::string_view> refusal) {
 }
 
 void Datenaustausch::MarkStartTime() {
-  startTime_ = host_.clock.SecondsSinceMidnight();
+  StartTime_ = host_.clock.SecondsSinceMidnight();
 }
 
 void Datenaustausch::LockButtons() {

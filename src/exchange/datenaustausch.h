@@ -47,7 +47,7 @@ class Datenaustausch : public Window {
   TextBox mewanz{*this, "mewanz"};  // values
 
   /// When the last exchange began, in seconds since midnight.
-  float StartTime() const { return startTime_; }
+  float StartTime() const { return StartTime_; }
 
  protected:
   void OnActivate() override;
@@ -91,12 +91,12 @@ class Datenaustausch : public Window {
   FileChooser& chooser_;
   /// What every poll locks.
   ControlLock buttons_{&Zeitabruf, &Sammelabruf, &Verlassen, &Abruf_Y, &Zyklischer_Abruf, &Einzelabruf};
-  DeviceLink due_;  // the window's serial line
+  DeviceLink Due_;  // the window's serial line
   NameIndex nameIndex_;
-  float startTime_ = 0;
+  float StartTime_ = 0;
   Running running_ = Running::kNothing;
   bool tableLocks_ = false;      // a table is being loaded, or the last one could not be read
-  bool abortRequested_ = false;  // read by the cyclic poll alone
+  bool AbortRequested_ = false;  // read by the cyclic poll alone
 };
 
 }  // namespace ox

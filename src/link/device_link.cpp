@@ -2,18 +2,11 @@
 // work.
 #include "link/device_link.h"
 
-#include "link/link_messages.h"
-#include "platform/text.h"
+#include "link/line_protocol.h"
+#include "link/port_failure.h"
 
 namespace ox {
 namespace {
-
-constexpr BytesView kReady = "A";
-constexpr BytesView kAcknowledgement = "A";
-constexpr BytesView kRefusal = "N";
-constexpr BytesView kDeviceNo = "N";
-constexpr BytesView kDeviceEnd = "R";
-constexpr BytesView kEndOfRecords = "E\r";
 
 constexpr std::string_view kWrongAnswer = "Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!";
 
@@ -46,35 +39,35 @@ Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord) {
     line_.OpenPort();
     if (!Converse(request, multiRecord, result)) {
       line_.WriteTrace("TN");
-      line_.Send(kRefusal);
+      line_.Send(kNo);
       host_.windows.ShowMessage(kWrongAnswer);
     }
     return result;
   } catch (const PortError&) {
-    host_.windows.ShowMessage(ToText(settings_.ComPort) + std::string(kPortFailure));
+    host_.windows.ShowMessage(PortFailure(settings_, PortNaming::kNumber));
     return {};
   }
 }
 
 bool DeviceLink::Converse(const Bytes& request, bool multiRecord, Bytes& result) {
-  if (waits_.WakeUp() != kReady) return false;
+  if (waits_.WakeUp() != kYes) return false;
   line_.WriteTrace("T" + request);
   line_.Send(request);
-  line_.Received().Clear();
+  waits_.DropReceived();
   return CollectLines(multiRecord, result);
 }
 
 bool DeviceLink::CollectLines(bool multiRecord, Bytes& result) {
   for (;;) {
-    const Bytes part = waits_.CollectReply(LineWaits::kDialogueWait);
+    const Bytes part = waits_.CollectReply(kDialogueWait);
     if (part.empty()) return false;
     line_.WriteTrace("R" + part);
-    if (part == kDeviceNo) continue;
-    if (part == kDeviceEnd) return true;
+    if (part == kNo) continue;
+    if (part == kEndOfDialogue) return true;
     result += part;
     if (!multiRecord || part == kEndOfRecords) {
       line_.WriteTrace("TA");
-      line_.Send(kAcknowledgement);
+      line_.Send(kYes);
       return true;
     }
   }

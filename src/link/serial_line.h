@@ -1,11 +1,10 @@
-// The serial line of a window: its port, its receive buffer and its trace panel.
+// The serial line of a window: its port and its trace panel.
 #pragma once
 
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "link/receive_buffer.h"
 #include "session/session_settings.h"
 #include "ui/controls.h"
 #include "ui/host.h"
@@ -34,11 +33,8 @@ class SerialLine {
   /// Sends the text as it stands. Throws PortError.
   void Send(BytesView text) { port_->Output(text); }
 
-  /// Everything that has arrived; empty when nothing has. Throws PortError.
-  Bytes Take() { return port_->Input(); }
-
-  /// Switches the port's data-terminal-ready line. Throws PortError.
-  void SetModemLine(bool on) { port_->SetModemLine(on); }
+  /// To read from, and for its modem line.
+  SerialPort& Port() { return *port_; }
 
   /// Adds a line to the trace and lets it be painted. The first character of `entry` is "T" for sent, any
   /// other for received; the rest went over the line. A final CR is shown as "<CR>". The newest 256 KB of the
@@ -47,16 +43,12 @@ class SerialLine {
 
   void ClearTrace() { trace_.SetText(""); }
 
-  /// Characters taken from the port and not yet consumed.
-  ReceiveBuffer& Received() { return received_; }
-
  private:
   Host& host_;
   const SessionSettings& settings_;
   TextBox& trace_;
   TraceLabels labels_;
   std::unique_ptr<SerialPort> port_;
-  ReceiveBuffer received_;
 };
 
 }  // namespace ox

@@ -1,8 +1,7 @@
-// Verbindungstest: finds out whether a device answers, with which baud rate and parity, and what it is.
+// Verbindungstest: shows how a device is searched for.
 #pragma once
 
-#include <memory>
-
+#include "link/device_search.h"
 #include "session/session_settings.h"
 #include "ui/controls.h"
 #include "ui/host.h"
@@ -10,9 +9,8 @@
 
 namespace ox {
 
-/// Runs the test as soon as it is shown and closes itself. The result stands in the session settings:
-/// `Connected`, `BaudRate`, `Parity`, `DeviceIdent`.
-class Verbindungstest : public Window {
+/// Searches as soon as it is shown and closes itself. The result stands in the session settings.
+class Verbindungstest : public Window, private SearchObserver {
  public:
   Verbindungstest(Host& host, SessionSettings& settings);
 
@@ -28,22 +26,11 @@ class Verbindungstest : public Window {
   void OnFailure() override;
 
  private:
-  enum class ProbeResult { kNoAnswer = 0, kFound = 1, kPortFailure = 2 };
-
-  void TestConnection();
-  void NormaliseSettings();
-  void ShowPair(const Bytes& baud, const Bytes& parity);
-  /// Shows the pair, probes it and, when a device answered, makes it the session's. One attempt.
-  ProbeResult Try(const Bytes& baud, const Bytes& parity);
-  ProbeResult Probe(const Bytes& baud, const Bytes& parity);
-  /// True when the port is open with the pair and the wake-up is sent; otherwise the user has been told.
-  bool BeginProbe(const Bytes& baud, const Bytes& parity);
-  ProbeResult Identify();
-  bool Elapsed(float start, float seconds) const;
+  void TryPair(BytesView baud, BytesView parity) override;
+  void Tell(std::string_view message) override;
 
   Host& host_;
   SessionSettings& settings_;
-  std::unique_ptr<SerialPort> port_;
 };
 
 /// Shows a fresh connection test and returns when it has ended; its result stands in the session settings.

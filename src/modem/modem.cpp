@@ -1,13 +1,13 @@
 // The modem window's commands.
 #include "modem/modem.h"
 
+#include "link/line_protocol.h"
 #include "modem/modem_requests.h"
 #include "platform/text.h"
 
 namespace ox {
 namespace {
 
-constexpr BytesView kAccepted = "A";
 constexpr std::string_view kRefused = "Achtung: Modem hat Daten nicht angenommen!";
 
 }  // namespace
@@ -83,7 +83,7 @@ bool Modem::Passes(const std::optional<Finding>& finding, TextBox& field) {
 
 void Modem::SendRequest(const Bytes& request) {
   WithModem([&] {
-    if (link_.ModemDialogue(request) != kAccepted) host_.windows.ShowMessage(kRefused);
+    if (link_.ModemDialogue(request) != kYes) host_.windows.ShowMessage(kRefused);
   });
 }
 

@@ -1,26 +1,14 @@
 // The modem's dialogue, step by step.
 #include "modem/modem_link.h"
 
-#include <cmath>
-#include <string>
-
-#include "link/link_messages.h"
-#include "platform/text.h"
+#include "link/line_protocol.h"
+#include "link/port_failure.h"
+#include "link/wait.h"
 
 namespace ox {
 namespace {
 
-constexpr BytesView kReady = "A";
-constexpr BytesView kRefusal = "N";
-constexpr BytesView kModemNo = "N";
-constexpr BytesView kModemEnd = "R";
-constexpr BytesView kModemNoAndEnd = "NR";
-
 constexpr std::string_view kWrongAnswer = "Modem antwortet nicht oder falsch: Prozedur abgebrochen!";
-
-constexpr float kPauseSeconds = 1.0F;
-/// Only the first seconds of a day wait so long; see WaitForInput.
-constexpr int kCallWait = 10;
 
 }  // namespace
 
@@ -51,23 +39,23 @@ Bytes ModemLink::ModemDialogue(const Bytes& request) {
 }
 
 bool ModemLink::WakeModem() {
-  if (waits_.WakeUp() == kReady) return true;
+  if (waits_.WakeUp() == kYes) return true;
   line_.WriteTrace("TN");
-  line_.Send(kRefusal);
+  line_.Send(kNo);
   host_.windows.ShowMessage(kWrongAnswer);
   return false;
 }
 
 Bytes ModemLink::AwaitAnswer() {
   for (;;) {
-    Bytes part = waits_.WaitForInput(LineWaits::kDialogueWait);
+    Bytes part = waits_.WaitForInput(kDialogueWait);
     if (part.empty()) {
       host_.windows.ShowMessage(kWrongAnswer);
       return {};
     }
     line_.WriteTrace("R" + part);
-    if (part == kModemEnd || part == kModemNoAndEnd) return {};
-    if (part != kModemNo) return part;
+    if (part == kEndOfDialogue || part == kNoAndEndOfDialogue) return {};
+    if (part != kNo) return part;
     // A modem may say no without end, a user who closes the window need not hear it out.
     if (stopped_) return {};
   }
@@ -85,18 +73,15 @@ void ModemLink::CallForData() {
 }
 
 void ModemLink::PauseModemLine() {
-  line_.SetModemLine(false);
-  const float start = host_.clock.SecondsSinceMidnight();
-  // The difference counts without its sign: midnight ends the pause.
-  while (!stopped_ && std::abs(host_.clock.SecondsSinceMidnight() - start) < kPauseSeconds) {
-    host_.windows.Rest();
-  }
-  line_.SetModemLine(true);
+  line_.Port().SetModemLine(false);
+  // Midnight ends the pause.
+  Pause(host_, Difference{host_.clock.SecondsSinceMidnight(), kModemPause}, stopped_);
+  line_.Port().SetModemLine(true);
 }
 
 void ModemLink::TraceInput() {
   while (!stopped_) {
-    const Bytes got = waits_.WaitForInput(kCallWait);
+    const Bytes got = waits_.WaitForInput(kModemCallWait);
     if (got.empty()) return;
     line_.WriteTrace("R" + got);
   }
@@ -104,7 +89,7 @@ void ModemLink::TraceInput() {
 
 void ModemLink::ReportPortFailure() {
   line_.ClosePort();
-  host_.windows.ShowMessage(ToText(settings_.ComPort).append(kPortFailure));
+  host_.windows.ShowMessage(PortFailure(settings_, PortNaming::kNumber));
 }
 
 }  // namespace ox

@@ -21,4 +21,7 @@ constexpr char ByteOf(unsigned value) {
   return static_cast<char>(static_cast<unsigned char>(value & 0xFFU));
 }
 
+/// Around a value in settings, table and loader files.
+constexpr char kQuote = '"';
+
 }  // namespace ox

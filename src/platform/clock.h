@@ -13,13 +13,16 @@ struct CivilTime {
   int second = 0;  // 0 to 60
 };
 
+/// A time of day or a length of time, in single precision: in the evening a step of the clock is 8 ms.
+using Seconds = float;
+
 class Clock {
  public:
   virtual ~Clock() = default;
 
   /// Seconds since local midnight with their fraction, rounded to single precision: falls back to 0 at
   /// midnight.
-  virtual float SecondsSinceMidnight() = 0;
+  virtual Seconds SecondsSinceMidnight() = 0;
 
   virtual CivilTime Now() = 0;
 };

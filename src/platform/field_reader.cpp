@@ -9,7 +9,6 @@ namespace ox {
 namespace {
 
 constexpr char kBlank = ' ';
-constexpr BytesView kQuote = "\"";
 constexpr BytesView kFieldEnds = ",\r\n";
 
 }  // namespace
@@ -18,8 +17,8 @@ BytesView FieldReader::Next() {
   rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlank), rest_.size()));
   BytesView field;
   if (rest_.starts_with(kQuote)) {
-    rest_.remove_prefix(kQuote.size());
-    field = TakeUpTo(kQuote);
+    rest_.remove_prefix(1);
+    field = TakeUpTo(BytesView(&kQuote, 1));
     TakeUpTo(kFieldEnds);
   } else {
     field = TakeUpTo(kFieldEnds);

@@ -26,7 +26,7 @@ class TurnMark {
 PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
     : Window(host.windows, "PowerMonitor", "Stromversorgungsmonitor der Orvanexe"),
       host_(host),
-      link_(host, settings, datanz, TraceMode::kLatestOnly),
+      Due_(host, settings, datanz, TraceMode::kLatestOnly),
       log_(host.files) {
   MonitorStart.onClick = [this] { StartMonitoring(); };
   MonitorStop.onClick = [this] { StopRequested_ = true; };
@@ -97,7 +97,7 @@ void PowerMonitor::Sample() {
   // A preset that the user gives while this request is on its way belongs to the next one.
   const Bytes request = BuildStatusRequest(PresetCharge_);
   if (IsPreset(PresetCharge_)) PresetCharge_ = kNoPreset;
-  const Bytes reply = link_.DeviceDialogue(request, false);
+  const Bytes reply = Due_.DeviceDialogue(request, false);
   if (reply.empty()) {
     StopMonitoring();
     return;
@@ -128,7 +128,7 @@ void PowerMonitor::ShowTexts(const PowerStatusTexts& texts) {
 }
 
 void PowerMonitor::Leave() {
-  link_.ClosePort();
+  Due_.ClosePort();
   Unload();
 }
 

@@ -66,7 +66,7 @@ class PowerMonitor : public Window {
 
   Host& host_;
   ControlLock whileIdle_{&MonitorStart, &Verlassen};
-  DeviceLink link_;
+  DeviceLink Due_;
   PowerLog log_;
   LogRule logRule_;
   int PresetCharge_ = kNoPreset;

@@ -1,23 +1,14 @@
 // Wake-up, frame and reply on the line to the loader, and the way into the loader.
 #include "programming/loader_link.h"
 
-#include <cmath>
-
-#include "link/line_waits.h"
-#include "platform/line_ends.h"
+#include "link/line_protocol.h"
+#include "link/port_waits.h"
 #include "programming/block_frame.h"
 
 namespace ox {
 namespace {
 
 constexpr BytesView kLoaderSettings = "19200,n,8,1";
-
-constexpr BytesView kWakeUp = "S";
-constexpr BytesView kNotAwake = "N";
-constexpr int kWakeUpSeconds = 1;
-
-constexpr BytesView kUpdateRequest = "S@UPDATEREQ\r";
-constexpr BytesView kUpdateAcknowledgement = "@UPDATEACK\r";
 
 }  // namespace
 
@@ -47,22 +38,15 @@ bool LoaderLink::RequestUpdateMode() {
 }
 
 bool LoaderLink::AwaitAcknowledgement() {
-  const float start = machine_.clock.SecondsSinceMidnight();
-  Bytes reply;
-  do {
-    machine_.events.Rest();
-    reply += Duep_->Input();
-  } while (!reply.ends_with(kCr) && reply.size() <= LineWaits::kLongestReply &&
-           std::abs(start - machine_.clock.SecondsSinceMidnight()) <
-               static_cast<float>(kAcknowledgementSeconds));
-  return reply == kUpdateAcknowledgement;
+  const Difference rule{machine_.clock.SecondsSinceMidnight(), kAcknowledgementWait};
+  return PiecesToCr(machine_, *Duep_, rule) == kUpdateAcknowledgement;
 }
 
 Bytes LoaderLink::SendBlock(const LoaderRequest& request, std::size_t address, BytesView data) {
   Duep_->Input();  // what is left over from before must not pass for a reply
   Duep_->Output(kWakeUp);
-  if (WaitForReply(kWakeUpSeconds) != kAccepted) {
-    Duep_->Output(kNotAwake);
+  if (WaitForReply(kLoaderWakeUpWait) != kYes) {
+    Duep_->Output(kNo);
     return {};
   }
   Duep_->Output(BuildBlockFrame(request.letter, address, data));
@@ -70,13 +54,7 @@ Bytes LoaderLink::SendBlock(const LoaderRequest& request, std::size_t address, B
 }
 
 Bytes LoaderLink::WaitForReply(int seconds) {
-  const float end = machine_.clock.SecondsSinceMidnight() + static_cast<float>(seconds);
-  Bytes reply;
-  do {
-    machine_.events.Rest();
-    reply = Duep_->Input();
-  } while (reply.empty() && machine_.clock.SecondsSinceMidnight() <= end);
-  return reply;
+  return FirstPiece(machine_, *Duep_, Until{seconds});
 }
 
 }  // namespace ox

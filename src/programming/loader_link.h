@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "link/line_protocol.h"
 #include "platform/machine.h"
 #include "programming/loader_requests.h"
 #include "session/session_settings.h"
@@ -37,20 +38,13 @@ class LoaderLink {
 
   /// Whether the loader answers a frame with exactly "A".
   bool Accepts(const LoaderRequest& request, std::size_t address = 0, BytesView data = {}) {
-    return SendBlock(request, address, data) == kAccepted;
+    return SendBlock(request, address, data) == kYes;
   }
-
-  /// The longest wait for the acknowledgement of the update request.
-  static constexpr int kAcknowledgementSeconds = 5;
-
-  static constexpr BytesView kAccepted = "A";
-  static constexpr BytesView kRefused = "N";
 
  private:
   void Open(BytesView lineSettings);
   bool AwaitAcknowledgement();
-  /// The first piece that the port delivers; empty when the clock passes `seconds` from now. A wait that
-  /// midnight overtakes ends only with input, since the clock falls back to 0.
+  /// The first piece that the port delivers; empty after `seconds`.
   Bytes WaitForReply(int seconds);
 
   Machine& machine_;

@@ -3,8 +3,7 @@
 
 #include <string>
 
-#include "link/link_messages.h"
-#include "platform/text.h"
+#include "link/port_failure.h"
 #include "programming/block_frame.h"
 #include "programming/update_steps.h"
 
@@ -44,20 +43,20 @@ bool UpdateRun::FindDevice(std::string_view message) {
 }
 
 bool UpdateRun::EnterLoader(const Refusal& refusal) {
-  Begin(step::kEnterLoader, LoaderLink::kAcknowledgementSeconds);
+  Begin(step::kEnterLoader, kAcknowledgementWait);
   return link_.RequestUpdateMode() || Abort(refusal.Message());
 }
 
 bool UpdateRun::Probe(const LoaderRequest& request, const Refusal& refusal) {
   Begin(step::kAskLoader, request.seconds);
   const Bytes reply = Reply(request);
-  return reply == LoaderLink::kAccepted || reply == LoaderLink::kRefused || Abort(refusal.Message());
+  return reply == kYes || reply == kNo || Abort(refusal.Message());
 }
 
 bool UpdateRun::Demand(std::string_view step, const LoaderRequest& request, const Refusal& refusal) {
   Begin(step, request.seconds);
   const Bytes reply = refusal.Numbered() ? Reply(request) : link_.SendBlock(request);
-  return reply == LoaderLink::kAccepted || Abort(refusal.Message());
+  return reply == kYes || Abort(refusal.Message());
 }
 
 bool UpdateRun::WriteBlocks(std::string_view step, BytesView image, const BlockTransfer& transfer) {
@@ -66,7 +65,7 @@ bool UpdateRun::WriteBlocks(std::string_view step, BytesView image, const BlockT
   for (std::size_t block = 0; block < blocks; ++block) {
     if (block % transfer.markPeriod == transfer.markPhase) Mark();
     const std::size_t address = block * kBlockSize;
-    if (Reply(transfer.write, address, image.substr(address, kBlockSize)) != LoaderLink::kAccepted)
+    if (Reply(transfer.write, address, image.substr(address, kBlockSize)) != kYes)
       return Abort(transfer.refusal.Message());
     observer_.BlockSent(block);
   }
@@ -103,7 +102,7 @@ UpdateEnd RunUpdate(LoaderLink& link, const DeviceSearch& search, UpdateObserver
   try {
     return steps(run) ? UpdateEnd::kSucceeded : UpdateEnd::kFailed;
   } catch (const PortError&) {
-    run.Abort("COM" + ToText(link.Session().ComPort) + std::string(kPortFailure));
+    run.Abort(PortFailure(link.Session(), PortNaming::kCom));
     return UpdateEnd::kFailed;
   }
 }

@@ -13,7 +13,7 @@ struct SessionSettings {
   Bytes CR{kCr};
   Bytes LF{kLf};
   Bytes CRLF{kCrLf};
-  Bytes Quote = "\"";
+  Bytes Quote{kQuote};
   Bytes BaudRate = "9600";  // decimal digits
   Bytes Parity = "O";       // "O" odd, "E" even
   Bytes ComPort = "1";      // "1" to "4"; the settings file may name any other character

@@ -10,7 +10,6 @@ namespace ox {
 namespace {
 
 constexpr char kSlash = '/';
-constexpr char kQuote = '"';
 constexpr std::size_t kMarkWidth = 2;  // from a mark's opening slash to its closing one
 
 }  // namespace

@@ -47,7 +47,8 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-struct PosixFilesTest : testing::Test {
+class PosixFilesTest : public testing::Test {
+ protected:
   ~PosixFilesTest() override { failing.clear(); }
 
   ScratchFolder scratch_;

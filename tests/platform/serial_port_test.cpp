@@ -31,7 +31,8 @@ struct FarEnd : sim::PtyLine {
   sim::PortLink link{"COM1", Path()};
 };
 
-struct SerialPortTest : testing::Test {
+class SerialPortTest : public testing::Test {
+ protected:
   void Open(std::string_view settings = kUsual, int number = 1) {
     port_->Close();
     port_->SetSettings(settings);

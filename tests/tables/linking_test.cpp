@@ -43,13 +43,13 @@ TEST(Linking, PointsGetTheDigitsOfTheirFirstAssignment) {
   const Texts questions = {"? Warnung: Zur Messstellennummer 33333333 wurde keine Zuordnung gefunden!",
                            "? Warnung: Zur Messstellennummer 44444444 wurde keine Zuordnung gefunden!"};
   const Texts damaged = {"Warnung: Fehler in der Zuordnung zur Messstellennummer 11111111"};
-  const Texts broken_entry = {"Abbruch(7): Messstellentabelle fehlerhaft!"};
+  const Texts brokenEntry = {"Abbruch(7): Messstellentabelle fehlerhaft!"};
   struct Case {
     Bytes points;
     Bytes assignments;
     Bytes linked;
     Texts told;
-    bool go_on = true;
+    bool goOn = true;
   };
   for (const Case& c : {
            Case{points, kAssignments, linked, {}},
@@ -61,11 +61,11 @@ TEST(Linking, PointsGetTheDigitsOfTheirFirstAssignment) {
            {"_______", "________", "", {"Abbruch(4): Messstellentabelle leer!"}},
            {"Keine_Al", kAssignments, "", {"Abbruch(5): Messstellentabelle leer!"}},
            {"Stand___", kAssignments, "", {"Abbruch(6): Messstellentabelle fehlerhaft!"}},
-           {Office(Point("11111111") + "1"), kAssignments, "", broken_entry},
-           {"Stand__Amt_123_" + Point("11111111") + "_x_", kAssignments, "", broken_entry},
+           {Office(Point("11111111") + "1"), kAssignments, "", brokenEntry},
+           {"Stand__Amt_123_" + Point("11111111") + "_x_", kAssignments, "", brokenEntry},
        }) {
     RecordedMessages messages;
-    messages.answer = c.go_on;
+    messages.answer = c.goOn;
     EXPECT_EQ(AttachAssignments(Packed(c.points), Packed(c.assignments), messages), Packed(c.linked));
     EXPECT_EQ(messages.texts, c.told) << c.points;
   }

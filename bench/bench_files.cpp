@@ -28,7 +28,7 @@ constexpr double kLinkLimit = 20;
 constexpr double kLoadLimit = 5;
 constexpr double kPackLimit = 50;
 
-/// A figure is worth nothing when the work went wrong.
+/// A figure counts only when the work succeeded.
 void Check(bool good, const char* what) {
   if (good) return;
   std::cerr << "bench_files: " << what << std::endl;

@@ -65,7 +65,7 @@ int main(int argumentCount, char** arguments) {
   XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
   XSync(display, 0);
   constexpr unsigned kPatienceSeconds = 60;
-  alarm(kPatienceSeconds);  // a program that shows no window ends the figures, not the waiting
+  alarm(kPatienceSeconds);  // ends the figures when a program shows no window
 
   TimeStart(display, arguments[2]);  // the first start warms the caches
   std::vector<double> times;

@@ -24,7 +24,7 @@ constexpr BytesView kMesFile =
 constexpr BytesView kParFile = "/P/\"0001\"/T/\"Hoehe\"/M/\"m/s\"\n/P/\"1023\"/T/\"123456789\"/M/\"cm \"/E/";
 constexpr BytesView kZuoFile = "/N/\"11111111\"/P/\"0001,1023\"\n/N/\"16777216\"/P/\"1023\"\n/E/";
 
-/// A file is told of in one report or packed as a whole.
+/// A file is reported once or packed as a whole.
 Bytes Parsed(Bytes (*parse)(const TableText&, TableMessages&), BytesView file, BytesView end) {
   CountedMessages messages;
   Bytes packed = parse(TableText(file), messages);
@@ -32,7 +32,7 @@ Bytes Parsed(Bytes (*parse)(const TableText&, TableMessages&), BytesView file, B
   return packed;
 }
 
-/// What the parser lets through, linking walks through; it refuses only tables without an office.
+/// Linking can read what the parser accepts; it refuses only tables without an office.
 void CheckPoints(const Bytes& points) {
   CountedMessages messages;
   const bool offices = points.find('\0', points.find('\0') + 2) + 1 != points.size();

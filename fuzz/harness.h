@@ -1,4 +1,4 @@
-// What every harness is made of: it defines Fuzz and says there what must hold.
+// What all harnesses share. Each defines Fuzz, which checks what must hold.
 #pragma once
 
 #include <cstdint>

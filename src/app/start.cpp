@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kCaption = "Orvanexe Service";
 
-/// The wording names generation II also where it leads to the window of generation III.
+/// The text names generation II also where the window of generation III is opened.
 constexpr std::string_view kUpdateWarning =
     "Wichtiger Hinweis:\r\n"
     "\r\n"
@@ -80,7 +80,7 @@ void Start::OnLoad() {
 }
 
 void Start::OnUnload() {
-  // Settings whose reading broke off must not replace those of the file.
+  // When reading the settings was broken off, the file must keep what it holds.
   if (settingsLoaded_) SaveSettings(host_.files, settings_, {MenueTools, MenuModem});
 }
 

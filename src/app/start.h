@@ -1,4 +1,4 @@
-// Start: the main window, nothing but its menu bar.
+// Start: the main window, which consists of its menu bar.
 #pragma once
 
 #include <array>

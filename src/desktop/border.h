@@ -6,8 +6,8 @@
 
 namespace ox {
 
-/// Runs what an event of the toolkit asks of the program. The toolkit cannot be left by an exception, so one
-/// that a window did not keep to itself ends here.
+/// Runs what an event of the toolkit asks of the program. An exception must not pass through the toolkit, so
+/// an exception that no window has caught ends here.
 template <class Action>
 void AtBorder(Action action) noexcept {
   try {

@@ -33,7 +33,7 @@ void TieMenu(MenuEntry& control, QMenu& widget);
 /// The ticks come from the form's thread and end with the form.
 void TieTimer(Timer& control, QWidget& form);
 
-/// Whether the user's hand reaches the widget: it can be used, and no box stands before its window.
+/// Whether a user could operate the widget: it can be used, and no box is open over its window.
 bool WithinReach(const QWidget& widget);
 
 /// Runs what the user did at the widget, and returns whether it was within his reach. Assistive technology

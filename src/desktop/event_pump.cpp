@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds kLongestRest{50};
 EventPump::EventPump(const OpenPorts& ports) : ports_(ports) {
   beat_.setTimerType(Qt::PreciseTimer);
   beat_.setInterval(kLongestRest);
-  // A wait rests hundreds of times: the beat is not started and stopped for each of them.
+  // A wait rests hundreds of times, so the timer goes on between the rests.
   QObject::connect(&beat_, &QTimer::timeout, &beat_, [this] {
     if (resting_ == 0) beat_.stop();
   });

@@ -14,7 +14,7 @@ struct NamedForm {
   std::unique_ptr<QWidget> (*make)(QWidget* parent);
 };
 
-/// Names for a screen reader what the toolkit adds by itself, and no form can name.
+/// Names, for a screen reader, the handles that the toolkit adds and a form cannot name.
 void NameHandles(QWidget& form) {
   for (QSizeGrip* grip : form.findChildren<QSizeGrip*>()) {
     grip->setAccessibleName(QStringLiteral("Fenstergröße"));
@@ -24,7 +24,7 @@ void NameHandles(QWidget& form) {
   }
 }
 
-/// What a form shows in Courier stands in columns: where there is no such font, it is another of fixed pitch.
+/// A form shows columns in Courier. Where that font is missing, another font of fixed pitch takes its place.
 void KeepColumns(QWidget& form) {
   for (QWidget* widget : form.findChildren<QWidget*>()) {
     QFont font = widget->font();

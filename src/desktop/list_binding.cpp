@@ -18,9 +18,9 @@ QStringList ItemsOf(const ListBox& control) {
 }
 
 /// Hands on what the user does in an open list: every click selects, also one on the line that is selected
-/// already; a double click or Enter chooses for good, whatever the desktop's style makes of a single click.
-/// The first arrow key selects the line that has the focus: the toolkit would pass it by, and an only line
-/// could not be selected.
+/// already; a double click or Enter chooses for good, whatever a single click means in the desktop's style.
+/// The first arrow key selects the line that has the focus. The toolkit would go on to the next line, so the
+/// line of a list with only one could not be selected.
 class ListUser : public QObject {
  public:
   ListUser(ListBox& control, QListWidget& widget) : QObject(&widget), control_(control), widget_(widget) {

@@ -11,7 +11,8 @@ namespace ox {
 namespace {
 
 constexpr qsizetype kLongestText = 3000;  // characters; more do not fit on a screen
-/// Holds at least as many characters: a report may quote a line as long as its file.
+/// Enough bytes for so many characters. Longer texts are cut here first: a report may quote a line as long as
+/// its file.
 constexpr std::size_t kLongestBytes = 4 * (kLongestText + 1);
 
 }  // namespace

@@ -18,10 +18,10 @@ namespace ox {
 /// Needs a QApplication, and lives shorter than it. The first window shown is the main window; every other is
 /// shown over the one before it.
 ///
-/// When the program is asked to end, by the host or by the desktop session, every window is. A run that
+/// When the host or the desktop session asks the program to end, every window is asked to close. A run that
 /// writes a device ends first, and with it all that it shows; the end of the session is refused meanwhile.
-/// Message boxes are answered as if they were closed, and told on the standard error stream. ShowModal shows
-/// nothing any more but what a run needs.
+/// Message boxes are answered as if they were closed, and told on the standard error stream. From then on
+/// ShowModal shows only what a run needs.
 class QtWindowSystem : public WindowSystem {
  public:
   /// `ports` are those that Rest waits on; `awake` says whether a run is under way. All outlive the window

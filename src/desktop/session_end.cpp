@@ -19,7 +19,7 @@ SessionEnd::SessionEnd(std::function<bool()> busy, std::function<void()> end)
 }
 
 void SessionEnd::Answer(QSessionManager& session) {
-  if (!busy_()) return;  // another program may still refuse: we go when we are told to
+  if (!busy_()) return;  // another program may still refuse; the program ends when it is told to
   session.cancel();
   AtBorder([this] { end_(); });
 }

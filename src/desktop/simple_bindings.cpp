@@ -82,7 +82,8 @@ void TieCheckBox(CheckBox& control, QCheckBox& widget) {
 
 void TieLabel(Label& control, QLabel& widget) {
   widget.setTextFormat(Qt::PlainText);
-  // A form says so of a label above other widgets that mostly has nothing to say.
+  // The form sets this property for a label that is empty most of the time and would take room from other
+  // widgets.
   const bool hiddenWhenEmpty = widget.property("hiddenWhenEmpty").toBool();
   Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [&control, &widget, hiddenWhenEmpty](Change change) {

@@ -1,13 +1,13 @@
-// A label whose text says nothing about its size.
+// A label whose size does not depend on its text.
 #pragma once
 
 #include <QLabel>
 
 namespace ox {
 
-/// One line for a text that comes and grows while the window is shown: as wide as its layout makes it and as
-/// high as a line, whatever it says. A text that does not fit keeps its end in sight, "…" in front; a tooltip
-/// shows the whole of it.
+/// One line for a text that changes while the window is shown. Its width comes from the layout, and it is as
+/// high as one line, whatever the text. Of a text that does not fit the end is shown, with "…" in front; a
+/// tooltip shows the whole text.
 class SteadyLabel : public QLabel {
  public:
   using QLabel::QLabel;

@@ -12,7 +12,7 @@
 namespace ox {
 namespace {
 
-/// Where a reader of a text stands: what is in sight, and his cursor with what it has selected.
+/// A reader's place in a text: what is in sight, the cursor, and what is selected.
 struct Place {
   int top = 0;
   int left = 0;
@@ -26,7 +26,7 @@ Place PlaceIn(const QPlainTextEdit& widget) {
           cursor.position()};
 }
 
-/// As near to the place as the text lets.
+/// Goes to the place, or as near to it as the text allows.
 void GoTo(const Place& place, QPlainTextEdit& widget) {
   QTextCursor cursor(widget.document());
   const int end = widget.document()->characterCount() - 1;
@@ -37,8 +37,8 @@ void GoTo(const Place& place, QPlainTextEdit& widget) {
   widget.horizontalScrollBar()->setValue(place.left);
 }
 
-/// Shows a text that is replaced under the eyes of its reader, who keeps his place, and a growing one at the
-/// cost of what was added. The widget owns it.
+/// Shows a text that grows, at the cost of what was added. When the text is replaced, its reader keeps his
+/// place. The widget owns it.
 class Trace : public QObject {
  public:
   Trace(const TextBox& control, QPlainTextEdit& widget)

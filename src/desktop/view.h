@@ -23,7 +23,7 @@ class View : public QObject {
   /// Loads and shows the window, and returns when it has gone from the screen.
   void Run();
 
-  /// The program is to end: so does the window, when its command has ended.
+  /// The program is to end: the window closes when its command has ended.
   void RequestEnd() { window_.RequestEnd(); }
 
   QWidget* Form() const { return form_.get(); }

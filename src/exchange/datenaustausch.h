@@ -71,10 +71,10 @@ class Datenaustausch : public Window {
   void Poll(const Bytes& request, bool multiRecord);
   /// Does the poll's work with the lock of its kind.
   void RunLocked(Running kind, const std::function<void()>& work);
-  /// Waits out the time between two cyclic polls, or until the abort.
+  /// Waits for the time between two cyclic polls, at most until the abort.
   void RestBetweenPolls();
   PollFields TypedFields() const;
-  /// True, after the message, when there is one.
+  /// Shows the message when there is one, and returns true then.
   bool Refused(std::optional<std::string_view> refusal);
 
   void MarkStartTime();

@@ -39,7 +39,8 @@ NameIndex::NameIndex(BytesView tableImage) {
       ++position;
       continue;
     }
-    // The first of several points with one number counts, and a name cut off by the table's end does not.
+    // Of several points with one number the first counts. A name that is cut off by the table's end does not
+    // count.
     if (entry.size() == kNameEnd) names_.emplace(number, ShownName(entry.substr(kNameOffset)));
     position += kEntryLength;
   }

@@ -32,7 +32,7 @@ std::optional<std::string_view> RefusalOfDigits(const PollFields& fields) {
   return std::nullopt;
 }
 
-/// A field and what follows it, or blanks in their place.
+/// A field and what follows it; blanks in place of both when the field is empty.
 Bytes Column(BytesView field, std::size_t width, BytesView after) {
   return field.empty() ? Bytes(width + after.size(), ' ') : Bytes(field).append(after);
 }

@@ -1,8 +1,8 @@
 // What the data exchange asks the device for, and the checks of the fields before it does.
 //
 // A request for single values has 20 characters in fixed columns: letter (1), office code (3), blank, number
-// of the measuring point (8), ":", blank, parameter (4), CR. A field left empty is blank, its punctuation
-// too.
+// of the measuring point (8), ":", blank, parameter (4), CR. For an empty field blanks are sent, also in
+// place of its punctuation.
 #pragma once
 
 #include <cstddef>
@@ -27,14 +27,14 @@ struct PollFields {
 /// True for an empty text, and for one of exactly `count` digits.
 bool CheckDigits(BytesView text, std::size_t count);
 
-/// The message (UTF-8) that refuses the fields for "Abruf J"; nothing when they will do.
+/// The message (UTF-8) that refuses the fields for "Abruf J"; nothing when they are right.
 std::optional<std::string_view> RefusalOfSingleRequest(const PollFields& fields);
 /// The same for "Abruf Z".
 std::optional<std::string_view> RefusalOfZRequest(const PollFields& fields);
 
 /// "Abruf J": each field may be empty.
 Bytes SingleRequest(const PollFields& fields);
-/// "Abruf Z": number and parameter are there.
+/// "Abruf Z": number and parameter must not be empty.
 Bytes ZRequest(const PollFields& fields);
 
 /// Whether number and parameter name one value; with only one of them, a reply may have several records.

@@ -14,7 +14,7 @@ namespace ox {
 
 /// No record is shown with more characters.
 inline constexpr std::size_t kMaxRecordLength = 25;
-/// Shorter ones end the display: the "E" behind several records is one.
+/// A shorter record ends the display, such as the "E" behind several records.
 inline constexpr std::size_t kMinRecordLength = 3;
 /// Records in a line of the display.
 inline constexpr std::size_t kRecordsPerLine = 3;

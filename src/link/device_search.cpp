@@ -83,7 +83,7 @@ ProbeResult Search::Probe(const Bytes& baud, const Bytes& parity) {
   try {
     result = Identify();
   } catch (const PortError&) {
-    // A line that breaks during the waits is a pair without an answer.
+    // A line that breaks during the waits counts as a pair without an answer.
   }
   port_->Close();
   return result;

@@ -7,7 +7,7 @@
 
 namespace ox {
 
-/// A queue of characters; taking one costs the same however many wait behind it. It counts what is taken.
+/// A queue of characters; taking one costs the same, however many are in it. It counts what is taken.
 class ReceiveBuffer {
  public:
   bool Empty() const { return next_ == waiting_.size(); }

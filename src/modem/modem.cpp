@@ -14,7 +14,7 @@ constexpr std::string_view kRefused = "Achtung: Modem hat Daten nicht angenommen
 
 Modem::Modem(Host& host, const SessionSettings& settings)
     : Window(host.windows, "Modem", "Modem-ZEM"), host_(host), link_(host, settings, Datanz) {
-  // Also in the middle of a command: the window then goes when the command has ended.
+  // This works during a command too: the window then goes when the command has ended.
   Command1.onClick = [this] { RequestClose(); };
   Command2.onClick = [this] { SendDate(); };
   Command3.onClick = [this] { SendMeasuredValue(); };
@@ -24,7 +24,7 @@ Modem::Modem(Host& host, const SessionSettings& settings)
 void Modem::OnLoad() {
   link_.Resume();
   commands_.Unlock();
-  // Without its port the window stays: each command tries to open it again.
+  // The window stays when its port cannot be opened: each command tries again.
   link_.OpenPort();
 }
 

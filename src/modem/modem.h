@@ -1,4 +1,4 @@
-// Modem: sends test records to a modem and shows what it says.
+// Modem: sends test records to a modem and shows its answers.
 #pragma once
 
 #include <functional>
@@ -15,8 +15,8 @@
 
 namespace ox {
 
-/// Keeps its port open for as long as it is open itself. While a command runs its buttons are disabled, all
-/// but the one that leaves.
+/// The port stays open as long as the window. While a command runs its buttons are disabled, all but the one
+/// that leaves.
 class Modem : public Window {
  public:
   Modem(Host& host, const SessionSettings& settings);

@@ -81,7 +81,7 @@ std::optional<Finding> CheckParameter(std::string_view number) {
 
 std::optional<Finding> CheckQualityFlag(std::string_view flag) {
   if (ToBytes(flag).size() > 1) return Finding{kQualityFlagError};
-  // On the text, not on its bytes: a character that the line does not know must not pass for its "?".
+  // Compared as text, not as bytes: a character that has no byte would become "?", which is a valid flag.
   if (kQualityFlags.find(flag) == std::string_view::npos) return Warning(kQualityFlagWarning, false);
   return std::nullopt;
 }

@@ -27,7 +27,7 @@ std::optional<Finding> CheckValue(std::string_view value);
 /// The flag that is sent: a blank for an empty one.
 std::string NormalisedQualityFlag(std::string_view flag);
 
-/// The value with a sign, a blank for a positive one, and with one blank less at its end.
+/// The value with a sign (a blank for a positive one); of blanks at its end one is taken away.
 std::string NormalisedValue(std::string_view value);
 
 }  // namespace ox

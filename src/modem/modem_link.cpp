@@ -56,7 +56,7 @@ Bytes ModemLink::AwaitAnswer() {
     line_.WriteTrace("R" + part);
     if (part == kEndOfDialogue || part == kNoAndEndOfDialogue) return {};
     if (part != kNo) return part;
-    // A modem may say no without end, a user who closes the window need not hear it out.
+    // A modem may answer "N" for ever; the user who closes the window ends the wait.
     if (stopped_) return {};
   }
 }

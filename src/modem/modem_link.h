@@ -27,7 +27,7 @@ class ModemLink {
   /// Has the modem send by a pause of its modem line, and traces what it says until it falls silent.
   void CallForData();
 
-  /// What goes on for as long as the modem talks ends at its next step. Holds until Resume.
+  /// Ends, at its next step, an operation that would go on as long as the modem talks. In force until Resume.
   void Stop() { stopped_ = true; }
   void Resume() { stopped_ = false; }
 

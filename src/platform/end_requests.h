@@ -14,8 +14,8 @@ class EndRequests {
   EndRequests& operator=(const EndRequests&) = delete;
   virtual ~EndRequests() = default;
 
-  /// Ready, and for good, once a request has come: there is nothing to be read from it, and a second request
-  /// adds nothing.
+  /// Ready once a request has come, and from then on. Nothing is read from it, and a second request changes
+  /// nothing.
   virtual WaitHandle Handle() const = 0;
 };
 

@@ -3,8 +3,7 @@
 
 namespace ox {
 
-/// What may not happen in the middle of a run: that the PC falls asleep by itself, by its lid or its power
-/// key, or is shut down.
+/// Prevents, during a run, that the PC falls asleep by itself, by its lid or its power key, or is shut down.
 class KeepAwake {
  public:
   KeepAwake() = default;
@@ -30,14 +29,14 @@ class KeepAwake {
     KeepAwake& host_;
   };
 
-  /// Whether a run is under way, be the host willing to stay awake for it or not.
+  /// Whether a run is under way, also when the host has not agreed to stay awake.
   bool Held() const { return held_; }
 
  private:
-  /// Asks the host; waits some tenths of a second at most. A host that cannot, or does not want to, changes
+  /// Asks the host; waits some tenths of a second at most. A host that cannot or will not stay awake changes
   /// nothing for the caller.
   virtual void Take() noexcept = 0;
-  /// The host may do as it likes again.
+  /// Ends the request: the host may sleep again.
   virtual void Release() noexcept = 0;
 
   bool held_ = false;

@@ -10,7 +10,7 @@
 
 namespace ox {
 
-/// A port that is missing, taken, forbidden, wrongly set or gone in the middle of its use.
+/// A port that is missing, taken, forbidden or wrongly set, or that was lost while it was in use.
 class PortError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -37,7 +37,7 @@ class SerialPort {
   /// Takes the port for this program alone. What had arrived before is kept.
   virtual void Open() = 0;
 
-  /// Sends out what was written first, within the time that the line needs for it, then frees the port. Does
+  /// First sends what was written, within the time that the line needs for it, then frees the port. Does
   /// nothing on a closed port and never fails.
   virtual void Close() noexcept = 0;
 
@@ -48,7 +48,7 @@ class SerialPort {
   /// rest for the next look. Empty when nothing has arrived.
   virtual Bytes Input() = 0;
 
-  /// Switches the data-terminal-ready line; a port without modem lines takes it silently.
+  /// Switches the data-terminal-ready line; does nothing on a port without modem lines.
   virtual void SetModemLine(bool on) = 0;
 };
 

@@ -16,7 +16,7 @@ constexpr std::size_t kRulerLength = 140;
 
 /// Half a second less than a minute, so that a tick that comes early does not put the line off by one more.
 constexpr float kLogSeconds = 59.5F;
-/// Further back than the rule asks for.
+/// Longer ago than the rule asks for.
 constexpr float kLongAgoSeconds = 60.0F;
 
 constexpr std::size_t kPercentWidth = 6;

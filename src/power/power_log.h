@@ -17,7 +17,7 @@ class LogRule {
   /// Makes the next sample due whatever its state. `now` in seconds since midnight.
   void Restart(float now);
 
-  /// Whether a sample of this state is to be logged; then it counts as the last one that was.
+  /// Whether a sample of this state is to be logged. If so, it counts as the last one logged.
   bool TakeIfDue(int state, float now);
 
  private:

@@ -1,4 +1,4 @@
-// The power monitor's turns.
+// What the power monitor does at each tick.
 #include "power/power_monitor.h"
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kLogNotOpened = "Fehler beim Öffnen von PowerManagementLog.txt !";
 constexpr std::string_view kLogNotWritten = "Fehler beim Schreiben von PowerManagementLog.txt !";
 
-/// Marks a turn as under way, on every way out of it no more.
+/// Marks a turn as under way as long as this object lives.
 class TurnMark {
  public:
   explicit TurnMark(bool& inTurn) : inTurn_(inTurn) { inTurn_ = true; }
@@ -51,7 +51,8 @@ void PowerMonitor::OnClose() {
 }
 
 void PowerMonitor::OnFailure() {
-  // A failure in a nested handler leaves the turn under way alone: the next one stops.
+  // When a nested handler fails, the turn under way goes on to its end, and the next one stops the
+  // monitoring.
   StopRequested_ = true;
   if (!inTurn_) StopMonitoring();
 }
@@ -83,7 +84,8 @@ void PowerMonitor::ShowIdle() {
 }
 
 void PowerMonitor::TakeTurn() {
-  // A device that answers slowly, or a message that waits for the user, outlasts the timer's interval.
+  // A turn can last longer than the timer's interval: the device answers slowly, or a message waits for the
+  // user.
   if (inTurn_) return;
   const TurnMark mark(inTurn_);
   if (StopRequested_) {
@@ -94,7 +96,7 @@ void PowerMonitor::TakeTurn() {
 }
 
 void PowerMonitor::Sample() {
-  // A preset that the user gives while this request is on its way belongs to the next one.
+  // A preset that the user sets during this request belongs to the next one.
   const Bytes request = BuildStatusRequest(PresetCharge_);
   if (IsPreset(PresetCharge_)) PresetCharge_ = kNoPreset;
   const Bytes reply = Due_.DeviceDialogue(request, false);

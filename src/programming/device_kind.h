@@ -73,8 +73,8 @@ std::span<const DeviceKind> DeviceKinds();
 /// The kind of a device by its type, or by its whole identification; null when it is none of them.
 const DeviceKind* FindDeviceKind(BytesView type);
 
-/// The kind whose program window is opened for a device of this type: any unknown one is told in the oldest
-/// window what there is to tell.
+/// The kind whose program window is opened for a device of this type: an unknown type leads to the oldest
+/// window, which tells the user.
 const DeviceKind& ProgramWindowKind(BytesView type);
 
 }  // namespace ox

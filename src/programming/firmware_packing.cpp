@@ -38,7 +38,7 @@ std::optional<Bytes> PackFirmware(BytesView loaderHex, RandomNumbers& random) {
 
 std::optional<std::string> PackFirmwareFile(const std::string& source, const std::string& target,
                                             Files& files, RandomNumbers& random) {
-  // One byte more than allowed tells a file that is too large.
+  // One byte more than allowed is read, to notice a file that is too large.
   const std::optional<Bytes> hex = files.Read(source, kMaxLoaderFile + 1);
   if (!hex) return OpeningFailed(source);
   std::optional<Bytes> packed;

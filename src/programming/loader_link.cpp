@@ -43,7 +43,7 @@ bool LoaderLink::AwaitAcknowledgement() {
 }
 
 Bytes LoaderLink::SendBlock(const LoaderRequest& request, std::size_t address, BytesView data) {
-  Duep_->Input();  // what is left over from before must not pass for a reply
+  Duep_->Input();  // drops what arrived earlier, so that it is not taken for a reply
   Duep_->Output(kWakeUp);
   if (WaitForReply(kLoaderWakeUpWait) != kYes) {
     Duep_->Output(kNo);

@@ -22,8 +22,8 @@ struct Refusal {
     return Numbered() ? "Abbruch der Programmierung(" + std::to_string(number) + "): " + all : all;
   }
 
-  /// A port that breaks counts as no reply to a request whose refusal has a number; any other leaves it to
-  /// the port's own message.
+  /// A port that breaks counts as no reply to a request whose refusal has a number; otherwise the port's own
+  /// message is shown.
   constexpr bool Numbered() const { return number != kNoNumber; }
 };
 

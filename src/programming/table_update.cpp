@@ -48,7 +48,7 @@ bool ReachLoader(UpdateRun& run, const TableImages& images) {
   return run.Probe(request::kTableProbe, kLoaderSilent);
 }
 
-/// The kind that the loader says it is of; null when it says none.
+/// The kind that the loader says it is; null when it accepts no kind query.
 const DeviceKind* AskForKind(UpdateRun& run) {
   for (const DeviceKind& kind : DeviceKinds()) {
     for (const LoaderRequest& query : kind.tables.kindQueries) {

@@ -1,4 +1,4 @@
-// Who is told how an update goes on: a window, a console, a test.
+// Receives how an update goes on: a window, a console, a test.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace ox {
 
-/// Told in the order of what happens; every call returns before the update goes on. Texts are UTF-8.
+/// Called in the order of what happens; the update goes on when a call returns. Texts are UTF-8.
 class UpdateObserver {
  public:
   virtual ~UpdateObserver() = default;

@@ -74,7 +74,7 @@ bool UpdateRun::WriteBlocks(std::string_view step, BytesView image, const BlockT
 
 bool UpdateRun::Finish(std::string_view message) {
   Begin(step::kFinish, request::kTakeOver.seconds);
-  // The device is right by now: what it says to these two changes nothing.
+  // The device is complete by now, so its answers to these two requests change nothing.
   Reply(request::kTakeOver);
   Reply(request::kLeaveLoader);
   link_.Close();

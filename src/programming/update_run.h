@@ -16,7 +16,7 @@ namespace ox {
 enum class UpdateEnd { kSucceeded, kFailed };
 
 /// The steps of one run. A step that fails tells the observer and returns false. The PC is kept awake until
-/// the end is told, and not while that waits for its reader.
+/// the end is told, but not while its message waits for the user.
 class UpdateRun {
  public:
   /// All of them outlive the run.

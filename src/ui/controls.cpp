@@ -81,7 +81,7 @@ void TextBox::KeepNewest(std::size_t most) {
 
 void TextBox::Edit(std::string_view text) {
   if (!Usable() || text_ == text) return;
-  // What the user typed may be more than the memory holds.
+  // The text that the user typed may not fit into the memory.
   RunHandler([this, &text] {
     text_ = text;
     if (onChange) onChange();

@@ -12,7 +12,7 @@ namespace ox {
 
 class Window;
 
-/// What has changed in a control and is to be shown anew.
+/// What has changed in a control, so that it is shown anew.
 enum class Change {
   kEnabled,
   kVisible,
@@ -49,7 +49,7 @@ class Control {
   /// Puts the input focus into this control.
   void SetFocus();
 
-  /// The one who shows this control; an empty function when nobody does any more.
+  /// Sets who shows this control; an empty function when nobody shows it any longer.
   void ConnectView(View view) { view_ = std::move(view); }
 
  protected:
@@ -82,7 +82,7 @@ class TextControl : public Control {
   std::string text_;
 };
 
-/// A text that the user only reads.
+/// A text that the user can read but not change.
 class Label : public TextControl {
  public:
   Label(Window& window, std::string_view name, std::string_view text = {})
@@ -140,7 +140,8 @@ class TextBox : public TextControl {
   TextBox(Window& window, std::string_view name, std::string_view text = {})
       : TextControl(window, name, text) {}
 
-  /// Adds to the end of the text and shows the end; costs what is added, not what is there.
+  /// Adds to the end of the text and shows the end. The cost depends on what is added, not on what is there
+  /// already.
   void Append(std::string_view text);
 
   /// Drops the oldest lines of a text that has grown to more than twice as many bytes, so that at most these
@@ -189,8 +190,8 @@ class ListBox : public Control {
   int selected_ = kNone;
 };
 
-/// Ticks while it is enabled; disabled at first. Ticks that come while the handler still runs reach it
-/// nested.
+/// Ticks while it is enabled; at first it is disabled. A tick that comes while the handler still runs calls
+/// it nested.
 class Timer : public Control {
  public:
   Timer(Window& window, std::string_view name, int intervalMilliseconds);

@@ -1,4 +1,4 @@
-// Everything that a window asks of its host, in one hand.
+// Everything that a window asks of its host, in one place.
 #pragma once
 
 #include "platform/machine.h"

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kOutOfMemory = "Nicht genügend Speicher: Vorgang abgebrochen!";
 constexpr std::string_view kUnexpected = "Unerwarteter Fehler: Vorgang abgebrochen!";
 
-/// Tells the user; without the memory even for that, the end of the command must do.
+/// Tells the user. When there is no memory even for the message, the command just ends.
 void ReportFailure(WindowSystem& windows, std::string_view text) noexcept {
   try {
     windows.ShowMessage(text);
@@ -72,7 +72,7 @@ void Window::Run(const std::function<void()>& handler) {
 void Window::Unload() {
   if (!loaded_) return;
   loaded_ = false;
-  // Whatever becomes of what it wants to keep: the window goes.
+  // OnUnload may fail to save something; the window goes from the screen all the same.
   Run([this] { OnUnload(); });
   LeaveScreen();
 }

@@ -40,7 +40,7 @@ class Window {
   /// The user clicked the close box or pressed Esc. While a command runs, the window is only told, and goes
   /// when the command has ended.
   void RequestClose();
-  /// The program is to end. Like RequestClose, but nothing that becomes of the command makes the window stay.
+  /// The program is to end. Like RequestClose, but the window goes however the command ends.
   void RequestEnd();
   bool IsOpen() const { return open_; }
   /// Called once whenever the window goes from the screen.
@@ -53,8 +53,8 @@ class Window {
 
   void Add(Control& control) { controls_.push_back(&control); }
   void NoteFocus(Control& control) { focused_ = &control; }
-  /// The user's wish to close, told while a command ran, counts no longer: the window stays, unless the
-  /// program is to end.
+  /// Forgets that the user wanted to close while a command ran: the window stays, unless the program is to
+  /// end.
   void ForgetCloseRequest() { closeRequested_ = endRequested_; }
   /// Runs one of the window's handlers as a command. A handler that is left by an exception is reported to
   /// the user, and OnFailure sets the window right.
@@ -63,15 +63,15 @@ class Window {
  protected:
   virtual void OnLoad() {}
   virtual void OnActivate() {}
-  /// The user wants to close while a command runs: set the flag that ends it, where there is one.
+  /// The user wants to close while a command runs: set the flag that ends the command, if it has one.
   virtual void OnCloseWhileRunning() {}
   /// The user closes and no command runs; unloads the window unless it wants otherwise.
   virtual void OnClose() { Unload(); }
   virtual void OnUnload() {}
-  /// A handler broke off: bring buttons and port back to their idle state. Must not throw.
+  /// A handler was left by an exception: bring buttons and port back to their idle state. Must not throw.
   virtual void OnFailure() {}
 
-  /// Takes the window from the screen for good: its next showing loads it anew.
+  /// Takes the window from the screen and unloads it: the next showing loads it anew.
   void Unload();
   /// Takes the window from the screen; it stays loaded.
   void Hide();

@@ -28,13 +28,13 @@ void FileBox::OnFailure() {
 
 void FileBox::Choose() {
   const int click = ++clicks_;
-  // Until the new file is there, there is none: not even when its loading breaks off.
+  // From here on there is no file until the new one is loaded, also when the loading breaks off.
   content_.clear();
   const std::string path = parts_.box.Checked() ? chooser_.Choose(parts_.pattern) : std::string();
   if (!path.empty()) {
     parts_.go.SetText(parts_.loading);
     host_.windows.Yield();
-    if (click != clicks_) return;  // the user has clicked the box once more: his last word counts
+    if (click != clicks_) return;  // the user has clicked the box once more, and the last click counts
     content_ = parts_.load(path);
   }
   if (content_.empty()) {

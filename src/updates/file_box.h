@@ -38,7 +38,7 @@ class FileBox {
   /// Forgets the file: clears box and status line.
   void Clear();
 
-  /// A handler of the window broke off: a file that was being loaded is none.
+  /// A handler of the window was left by an exception: a file that was being loaded does not count.
   void OnFailure();
 
  private:

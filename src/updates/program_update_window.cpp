@@ -40,7 +40,7 @@ void ProgramUpdateWindow::OnFailure() {
 
 Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {
   const ProgramFormat& format = kind_.program.format;
-  // One byte more than the format's tells a file that is too long.
+  // One byte more than the format has is read, to notice a file that is too long.
   const std::optional<Bytes> file = host_.files.Read(path, format.FileSize() + 1);
   LoadedProgram loaded = ReadProgramFile(file.value_or(Bytes()), format);
   if (loaded.status != ProgramFileStatus::kGood) {

@@ -17,8 +17,8 @@
 
 namespace ox {
 
-/// Part of an update window. Closing never cuts a run off: nothing in it looks for the wish. The window goes
-/// when the run has succeeded; after any other end it stays, since the device may wait in its loader for
+/// Part of an update window. Closing never cuts a run off, since nothing in a run looks for it. The window
+/// goes when the run has succeeded; after any other end it stays, since the device may wait in its loader for
 /// another attempt.
 class UpdateFrame : private UpdateObserver {
  public:
@@ -33,7 +33,7 @@ class UpdateFrame : private UpdateObserver {
   /// Carries out the procedure with the controls locked. The focus returns to the button that started it.
   UpdateEnd Run(Button& start, const Procedure& procedure);
 
-  /// A handler of the window broke off: the controls can be used again, and the window stays if it was a run.
+  /// A handler of the window was left by an exception: unlocks the controls; after a run the window stays.
   void OnFailure();
 
  private:

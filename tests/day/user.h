@@ -23,8 +23,8 @@ inline QString Q(const std::string& text) {
   return QString::fromStdString(text);
 }
 
-/// The user thinks on a thread of his own and acts in the program's, so that his day reads as one sequence
-/// though windows nest. What he touches must be on the uppermost window, visible and usable. When what he
+/// The user decides on a thread of his own and acts on the program's thread: so a day reads as one sequence,
+/// although windows nest. What he touches must be on the uppermost window, visible and usable. When what he
 /// wants does not come he breaks the test off, telling what he saw last. Texts are UTF-8.
 class User {
  public:

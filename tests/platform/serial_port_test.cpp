@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* kUsual = "9600,O,7,1";
 
-/// What is read from a line until so many bytes are there; fewer when that takes too long.
+/// Reads a line until so many bytes are there; fewer when that takes too long.
 Bytes Arriving(std::size_t count, const std::function<Bytes()>& read) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
   Bytes bytes;

@@ -94,7 +94,8 @@ class Endurance : public testing::Test {
     host.files.appendable = Files::kNoLimit;
     host.files.unreadable.clear();
     host.files.content.erase("PowerManagementLog.txt");
-    // What the device was about to say goes out to nobody, and faults that come too late find nobody at work.
+    // Time passes: what the device still has to say reaches nobody, and faults that are still due strike
+    // nothing.
     host.windows.Pass(10);
   }
 

@@ -1,4 +1,4 @@
-// Bytes on their way to the disk. What an operation that returned false failed at stands in errno.
+// Bytes on their way to the disk. When an operation returns false, errno holds the reason.
 #pragma once
 
 #include "platform/bytes.h"
@@ -9,8 +9,8 @@ namespace ox {
 /// Writes all the bytes where the file stands; false when the host did not take them.
 bool WriteAll(const Descriptor& file, BytesView bytes);
 
-/// Waits until the disk has what was written; false when it failed. A file system that cannot say is taken at
-/// its word.
+/// Waits until what was written is on the disk; false when that failed. A file system that cannot tell counts
+/// as one that succeeded.
 bool HandToDisk(const Descriptor& file);
 
 /// Whether an error says that we may not, or that the file system knows no such thing; false for a failure

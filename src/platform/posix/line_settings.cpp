@@ -82,7 +82,7 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   termios wanted{};
   if (tcgetattr(terminal, &wanted) != 0) throw PortError("ist keine serielle Schnittstelle");
   cfmakeraw(&wanted);  // one character makes a read return, so that a read of nothing means a hang-up
-  // What that leaves as the last user of the terminal had it.
+  // cfmakeraw leaves these flags as the last user of the terminal set them.
   wanted.c_iflag &= ~tcflag_t{INPCK | IXOFF | IXANY};
   wanted.c_iflag |= IGNBRK;
   if (settings.parity != LineParity::kNone) wanted.c_iflag |= INPCK;  // a damaged character reads as NUL
@@ -91,12 +91,12 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   cfsetispeed(&wanted, settings.speed);
   cfsetospeed(&wanted, settings.speed);
 
-  // The answer tells too little: a success may be a partial one, and a pseudo-terminal is refused although it
-  // took what it can. What stands afterwards decides.
+  // The result of this call is not enough: a success may be partial, and a pseudo-terminal reports an error
+  // although it took what it can. So the settings are read back.
   tcsetattr(terminal, TCSANOW, &wanted);
   termios taken{};
   const bool readBack = tcgetattr(terminal, &taken) == 0;
-  // A pseudo-terminal has no frame: it drops character size and parity.
+  // A pseudo-terminal has no frame, so it does not keep character size and parity.
   const bool speedFits = readBack && cfgetospeed(&taken) == settings.speed;
   const bool frameFits = ((taken.c_cflag ^ wanted.c_cflag) & kFrameFlags) == 0 || IsPseudoTerminal(terminal);
   if (!speedFits || !frameFits) throw PortError("nimmt die Schnittstellenparameter nicht an");

@@ -95,8 +95,8 @@ Bytes OpenLine::Read() {
       break;  // a hang-up behind the last characters is found by the next read
     }
   }
-  // An answer proves that the line is faster than its figures say, as a virtual one can be: no request is so
-  // long that it takes more than the grace.
+  // An answer shows that the request was sent, even if the line should still be sending it (a virtual line
+  // can be faster than its settings say). What is left takes no longer than the grace.
   if (!arrived.empty()) sentAt_ = std::min(sentAt_, steady_clock::now() + kGrace);
   return Cut(arrived, settings_.DataMask());
 }
@@ -108,8 +108,8 @@ void OpenLine::SetDataTerminalReady(bool on) {
 }
 
 void OpenLine::WaitUntilSent() noexcept {
-  // The host's queue is no sufficient sign: a pseudo-terminal always reports it empty, an adapter has one of
-  // its own.
+  // An empty queue of the host is not enough: a pseudo-terminal always reports an empty one, and an adapter
+  // has a queue of its own.
   constexpr short kHangUpOnly = 0;
   const int number = Number();
   WaitFor(number, kHangUpOnly, sentAt_);

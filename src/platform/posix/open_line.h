@@ -11,7 +11,7 @@
 
 namespace ox {
 
-/// After a PortError the line is of no more use.
+/// After a PortError the line cannot be used any more.
 class OpenLine {
  public:
   /// Takes the device and sets it up; what it has received before stays to be read. Throws PortError.
@@ -27,7 +27,7 @@ class OpenLine {
   /// read.
   Bytes Read();
 
-  /// Throws PortError on a hang-up; a line without modem lines takes it silently.
+  /// Throws PortError on a hang-up; does nothing on a line without modem lines.
   void SetDataTerminalReady(bool on);
 
   /// Waits until what was written has left the host; ends early on a hang-up, and late by a grace at most.

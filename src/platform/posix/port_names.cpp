@@ -13,7 +13,7 @@ std::string PortName(int number) {
 
 std::string PortPath(int number) {
   if (number < 1) throw PortError("gibt es nicht");
-  // A link whose device is unplugged still says which device is meant; the built-in port would be a wrong
+  // A link whose device is unplugged still says which device is meant; the built-in port would be the wrong
   // one.
   struct stat entry {};
   if (lstat(PortName(number).c_str(), &entry) == 0) return PortName(number);

@@ -10,13 +10,13 @@
 namespace ox {
 namespace {
 
-/// Where the signals' handler writes to: it can reach nothing else.
+/// Where the signals' handler writes to; a handler can reach only global variables.
 std::atomic<int> requestPipe{Descriptor::kNone};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal's handler may not wait");
 
 void Request(int /*signal*/) {
   const int before = errno;
-  // A full pipe has told it already.
+  // When the pipe is full, the request is known already.
   [[maybe_unused]] const ssize_t written = write(requestPipe, "", 1);
   errno = before;
 }

@@ -22,7 +22,7 @@ constexpr std::size_t kReadSize = 65536;  // bytes
 constexpr mode_t kNewFile = 0666;         // rights, before the user's mask
 constexpr int kMostLinks = 40;            // as the host itself
 
-/// Opens a regular file; a device or a pipe is not even touched. `flags` may make the file.
+/// Opens a regular file, but no device and no pipe. `flags` may make the file.
 Descriptor OpenRegular(const std::string& path, int flags) {
   if (path.find('\0') != std::string::npos) return Descriptor();
   struct stat status {};
@@ -40,7 +40,7 @@ std::optional<fs::path> WithoutLinks(fs::path path) {
   return std::nullopt;
 }
 
-/// Gives an open file this content and no other.
+/// Replaces the content of an open file.
 bool Overwrite(const Descriptor& file, BytesView content) {
   return lseek(file.Number(), 0, SEEK_SET) == 0 && WriteAll(file, content) &&
          ftruncate(file.Number(), static_cast<off_t>(content.size())) == 0 && HandToDisk(file);
@@ -91,7 +91,7 @@ bool PosixFiles::Replace(const std::string& path, BytesView content) {
   if (!target) return false;
   struct stat status {};
   const bool exists = stat(target->c_str(), &status) == 0;
-  // A rename asks only the folder, so the file's own protection is heeded here.
+  // A rename checks only the rights of the folder, so the file's own protection is checked here.
   if (exists && (!S_ISREG(status.st_mode) || access(target->c_str(), W_OK) != 0)) return false;
   const int error = ReplaceByNewFile(*target, exists ? &status : nullptr, content);
   if (error == 0) return true;

@@ -27,7 +27,8 @@ bool IsNetworkVolume(std::string_view type) {
 /// Whether a user looks for files there: no view into the kernel, no packed program, no single mounted file.
 bool IsDrive(const mntent& volume) {
   if (!IsUtf8(volume.mnt_dir)) return false;
-  if (IsNetworkVolume(volume.mnt_type)) return true;  // not looked into: the other machine may be silent
+  if (IsNetworkVolume(volume.mnt_type))
+    return true;  // not looked into, since the other machine may not answer
   std::error_code error;
   return std::string_view(volume.mnt_fsname).starts_with("/dev/") &&
          std::string_view(volume.mnt_type) != "squashfs" && fs::is_directory(volume.mnt_dir, error);

@@ -13,8 +13,8 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::steady_clock;
 
-/// How long a run waits for the answer. A login manager answers within some milliseconds; a slower one is not
-/// waited for, what it grants counts all the same.
+/// How long a run waits for the answer. A login manager answers within some milliseconds. The run does not
+/// wait for a slower one, but a lock that comes later counts too.
 constexpr std::chrono::milliseconds kPatience{250};
 
 constexpr const char* kService = "org.freedesktop.login1";

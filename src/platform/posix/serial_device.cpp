@@ -16,7 +16,8 @@
 namespace ox {
 namespace {
 
-/// Which group the user must belong to in order to use the device; empty when that is not what is missing.
+/// The group that the user must belong to in order to use the device; empty when the user belongs to it or it
+/// would not help.
 std::string GroupHint(const std::string& path) {
   constexpr mode_t kGroupMayUse = S_IRGRP | S_IWGRP;
   struct stat status {};

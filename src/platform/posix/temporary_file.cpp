@@ -75,8 +75,8 @@ bool TemporaryFile::Write(BytesView content) {
 bool TemporaryFile::TakeRightsOf(const struct stat& replaced) {
   struct stat own {};
   if (fstat(file_.Number(), &own) != 0) return false;
-  // What is right already is not touched: some file systems know neither owners nor rights. Giving a file
-  // away may be forbidden, its group not.
+  // Owner and rights are changed only where they differ, since some file systems know neither. The group can
+  // often be changed where the owner cannot.
   const bool sameOwner = own.st_uid == replaced.st_uid && own.st_gid == replaced.st_gid;
   if (!sameOwner && fchown(file_.Number(), replaced.st_uid, replaced.st_gid) != 0 &&
       fchown(file_.Number(), own.st_uid, replaced.st_gid) != 0 && !IsRefusal(errno)) {

@@ -10,11 +10,11 @@
 
 namespace ox {
 
-/// Vanishes with this object, unless it was moved into place. Its name holds the number of this process. What
-/// an operation that returned false failed at stands in errno.
+/// Removed with this object, unless it was moved into place. Its name holds the number of this process. When
+/// an operation returns false, errno holds the reason.
 class TemporaryFile {
  public:
-  /// Whether the file could be made shows when it is written.
+  /// Whether the file could be made is seen when it is written.
   explicit TemporaryFile(std::filesystem::path target);
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -25,10 +25,10 @@ class TemporaryFile {
   /// Gives the file the owner, as far as we may, and the rights of the one that it replaces.
   bool TakeRightsOf(const struct stat& replaced);
 
-  /// Has the disk take the content, then puts the file in the target's place.
+  /// Writes the content to the disk, then puts the file in the target's place.
   bool MoveIntoPlace();
 
-  /// Removes what processes that are dead by now, killed at their work, have left in a folder.
+  /// Removes the temporary files that killed processes have left in a folder.
   static void RemoveLeftovers(const std::filesystem::path& folder);
 
  private:

@@ -1,4 +1,4 @@
-// Which part of the device listens, and what it answers with.
+// Which part of the device takes what arrives, and what it answers.
 #include "simulator/device/device.h"
 
 #include <cmath>

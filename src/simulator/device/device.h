@@ -21,7 +21,7 @@
 
 namespace ox::sim {
 
-/// What a device is and how it stands. The defaults are a sound OX 3.
+/// The properties of a device. The defaults are a sound OX 3.
 struct DeviceOptions {
   int generation = 3;                 ///< 1 to 3
   unsigned baud = 9600;               ///< of the dialogue; the loader has its own

@@ -91,7 +91,7 @@ void Dialogue::BeginWakeUp(Seconds characterTime, Seconds now) {
 
 void Dialogue::TakeRequest(char character, Seconds characterTime, Seconds now) {
   if (text_.empty() && character == kWakeUp) return BeginWakeUp(characterTime, now);
-  // The PC took the answer to the wake-up for a wrong one, or wants nothing after all.
+  // The PC did not accept the answer to the wake-up, or has no request.
   if (text_.empty() && (character == 'A' || character == 'N')) return Sleep();
   text_ += character;
   if (IsComplete(text_)) Reply(now);

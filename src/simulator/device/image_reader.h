@@ -9,8 +9,8 @@
 namespace ox::sim {
 
 /// Both readers want a whole image of kTableImageSize bytes with the right checksum. An image of which any
-/// byte, address, distance, count, end mark or filler is not as it should be gives nothing; no image makes
-/// them fail otherwise.
+/// byte, address, distance, count, end mark or filler is not as it should be gives nothing; no image can do
+/// more harm.
 
 /// The image of devices up to generation II: the tables as packed texts behind two addresses.
 std::optional<StationData> ReadOlderImage(BytesView image);

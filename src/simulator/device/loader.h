@@ -38,7 +38,7 @@ inline const LoaderModel kLoaderGeneration3{"bc", LoaderModel::ProgramKey::kKind
 /// is refused.
 ///
 /// "V" ends an attempt. Behind the program's last block it verifies the program; else it says no more than
-/// that the loader runs, so that a new attempt is welcome at once, whatever became of the last one.
+/// that the loader runs, so that a new attempt can begin at once, however the last one ended.
 class Loader {
  public:
   /// Memory and faults belong to the device and must outlive the loader.

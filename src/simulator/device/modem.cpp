@@ -73,7 +73,7 @@ void SimulatedModem::ReceiveCharacter(char character, Seconds now) {
     if (awake_) output_.Add(now + kThinkingTime, kTaken);
     return;
   }
-  // "N": the PC did not like the answer to its wake-up.
+  // "N": the PC did not accept the answer to its wake-up.
   if (!awake_ || (text_.empty() && character == 'N')) {
     awake_ = false;
     return;

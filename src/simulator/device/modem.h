@@ -9,7 +9,7 @@
 
 namespace ox::sim {
 
-/// How a modem stands and answers.
+/// The settings of a modem and how it answers.
 struct ModemOptions {
   LineSettings line;            ///< the dialogue's settings
   bool wakes = true;            ///< answers the wake-up

@@ -1,4 +1,4 @@
-// What arrives of a character when the two ends of a line are set alike, or are not.
+// What arrives of a character, whether the two ends of a line have the same settings or not.
 #pragma once
 
 #include <vector>

@@ -29,7 +29,7 @@ class Endpoint {
   virtual std::optional<Seconds> NextOutput() const = 0;
   /// The output that is due by now, in its order.
   Bytes TakeOutput(Seconds now) { return TakeSome(now, Bytes::npos); }
-  /// The first characters of it, at most so many: what is not taken yet the end may still think better of.
+  /// The first characters of it, at most so many. What is not taken yet may still be dropped by the end.
   virtual Bytes TakeSome(Seconds now, std::size_t most) = 0;
   /// The end's present settings.
   virtual LineSettings Line() const = 0;

@@ -12,7 +12,7 @@ namespace ox::sim {
 
 /// Stands between the PC and one end. A character reaches the end when its last bit does, and the other way
 /// round; each direction carries one character after the other. All times are worked out from the characters
-/// before, not from when somebody looks, so that looking late adds nothing up.
+/// before, not from when somebody looks, so delays of the caller do not add up.
 class PacedLine {
  public:
   /// Unpaced, characters take no time at all. The end must outlive the line.

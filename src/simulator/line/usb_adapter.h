@@ -1,4 +1,4 @@
-// What a USB adapter adds to a line: characters for the PC wait there for company.
+// What a USB adapter adds to a line: it holds characters for the PC back and hands them on together.
 #pragma once
 
 #include <optional>

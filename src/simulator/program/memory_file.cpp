@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 }
 
 void WriteFile(const fs::path& file, const Bytes& content) {
-  // Written beside and renamed, so that who waits for the file never sees half of it.
+  // Written beside and renamed, so that a program that waits for the file never sees half of it.
   const fs::path beside = file.string() + ".neu";
   std::ofstream out(beside, std::ios::binary);
   out << content;

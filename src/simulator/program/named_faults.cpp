@@ -17,7 +17,7 @@ constexpr BytesView kUnknownState = "07D003B6303903520017000B";
 constexpr BytesView kTooShortStatus = kUnknownState.substr(0, 12);
 constexpr BytesView kNegativeStatus = "FFF9FC18FFFFCFC7005A0001";
 
-// What may follow the "=".
+// The values that may follow the "=".
 enum class ValueKind { kNone, kNumber, kText, kCharacter };
 
 // What follows the "=", or the default that stands in the table.

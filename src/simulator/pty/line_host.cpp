@@ -37,7 +37,7 @@ LineHost::LineHost(Endpoint& end, HostOptions options)
       claim_(options_.link),
       start_(MonotonicTime()),
       paced_(end, options_.paced) {
-  // The host otherwise puts wake-ups together and delays each by some 50 microseconds.
+  // By default the host puts wake-ups together, which delays each by some 50 microseconds.
   constexpr unsigned long kPreciseNanoseconds = 1;
   prctl(PR_SET_TIMERSLACK, kPreciseNanoseconds);
   plug_.emplace(options_);
@@ -113,7 +113,7 @@ void LineHost::Wait(const sigset_t& awaited) {
 }
 
 void LineHost::TakeFromPc() {
-  // The settings first: they belong to what was sent before.
+  // The settings are taken first, since they belong to what was sent before.
   const LineSettings pc = plug_->line.PcSettings();
   const Seconds now = Now();
   const Bytes sent = plug_->line.Read(paced_.Room());

@@ -176,7 +176,7 @@ TEST(NamedFaults, DoToADeviceWhatTheyAreCalled) {
       {"silent", {"S" + Frame('V')}, "|", '\xFF', 2, true},
       {"sleepy", {"S", "S"}, "|A|"},
       {"wakeup", {"S"}, "X|"},
-      {"rubbish", {"S"}, "%|"},
+      {"rubbish", {"SS"}, "%|"},
       {"late=500", identify, "~A|~OX 2 SW 3.20 11/2026 \r|"},
       {"split=200", pollOne, "A|\r~0~0~0~0~0~0~0~9~:~ ~0~0~1~2~ ~ ~ ~ ~ ~ ~1~9~6~\r~E~\r|"},
       {"ident-short", identify, "A|OX 2 SW 3.20 11/2026\r|"},

@@ -104,7 +104,9 @@ void Device::Listen(BytesView bytes, const LineSettings& pc, Seconds now) {
     if (toLoader) {
       TakeLoader(piece, now);
     } else if (!alike && options_.rubbishWhenUnfit) {
-      output_.Add(now, Bytes(1, ByteOf(static_cast<unsigned>(rubbish_()))));
+      // One for one at most: a quick PC would pile them up for a slow device.
+      const Bytes rubbish(1, ByteOf(static_cast<unsigned>(rubbish_())));
+      if (!output_.Next()) output_.Add(now, rubbish);
     } else {
       for (const HeardCharacter& heard : Cross(piece.front(), pc, Line())) Hear(heard, now);
     }

@@ -107,7 +107,8 @@ std::optional<Seconds> SimulatedModem::NextOutput() const {
 
 Bytes SimulatedModem::TakeSome(Seconds now, std::size_t most) {
   if (options_.burstPeriod > 0 && now >= nextBurst_) {
-    DropModemLine(now);
+    // Not while the one before still runs: the bursts would pile up.
+    if (!output_.Next()) DropModemLine(now);
     nextBurst_ = now + options_.burstPeriod;
   }
   return output_.Take(now, most);

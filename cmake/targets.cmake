@@ -32,6 +32,8 @@ if(OX_WERROR)
   target_compile_options(ox_flags INTERFACE -Werror)
 endif()
 if(OX_SANITIZE)
+  # With them the standard library checks indices and the like, where a sanitizer sees memory that is sound.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()

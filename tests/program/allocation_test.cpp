@@ -20,6 +20,10 @@ struct Session {
   long stride = 1;  // passes some allocations over where a session has very many
 };
 
+void PrintTo(const Session& session, std::ostream* out) {
+  *out << session.name;
+}
+
 /// Lets the session's allocations fail one after the other, alone or with all behind it.
 void TryAllocations(const Session& session, bool fromThenOn) {
   Technician technician;
@@ -46,22 +50,27 @@ void TryAllocations(const Session& session, bool fromThenOn) {
   }
 }
 
-TEST(FailingAllocation, IsToldAndDoesNotHarmTheNextSession) {
-  const std::string tables = "Tabellenupdate erfolgreich abgeschlossen!";
-  const std::string program = "Programmupdate erfolgreich abgeschlossen!";
-  for (const Session& session :
-       {Session{"poll", &Technician::Poll, "", "PC -> OX  A"},
-        {"monitor", &Technician::Monitor, "", "Entladung"},
-        {"modem", &Technician::TestModem, "", "PC <- Modem  A"},
-        {"packer", &Technician::PackFirmware, "Vorgang erfolgeich beendet !", "", 3, 3},
-        {"restart", &Technician::Restart},
-        {"tables", &Technician::UpdateTables, tables},
-        {"program II", &Technician::UpdateProgram, program, "", 2},
-        {"program III", &Technician::UpdateProgram, program, "", 3, 4}}) {
-    TryAllocations(session, false);
-    TryAllocations(session, true);
-  }
+class FailingAllocation : public testing::TestWithParam<Session> {};
+
+TEST_P(FailingAllocation, IsToldAndDoesNotHarmTheNextSession) {
+  TryAllocations(GetParam(), false);
+  TryAllocations(GetParam(), true);
 }
+
+const std::string kTablesDone = "Tabellenupdate erfolgreich abgeschlossen!";
+const std::string kProgramDone = "Programmupdate erfolgreich abgeschlossen!";
+
+INSTANTIATE_TEST_SUITE_P(
+    During, FailingAllocation,
+    testing::Values(Session{"Poll", &Technician::Poll, "", "PC -> OX  A"},
+                    Session{"Monitor", &Technician::Monitor, "", "Entladung"},
+                    Session{"Modem", &Technician::TestModem, "", "PC <- Modem  A"},
+                    Session{"Packer", &Technician::PackFirmware, "Vorgang erfolgeich beendet !", "", 3, 3},
+                    Session{"Restart", &Technician::Restart},
+                    Session{"Tables", &Technician::UpdateTables, kTablesDone},
+                    Session{"Program2", &Technician::UpdateProgram, kProgramDone, "", 2},
+                    Session{"Program3", &Technician::UpdateProgram, kProgramDone, "", 3, 4}),
+    [](const auto& session) { return session.param.name; });
 
 }  // namespace
 }  // namespace ox::test

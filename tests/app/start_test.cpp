@@ -1,19 +1,15 @@
 // The main window: its settings file, and what its menu shows, opens and refuses to open.
 #include "app/start.h"
 
-#include <gtest/gtest.h>
-
 #include <regex>
 
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
 
 constexpr const char* kFile = "OX.CFG";
 
-class StartWindow : public testing::Test {
- protected:
+struct StartWindow : testing::Test {
   StartWindow() {
     host_.windows.OnMessage([this](const std::string& text) { happened_ += text; });
   }
@@ -121,5 +117,4 @@ TEST_F(StartWindow, OpensWhatTheDeviceAllows) {
   EXPECT_EQ(Click(start_.MenUpPro), warning);
 }
 
-}  // namespace
 }  // namespace ox::test

@@ -1,17 +1,13 @@
 // Choosing files in folder trees of both path styles, as the user sees it.
 #include "chooser/dateiwahl.h"
 
-#include <gtest/gtest.h>
-
 #include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
 
-class Chooser : public testing::Test {
- protected:
+struct Chooser : testing::Test {
   Chooser() {
     for (const char* path :
          {R"(C:\Tab\Netz.MES)", R"(C:\Tab\Süd 2.mes)", R"(C:\Tab\netz.par)", R"(C:\Tab\alt\netz.mes)",
@@ -34,7 +30,6 @@ class Chooser : public testing::Test {
     return *window_;
   }
 
-  /// The lines, a star behind the selected one.
   static std::string Lines(const ListBox& list) {
     std::string lines;
     for (const std::string& item : list.Items()) {
@@ -161,5 +156,4 @@ TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
   }
 }
 
-}  // namespace
 }  // namespace ox::test

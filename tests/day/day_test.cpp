@@ -1,4 +1,4 @@
-// A technician's day, from the first connection to the last: the windows on the screen, the device on the
+// A technician's day from the first connection to the last, at windows on the screen and a device on the
 // line.
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -18,7 +18,6 @@
 #include "support/scratch_folder.h"
 
 namespace ox::test {
-namespace {
 
 // What the status line tells when an update is through: steps and blocks.
 const std::string kSteps(4, '>');
@@ -54,7 +53,6 @@ std::string Sha1(const std::string& bytes) {
   return hash.toHex().toStdString();
 }
 
-/// The trace of a dialogue: wake-up, request, the lines of the reply, thanks.
 std::string Trace(const std::string& request, const std::vector<std::string>& reply) {
   std::string trace = "PC -> OX  S\nPC <- OX  A\nPC -> OX  " + request;
   for (const std::string& line : reply) trace += "\nPC <- OX  " + line + "<CR>";
@@ -261,5 +259,4 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   EXPECT_TRUE(posix.openPorts.Handles().empty());
 }
 
-}  // namespace
 }  // namespace ox::test

@@ -124,9 +124,8 @@ class User {
 
   static QWidget* Top() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
+    for (QWidget* widget : QApplication::topLevelWidgets())
       if (qobject_cast<QMainWindow*>(widget) != nullptr && widget->isVisible()) return widget;
-    }
     return nullptr;
   }
 

@@ -1,16 +1,12 @@
 // The data-exchange window: what is refused, what goes over the line, what is shown, when the polls end.
 #include "exchange/datenaustausch.h"
 
-#include <gtest/gtest.h>
-
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "chooser/file_chooser.h"
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
 
 const std::string kIdle = "Einzelabruf Abruf_Y Sammelabruf Zyklischer_Abruf Zeitabruf Verlassen duemstwal ";
 
@@ -22,20 +18,17 @@ const Bytes kTable = R"mes(/S/"1"
 /N/"12345678"/D/" 0000"/M/" 0000"/T/"zwei" /B/ Ende
 /E/)mes";
 
-class DataExchange : public testing::Test {
- protected:
+struct DataExchange : testing::Test {
   DataExchange() {
     host_.ports.Connect(1, &device_);
     host_.files.content["/arbeit/netz.mes"] = kTable;
     host_.windows.OpenMain(window_);
   }
 
-  /// The buttons that can be used.
   std::string Buttons() const {
     std::string names;
-    for (const Control* control : window_.Controls()) {
+    for (const Control* control : window_.Controls())
       if (control->Enabled() && dynamic_cast<const Button*>(control)) names += control->Name() + " ";
-    }
     return names;
   }
 
@@ -45,7 +38,6 @@ class DataExchange : public testing::Test {
     window_.Par.Edit(parameter);
   }
 
-  /// The device answers one poll, so many seconds after the request.
   void ExpectPoll(const Bytes& request, const Bytes& reply, double seconds = 0) {
     device_.Expect("S", "A").Expect(request, {{seconds, reply}}).Expect("A");
   }
@@ -66,7 +58,6 @@ class DataExchange : public testing::Test {
     return Poll(window_.Sammelabruf, "P", "\r" + records + "\rE\r");
   }
 
-  /// The user chooses a table; nothing for cancel.
   void LoadTable(const std::string& path) {
     host_.windows.OnShown("Dateiwahl", [path](Window& shown) {
       auto& chooser = dynamic_cast<Dateiwahl&>(shown);
@@ -175,32 +166,27 @@ TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFai
 }
 
 TEST_F(DataExchange, ATableLoadedDuringAPollLeavesItsLockInForce) {
-  const std::string cyclic = "Abbruch duemstwal ";
-  const std::string locked = "duemstwal ";
-  // The poll, its buttons while it runs, and these again when a table was chosen in it.
-  const std::tuple<Button*, std::string, std::string, std::string> rows[] = {
-      {&window_.Sammelabruf, locked, "netz", locked},      {&window_.Sammelabruf, locked, "", locked},
-      {&window_.Zyklischer_Abruf, cyclic, "netz", cyclic}, {&window_.Zyklischer_Abruf, cyclic, "", cyclic},
-      {&window_.Zyklischer_Abruf, cyclic, "fort", locked},
-  };
-  for (const auto& [poll, before, table, after] : rows) {
+  const auto buttons = [](bool abort) { return std::string(abort ? "Abbruch " : "") + "duemstwal "; };
+  // The poll, the table that is chosen in it, and whether the poll can be ended behind that.
+  const std::tuple<Button*, std::string, bool> rows[] = {{&window_.Sammelabruf, "netz", false},
+                                                         {&window_.Sammelabruf, "", false},
+                                                         {&window_.Zyklischer_Abruf, "netz", true},
+                                                         {&window_.Zyklischer_Abruf, "", true},
+                                                         {&window_.Zyklischer_Abruf, "fort", false}};
+  for (const auto& [poll, table, canEnd] : rows) {
     SCOPED_TRACE(poll->Name() + " " + table);
-    ExpectPoll("P", "\rAAA\rE\r", 0.9);
-    host_.windows.In(0.4, [&, before = before, table = table, after = after] {
-      EXPECT_EQ(Buttons(), before);
-      LoadTable(table);
-      EXPECT_EQ(Buttons(), after);
-      EXPECT_EQ(window_.Focused()->Name(), after == cyclic ? "Abbruch" : "AKZ");
+    const bool cyclic = poll == &window_.Zyklischer_Abruf;
+    const auto load = [&](const std::string& chosen, bool before, bool after) {
+      EXPECT_EQ(Buttons(), buttons(before));
+      LoadTable(chosen);
+      EXPECT_EQ(Buttons(), buttons(after));
+      EXPECT_EQ(window_.Focused()->Name(), after ? "Abbruch" : "AKZ");
       window_.Abbruch.Click();
-    });
-    if (after != before) {
-      host_.windows.In(2, [&] {
-        EXPECT_EQ(Buttons(), locked) << "until another table is loaded";
-        LoadTable("netz");
-        EXPECT_EQ(Buttons(), cyclic);
-        window_.Abbruch.Click();
-      });
-    }
+    };
+    ExpectPoll("P", "\rAAA\rE\r", 0.9);
+    host_.windows.In(0.4, [&, file = table, after = canEnd] { load(file, cyclic, after); });
+    // A table that did not load leaves them locked until another one is loaded.
+    if (cyclic && !canEnd) host_.windows.In(2, [&] { load("netz", false, true); });
     poll->Click();
     EXPECT_EQ(Buttons(), kIdle);
   }
@@ -214,5 +200,4 @@ TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
   EXPECT_EQ(window_.mewanz.Text(), "AAA|");
 }
 
-}  // namespace
 }  // namespace ox::test

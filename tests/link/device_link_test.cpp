@@ -1,23 +1,17 @@
 // The dialogue: what goes over the line, what the trace says of it, what comes back, and how long it takes.
 #include "link/device_link.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 #include "ui/window.h"
 
 namespace ox::test {
 namespace {
 
-class DeviceDialogue : public testing::Test {
- protected:
-  /// What the device hears and what it answers, in turn.
+struct DeviceDialogue : testing::Test {
   using Script = std::vector<std::pair<Bytes, std::vector<ScriptedDevice::Piece>>>;
 
-  /// A window with nothing but a trace panel.
   struct TraceWindow : Window {
     explicit TraceWindow(WindowSystem& windows) : Window(windows, "TraceWindow", "") {}
     TextBox datanz{*this, "datanz"};

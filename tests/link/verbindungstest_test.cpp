@@ -1,16 +1,12 @@
 // The connection test: the order of its probes, what it takes for a device, what it leaves in the settings.
 #include "link/verbindungstest.h"
 
-#include <gtest/gtest.h>
-
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 
 namespace ox::test {
 namespace {
 
-class ConnectionTest : public testing::Test {
- protected:
+struct ConnectionTest : testing::Test {
   void Run(sim::Endpoint* device) {
     host_.ports.Connect(1, device);
     RunConnectionTest(host_.host, settings_);

@@ -1,8 +1,6 @@
 // The one loop that waits: when each rule ends it, what midnight does to it, and when it does not rest.
 #include "link/wait.h"
 
-#include <gtest/gtest.h>
-
 #include "support/test_host.h"
 
 namespace ox::test {

@@ -1,14 +1,10 @@
 // The modem window: what it sends, and what it makes of the modem's answers.
 #include "modem/modem.h"
 
-#include <gtest/gtest.h>
-
 #include "simulator/device/modem.h"
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
 
 using Pieces = std::vector<ScriptedDevice::Piece>;
 
@@ -16,8 +12,7 @@ const std::string kRefused = "Achtung: Modem hat Daten nicht angenommen!";
 const std::string kNoPort = "1: lässt sich nicht öffnen!";
 const Bytes kDateRecord = "*123 161106 1430\r";
 
-class ModemTest : public testing::Test {
- protected:
+struct ModemTest : testing::Test {
   /// The office code, date and time are right at first.
   ModemTest() {
     host_.ports.Connect(1, &modem_);
@@ -161,5 +156,4 @@ TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWith) {
   }
 }
 
-}  // namespace
 }  // namespace ox::test

@@ -17,7 +17,6 @@ namespace {
 /// The host's calls that fail from now on, with their errors.
 std::map<std::string, int> failing;
 
-/// Takes the place of one of the host's calls.
 template <typename... Arguments>
 int Call(const char* name, Arguments... arguments) {
   if (failing.contains(name)) return errno = failing[name], -1;
@@ -102,24 +101,20 @@ TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
 }
 
 TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
-  struct Row {
-    std::string call;
-    int error;
-    fs::perms rights;
-    std::string left;  // in the file
-  };
   WriteFile("new", "");
   const fs::perms usual = fs::status("new").permissions();
-  const Row rows[] = {{"fchown", EIO, usual, "new"},
-                      {"fchmod", EIO, usual, "new"},
-                      {"fchmod", EPERM, fs::perms(0640), "new"},
-                      {"fchmod", EIO, fs::perms(0640), "old one"},
-                      {"fsync", EINVAL, usual, "new"},
-                      {"fsync", ENOSYS, usual, "new"},
-                      {"fsync", EIO, usual, "old one"},
-                      {"fsync", ENOSPC, usual, "old one"},
-                      {"rename", EBUSY, usual, "new"},
-                      {"rename", EIO, usual, "old one"}};
+  // The call, its error, the rights of the file and what is left in it.
+  const std::tuple<std::string, int, fs::perms, std::string> rows[] = {
+      {"fchown", EIO, usual, "new"},
+      {"fchmod", EIO, usual, "new"},
+      {"fchmod", EPERM, fs::perms(0640), "new"},
+      {"fsync", EINVAL, usual, "new"},
+      {"fsync", ENOSYS, usual, "new"},
+      {"fchmod", EIO, fs::perms(0640), "old one"},
+      {"rename", EBUSY, usual, "new"},
+      {"fsync", EIO, usual, "old one"},
+      {"fsync", ENOSPC, usual, "old one"},
+      {"rename", EIO, usual, "old one"}};
   for (const auto& [call, error, rights, left] : rows) {
     failing.clear();
     WriteFile("file", "old one");

@@ -1,23 +1,18 @@
 // The power monitor between its buttons, its device and its log.
 #include "power/power_monitor.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "simulator/device/device.h"
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
 
 constexpr const char* kLog = "PowerManagementLog.txt";
 const Bytes kSample = ">031703B630390352007B0005\r";
 const Bytes kOtherState = ">031703B630390352007B0007\r";
 
-class PowerMonitorTest : public testing::Test {
- protected:
+struct PowerMonitorTest : testing::Test {
   PowerMonitorTest() {
     host_.ports.Connect(1, &device_);
     host_.windows.OpenMain(monitor_);
@@ -27,7 +22,6 @@ class PowerMonitorTest : public testing::Test {
   void Answer(std::vector<ScriptedDevice::Piece> reply, const Bytes& request = ">\x7F\r") {
     device_.Expect("S", "A").Expect(request, std::move(reply)).Expect("A");
   }
-  /// The device answers so many requests with this.
   void Answer(const Bytes& reply, int times = 1) {
     for (int i = 0; i < times; ++i) Answer({{0, reply}});
   }
@@ -50,7 +44,6 @@ class PowerMonitorTest : public testing::Test {
     return state;
   }
 
-  /// What the window shows of a reply.
   std::string Shown(const Bytes& reply) {
     Answer(reply);
     host_.windows.Pass(1);
@@ -174,5 +167,4 @@ TEST_F(PowerMonitorTest, StopsWhenTheDeviceOrTheLogFailsAndStartsAgain) {
   EXPECT_EQ(State(), "idle: Fehler beim Schreiben" + file);
 }
 
-}  // namespace
 }  // namespace ox::test

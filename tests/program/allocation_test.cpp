@@ -1,7 +1,4 @@
-// Every allocation of whole sessions, and so of every parser, fails once: the user is told, and the next
-// session goes as if nothing had been.
-#include <gtest/gtest.h>
-
+// Every allocation of whole sessions fails once: the user is told, and the next session goes on unharmed.
 #include <algorithm>
 
 #include "program/heap_meter.h"

@@ -1,6 +1,4 @@
 // Ten thousand sessions with faults at random, after each of which nothing may be left behind.
-#include <gtest/gtest.h>
-
 #include <array>
 #include <random>
 
@@ -19,8 +17,7 @@ constexpr int kWarmUp = 500;  // sessions until every buffer has had its chance 
 constexpr double kFaultRate = 0.01;
 constexpr long kKeptBytes = 4096;  // what a text may keep of its longest content
 
-class Endurance : public testing::TestWithParam<unsigned> {
- protected:
+struct Endurance : testing::TestWithParam<unsigned> {
   using Session = void (Technician::*)();
 
   bool Chance(double probability) { return std::bernoulli_distribution(probability)(random_); }
@@ -51,7 +48,6 @@ class Endurance : public testing::TestWithParam<unsigned> {
     user_.Connect(options);
   }
 
-  /// Every reply of the device is struck with the same probability.
   void AddReplyFault() {
     using Kind = sim::ReplyFault::Kind;
     sim::ReplyFault fault;

@@ -10,7 +10,6 @@
 namespace ox::test {
 namespace {
 
-/// As far as blocks must be aligned.
 struct alignas(std::max_align_t) BlockNote {
   long counted;  // bytes; none for a block of the test's own
 };
@@ -25,8 +24,7 @@ bool FailsNow() {
 }  // namespace
 }  // namespace ox::test
 
-// The forms that single objects and containers use; arrays, which the program has none of, are left to the
-// library.
+// The forms that single objects and containers use; the program has no arrays.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   using namespace ox::test;
   if (FailsNow()) return nullptr;

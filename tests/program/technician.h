@@ -1,8 +1,6 @@
 // The whole program on a virtual host, in front of a simulated device, with a user who knows its windows.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "app/program.h"
 #include "chooser/dateiwahl.h"
 #include "exchange/datenaustausch.h"
@@ -30,7 +28,6 @@ class Technician {
     host.windows.OpenMain(Main());
   }
 
-  /// Puts a device at the other end of the line.
   void Connect(const sim::DeviceOptions& options) {
     device_ = std::make_unique<sim::Device>(options);
     PlugIn(plugged_);
@@ -77,7 +74,6 @@ class Technician {
     });
   }
 
-  /// Starts the update that the device's generation calls for.
   void UpdateProgram() {
     const auto write = [this](ProgramUpdateWindow& window) {
       Choose(window.ChPro, window.Name() == "updatepro" ? "ox2" : "ox3");
@@ -124,7 +120,6 @@ class Technician {
                               });
   }
 
-  /// Leaves the program and starts it again.
   void Restart() {
     Close(Main());
     EXPECT_FALSE(Main().IsOpen()) << "the user could never leave the program";

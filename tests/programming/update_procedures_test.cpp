@@ -1,6 +1,5 @@
-// The updates without a window: a line, a search for the device and somebody who is told.
-#include <gtest/gtest.h>
-
+// The updates without a window: a line, a search for the device, somebody who is told; frames byte by byte.
+#include "programming/loader_link.h"
 #include "programming/program_update.h"
 #include "programming/table_update.h"
 #include "simulator/device/device.h"
@@ -8,7 +7,33 @@
 #include "support/test_host.h"
 
 namespace ox::test {
-namespace {
+
+struct LoaderLinkTest : testing::Test {
+  LoaderLinkTest() { host.ports.Connect(1, &device); }
+
+  TestHost host;
+  const SessionSettings settings;
+  LoaderLink link{host.host, settings};
+  ScriptedDevice device{sim::kLoaderLine};
+};
+
+TEST_F(LoaderLinkTest, SendsAFrameToALoaderThatIsAwakeAndTakesItsFirstPieceAsReply) {
+  link.OpenForLoader();
+  const Bytes data(255, '\xFE');
+  const Bytes frame = Bytes("P\x13\x58\0\xFF\x12\xFF\x35", 8) + data;
+  device.Expect("S", "A").Expect(frame, {{0.1, "A"}, {0.2, "N"}}).Expect("S", "A").Expect(frame, "AA");
+  EXPECT_EQ(link.SendBlock(request::kWriteTables, 0xFF12, data), "A");
+  host.windows.Pass(1);
+  EXPECT_EQ(link.SendBlock(request::kWriteTables, 0xFF12, data), "AA");
+  EXPECT_TRUE(device.Done());
+}
+
+TEST_F(LoaderLinkTest, AnAcknowledgementWithoutEndIsNone) {
+  device.Expect("!", {{0.1, Bytes(1024 * 1024 + 1, 'x')}, {0.3, "@UPDATEACK\r"}});
+  device.Receive("!", device.Line(), 0);
+  EXPECT_FALSE(link.RequestUpdateMode());
+  EXPECT_LT(host.clock.Elapsed(), 0.3);
+}
 
 /// Writes down what it is told, a line for each step and message.
 struct Transcript : UpdateObserver {
@@ -89,5 +114,4 @@ TEST(UpdateProcedures, ADeviceIsUpdatedInTheWindowOfItsGeneration) {
     EXPECT_EQ(ProgramWindowKind(type).program.windowName, window) << type;
 }
 
-}  // namespace
 }  // namespace ox::test

@@ -1,5 +1,4 @@
-// The simulated device: its text dialogue, its loader, and the faults that oxsim knows by name;
-// in bytes made by hand.
+// The simulated device in bytes made by hand: its text dialogue, its loader, its faults by their names.
 #include "simulator/device/device.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +34,6 @@ Bytes Talk(Endpoint& end, const std::vector<Bytes>& texts, Seconds now = 0,
   return replies;
 }
 
-/// The older image of two offices with a point each.
 Bytes Tables() {
   const Bytes points =
       "1__Amt_123_" + Point("12345678", "00120340") + "__Tal_4A6_" + Point("00000009", "0012");

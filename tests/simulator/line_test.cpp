@@ -1,6 +1,5 @@
 // The line between the two ends: its time, to the character, and a real pseudo-terminal under a port's name.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <map>
@@ -9,32 +8,19 @@
 #include "simulator/device/device.h"
 #include "simulator/pty/line_host.h"
 #include "support/scratch_folder.h"
-#include "support/scripted_device.h"
 #include "support/test_host.h"
 
 namespace ox::sim {
 namespace {
 
-/// The line's end is each of several devices in turn; tells whether it has heard anything.
-struct Ear : Endpoint {
+/// A device that tells whether it has heard anything.
+struct Ear : Device {
+  using Device::Device;
   void Receive(BytesView bytes, const LineSettings& pc, Seconds now) override {
     heard = true;
-    device->Receive(bytes, pc, now);
+    Device::Receive(bytes, pc, now);
   }
-  std::optional<Seconds> NextOutput() const override { return device->NextOutput(); }
-  Bytes TakeSome(Seconds now, std::size_t most) override { return device->TakeSome(now, most); }
-  LineSettings Line() const override { return device->Line(); }
-  std::optional<Device> device;
   bool heard = false;
-};
-
-/// An end that says what it is told to.
-struct Speaker : Endpoint {
-  void Receive(BytesView, const LineSettings&, Seconds) override {}
-  std::optional<Seconds> NextOutput() const override { return output.Next(); }
-  Bytes TakeSome(Seconds now, std::size_t most) override { return output.Take(now, most); }
-  LineSettings Line() const override { return {9600, 'O', 7}; }
-  OutputQueue output;
 };
 
 /// An end on a pseudo-terminal, and the program's port at the other side of it.
@@ -50,7 +36,6 @@ struct Wire {
     host.Wait({});
     host.Work();
   }
-  /// Lets everything happen that comes by itself.
   void Settle() {
     while (!host.Idle()) Step();
   }
@@ -68,16 +53,11 @@ struct Wire {
   PosixSerialPort port{openPorts};
 };
 
-}  // namespace
-
 TEST(Line, EveryPairOfSettingsIsJudgedAlikeInMemoryAndOnThePseudoTerminal) {
   const std::string loader = "19200,n,8,1";
   std::vector<std::string> all{loader};
   for (const std::string baud : {"2400", "4800", "9600", "19200"})
     for (const std::string parity : {",E,7,1", ",O,7,1"}) all.push_back(baud + parity);
-  Ear there;
-  there.device.emplace(DeviceOptions{});
-  Wire wire(there);
   std::map<std::string, Bytes> understood;  // what a PC reads of "A", where it is no damage
   for (const std::string& own : all) {
     const LineSettings line = ParseLineSettings(own).value();
@@ -94,8 +74,8 @@ TEST(Line, EveryPairOfSettingsIsJudgedAlikeInMemoryAndOnThePseudoTerminal) {
       memory.clock.Advance(1);
       const Bytes read = port->Input();
       if (read == "A") understood[own] += pc == own ? "=" : pc;
-      there.device.emplace(options);
-      there.heard = false;
+      Ear there(options);
+      Wire wire(there);
       wire.Open(pc);
       for (wire.port.Output("S"); !there.heard;) wire.Step();
       wire.Settle();
@@ -133,12 +113,12 @@ TEST(LineHost, WhatIsSaidToAClosedPortOrAtOtherSettingsIsNotKept) {
   const std::pair<std::string, Bytes> rows[] = {{"o12", "12"},  {"1o2", "2"},   {"oc1o2", "2"},
                                                 {"o1co2", "2"}, {"e1co2", "2"}, {"e12", Bytes(2, '\0')}};
   for (const auto& [happening, read] : rows) {
-    Speaker end;
+    test::ScriptedDevice end;
     Wire wire(end);
     for (const char each : happening) {
       if (each == 'o' || each == 'e') wire.Open(each == 'o' ? "9600,O,7,1" : "9600,E,7,1");
       if (each == 'c') wire.port.Close();
-      if (each < 'a') end.output.Add(0, Bytes(1, each));
+      if (each < 'a') end.Expect("!", Bytes(1, each)).Receive("!", end.Line(), 0);
       wire.host.Work();
     }
     EXPECT_EQ(wire.Read(read.size()), read) << happening;
@@ -209,4 +189,5 @@ TEST(LineHost, TakesOnlyANameThatIsItsOwnUntilTheCableIsPulled) {
   EXPECT_EQ(ReadFile("COM2"), "x");
 }
 
+}  // namespace
 }  // namespace ox::sim

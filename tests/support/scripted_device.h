@@ -10,7 +10,6 @@
 
 namespace ox::test {
 
-/// Waits for its expected texts in their order and answers each.
 class ScriptedDevice : public sim::Endpoint {
  public:
   /// One piece of an answer, so many seconds after the request.

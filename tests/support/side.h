@@ -19,12 +19,10 @@ class Side {
   bool before_;
 };
 
-/// From here on it is the program that runs.
-struct Exposure : Side {
+struct Exposure : Side {  // from here on it is the program that runs
   Exposure() : Side(true) {}
 };
-/// From here on it is the test or its host that runs.
-struct Shelter : Side {
+struct Shelter : Side {  // from here on it is the test or its host
   Shelter() : Side(false) {}
 };
 

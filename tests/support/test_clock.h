@@ -7,7 +7,6 @@
 
 namespace ox::test {
 
-/// Seconds since the start of the test, and the civil time that the program sees of them.
 class TestClock : public Clock {
  public:
   static constexpr double kSecondsPerDay = 86400;
@@ -20,7 +19,6 @@ class TestClock : public Clock {
     return {2026, 11, 16 + day, second / 3600, second / 60 % 60, second % 60};
   }
 
-  /// Sets the time of day that the test begins with.
   void StartAt(int hour, int minute, double second) { start_ = hour * 3600 + minute * 60 + second; }
 
   void Advance(double seconds) { elapsed_ += seconds; }

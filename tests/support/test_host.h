@@ -1,7 +1,10 @@
 // The whole host of a test: virtual time, scripted user, serial line in memory, files in memory.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "support/memory_files.h"
+#include "support/scripted_device.h"
 #include "support/test_clock.h"
 #include "support/test_ports.h"
 #include "support/test_windows.h"
@@ -11,7 +14,6 @@ namespace ox::test {
 
 using Strings = std::vector<std::string>;
 
-/// Random numbers from a fixed seed.
 class TestRandom : public RandomNumbers {
  public:
   double Next() override {
@@ -23,7 +25,6 @@ class TestRandom : public RandomNumbers {
   unsigned long long state_ = 1;
 };
 
-/// Counts the times that it was asked to stay awake.
 struct TestKeepAwake : KeepAwake {
   int taken = 0;
 

@@ -8,7 +8,6 @@
 
 namespace ox::test {
 
-/// One port control of a window.
 class TestPort : public SerialPort {
  public:
   explicit TestPort(TestPorts& ports) : ports_(ports) {}
@@ -92,9 +91,8 @@ std::unique_ptr<SerialPort> TestPorts::Create() {
 
 double TestPorts::NextInput() const {
   double next = kNever;
-  for (const TestPort* port : open_) {
+  for (const TestPort* port : open_)
     if (const auto* device = port->Device()) next = std::min(next, device->NextOutput().value_or(kNever));
-  }
   return broken_ && !open_.empty() ? clock_.Elapsed() : next;
 }
 

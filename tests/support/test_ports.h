@@ -13,8 +13,7 @@
 
 namespace ox::test {
 
-/// The ports of a virtual host. What a closed port, or one with other settings than its device, would receive
-/// is lost.
+/// What a closed port, or one with other settings than its device, would receive is lost.
 class TestPorts : public SerialPorts {
  public:
   static constexpr double kNever = std::numeric_limits<double>::infinity();
@@ -23,13 +22,10 @@ class TestPorts : public SerialPorts {
 
   std::unique_ptr<SerialPort> Create() override;
 
-  /// Makes COM<number> exist, with a device at its other end or, with null, with none. The device is the
-  /// test's.
+  /// Makes COM<number> exist, with the test's device at its other end; null: with none.
   void Connect(int number, sim::Endpoint* device) { lines_[number] = device; }
-  /// Makes COM<number> missing.
   void Remove(int number) { lines_.erase(number); }
-  /// Breaks every port after so many further characters have been sent: the character after them is not sent,
-  /// and every operation fails from then on until Mend.
+  /// Breaks every port behind so many further characters: every operation fails from then on until Mend.
   void BreakAfterSending(std::size_t characters) { sendable_ = characters; }
   void Break() { broken_ = true; }
   void Mend() { sendable_ = Bytes::npos, broken_ = false; }

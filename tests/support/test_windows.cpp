@@ -20,9 +20,8 @@ constexpr double kLongestShowing = 200000;
 }  // namespace
 
 void TestWindows::OpenMain(Window& window) {
-  for (Control* control : window.Controls()) {
+  for (Control* control : window.Controls())
     if (auto* timer = dynamic_cast<Timer*>(control)) timers_.push_back({&window, timer, TestPorts::kNever});
-  }
   shown_.push_back(&window);
   const Exposure exposure;
   window.Open();

@@ -15,8 +15,6 @@
 
 namespace ox::test {
 
-/// Lets time pass in Rest, ticks the timers of the windows that are open, and does what the test scripted for
-/// its user.
 class TestWindows : public WindowSystem {
  public:
   TestWindows(TestClock& clock, TestPorts& ports) : clock_(clock), ports_(ports) {}
@@ -34,19 +32,14 @@ class TestWindows : public WindowSystem {
   void RequestEnd();
   /// The user cancels the next question; all others he answers with OK.
   void CancelNext() { cancels_ = true; }
-  /// Called with every message box before it is answered.
   void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
 
-  /// What the user was told since the last call.
   std::vector<std::string> TakeMessages() { return std::exchange(messages_, {}); }
   bool Ended() const { return ended_; }
 
   /// Opens a window as the main window: it stays open beside the test. Close it with RequestClose.
   void OpenMain(Window& window);
-  /// Lets the time pass while no command runs.
   void Pass(double seconds);
-
-  // WindowSystem.
 
   void Yield() override;
   void Rest() override;
@@ -61,7 +54,6 @@ class TestWindows : public WindowSystem {
     std::function<void()> action;
   };
 
-  /// A timer of a window that is open, and when it ticks next.
   struct RunningTimer {
     Window* window;
     Timer* timer;

@@ -45,9 +45,7 @@ TEST(Linking, PointsGetTheDigitsOfTheirFirstAssignment) {
   const Texts damaged = {"Warnung: Fehler in der Zuordnung zur Messstellennummer 11111111"};
   const Texts brokenEntry = {"Abbruch(7): Messstellentabelle fehlerhaft!"};
   struct Case {
-    Bytes points;
-    Bytes assignments;
-    Bytes linked;
+    Bytes points, assignments, linked;
     Texts told;
     bool goOn = true;
   };

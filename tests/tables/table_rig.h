@@ -37,7 +37,6 @@ inline Bytes Point(const Bytes& number, const Bytes& parameters = "") {
   return number + " 0012-0012Pegel_" + parameters + "^";
 }
 
-/// A measuring-point table of one office with these entries, as such a text.
 inline Bytes Office(const Bytes& entries) {
   return "Stand__Amt_123_" + entries + "___";
 }

@@ -1,8 +1,6 @@
 // The packer's window: loader files, what is packed from them, paths and messages.
 #include "updates/firmware_packer.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 

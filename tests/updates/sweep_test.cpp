@@ -85,8 +85,7 @@ const struct Break {
     {"over midnight", {.kind = Kind::kLate, .delay = 9}, true, false, true},
 };
 
-class Sweep : public testing::TestWithParam<Procedure> {
- protected:
+struct Sweep : testing::TestWithParam<Procedure> {
   Sweep() { rig_.Load(); }
 
   /// Of an update during which the user wants to close the window.

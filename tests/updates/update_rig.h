@@ -1,8 +1,6 @@
 // One of the three update windows with its user, files to load, and a simulated device on COM2.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <array>
 
 #include "chooser/chooser_values.h"

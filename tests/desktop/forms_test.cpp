@@ -1,8 +1,6 @@
 // Every window on its form: what is shown, what the user reaches, and what his clicks and keys do.
 #include "desktop/forms.h"
 
-#include <gtest/gtest.h>
-
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
@@ -78,9 +76,8 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
   for (const Window* window : all) {
     const auto form = Show(*window);
     QWidgetList reached;
-    for (QWidget* next = form->nextInFocusChain(); next != form.get(); next = next->nextInFocusChain()) {
+    for (QWidget* next = form->nextInFocusChain(); next != form.get(); next = next->nextInFocusChain())
       if ((next->focusPolicy() & Qt::TabFocus) != 0) reached += next;
-    }
     for (const Control* control : window->Controls()) {
       auto* widget = Find<QWidget>(*form, *control);
       if (widget == nullptr || widget->inherits("QLabel") || widget->inherits("QMenu")) continue;

@@ -1,5 +1,4 @@
 // Windows over windows, how they go, message boxes over all of them, and rests between their events.
-#include <gtest/gtest.h>
 #include <sys/eventfd.h>
 
 #include <QAbstractEventDispatcher>
@@ -12,7 +11,7 @@
 #include "desktop/qt_window_system.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_end_requests.h"
-#include "ui/controls.h"
+#include "support/test_host.h"
 
 namespace ox::test {
 namespace {
@@ -51,12 +50,6 @@ struct TwoButtons : Window {
   std::string life;
 };
 
-/// Does whatever it is asked to.
-struct Sleepless : KeepAwake {
-  void Take() noexcept override {}
-  void Release() noexcept override {}
-};
-
 struct Windows : testing::Test {
   Windows() { ports.Add(line.Number()); }
 
@@ -74,7 +67,7 @@ struct Windows : testing::Test {
   Descriptor line{eventfd(1, EFD_NONBLOCK)};  // a port with unread input
   OpenPorts ports;
   PosixEndRequests requests;
-  Sleepless awake;
+  TestKeepAwake awake;
   QtWindowSystem windows{ports, requests, awake};
   TwoButtons main{windows};
   TwoButtons dialogue{windows};

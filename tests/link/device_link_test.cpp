@@ -88,7 +88,7 @@ TEST_F(DeviceDialogue, ThePiecesInWhichAReplyArrivesMakeNoDifference) {
       for (const char c : reply) oneByOne.push_back({static_cast<double>(oneByOne.size()) * 10 / baud, {c}});
     }
     for (std::size_t cut = 1; cut < reply.size(); ++cut)
-      deliveries.push_back({{0, reply.substr(0, cut)}, {0.016, reply.substr(cut)}});
+      deliveries.push_back({{0, reply.substr(0, cut)}, {0.04, reply.substr(cut)}});
     std::set<std::string> seen;
     for (const auto& pieces : deliveries) {
       window_.datanz.SetText("");

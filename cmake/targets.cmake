@@ -58,13 +58,18 @@ function(ox_offer_headers name)
   target_include_directories(${name} PUBLIC ${root})
 endfunction()
 
-# ox_version: the header version/version.h, made anew with every build so that it tells the commit.
+# ox_tell_version(TARGET, TEMPLATE, FILE): FILE, made anew with every build of TARGET so that it tells the commit.
+function(ox_tell_version target template file)
+  add_custom_target(${target}
+    COMMAND ${CMAKE_COMMAND} -DVERSION=${PROJECT_VERSION} -DSOURCE=${PROJECT_SOURCE_DIR}
+            -DTEMPLATE=${template} -DFILE=${file} -P ${PROJECT_SOURCE_DIR}/cmake/version.cmake
+    BYPRODUCTS ${file} VERBATIM)
+endfunction()
+
+# ox_version: the header version/version.h.
 function(ox_add_version)
   set(root ${PROJECT_BINARY_DIR}/floors/ox_version)
-  add_custom_target(ox_version_header
-    COMMAND ${CMAKE_COMMAND} -DVERSION=${PROJECT_VERSION} -DSOURCE=${PROJECT_SOURCE_DIR}
-            -DHEADER=${root}/version/version.h -P ${PROJECT_SOURCE_DIR}/cmake/version.cmake
-    BYPRODUCTS ${root}/version/version.h VERBATIM)
+  ox_tell_version(ox_version_header ${PROJECT_SOURCE_DIR}/cmake/version.h.in ${root}/version/version.h)
   add_library(ox_version INTERFACE)
   add_dependencies(ox_version ox_version_header)
   target_include_directories(ox_version INTERFACE ${root})

@@ -26,5 +26,8 @@ test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev lld gi
 # What making a Debian package of it takes, and what checking that package takes on top.
 package_packages=(dpkg-dev file pandoc)
 package_check_packages=(appstream desktop-file-utils lintian)
+# What starting the installed program takes, seen on the accessibility bus; and the tests on 32 bit.
+start_packages=(xvfb dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3-xlib)
+multilib_packages=(g++-multilib googletest)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)

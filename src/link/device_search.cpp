@@ -47,11 +47,11 @@ class Search {
 };
 
 void Search::Run() {
-  // First of all: a search that breaks off has found nothing.
+  // Set first, so that a search that breaks off has found nothing.
   settings_.Connected = false;
   settings_.DeviceIdent.clear();
   NormaliseSettings();
-  // The stored pair first: with a known device the search costs one probe.
+  // The stored pair is tried first: with a known device one probe is enough.
   if (Try(Bytes(settings_.BaudRate), Bytes(settings_.Parity)) != ProbeResult::kNoAnswer) return;
   for (const BytesView baud : kBaudRates) {
     for (const BytesView parity : {kEven, kOdd}) {

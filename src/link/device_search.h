@@ -9,7 +9,7 @@
 
 namespace ox {
 
-/// Is told how a search goes on: a window, a console, a test. Every call returns before the search goes on.
+/// Receives how a search goes on: a window, a console, a test. The search goes on when a call returns.
 class SearchObserver {
  public:
   virtual ~SearchObserver() = default;

@@ -44,16 +44,15 @@ constexpr Seconds kIdentificationWait = 1.0F;
 /// The loader: for the acknowledgement of kUpdateRequest, and for an answer to the wake-up.
 constexpr int kAcknowledgementWait = 5;
 constexpr int kLoaderWakeUpWait = 1;
-/// The modem: how long its line is switched off, and for what it says then; WaitForInput makes 1 s of the 10
-/// but in the first seconds of a day.
+/// The modem: how long its line is switched off, and for what it says then; WaitForInput waits 1 s instead of
+/// the 10, except in the first seconds of a day.
 constexpr Seconds kModemPause = 1.0F;
 constexpr int kModemCallWait = 10;
 
 /// How often a dialogue sends the wake-up.
 constexpr int kWakeUpTries = 3;
 
-/// Bytes. A reply, identification or acknowledgement that is longer is no longer listened to: the wait ends
-/// as by silence.
+/// Bytes. A longer reply, identification or acknowledgement is cut off: the wait ends as by silence.
 constexpr std::size_t kLongestReply = 1'048'576;
 
 }  // namespace ox

@@ -17,7 +17,7 @@ class ReceiveBuffer {
     waiting_ += arrived;
   }
 
-  // Not on an empty buffer.
+  // Must not be called on an empty buffer.
 
   char First() const { return waiting_[next_]; }
   char TakeFirst() {

@@ -1,4 +1,4 @@
-// Turns against the clock.
+// Turn by turn, until the wait's rule ends it.
 #include "link/wait.h"
 
 #include <cmath>
@@ -6,7 +6,7 @@
 namespace ox {
 namespace {
 
-/// Of FixedSecond, whatever its argument.
+/// The length of FixedSecond, whatever its argument.
 constexpr Seconds kFixedLength = 1.0F;
 
 bool GoesOn(Seconds end, int seconds, Seconds now) {

@@ -42,13 +42,13 @@ using EndRule = std::variant<FixedSecond, SilenceOf, Difference, Until>;
 /// What was found in one turn of a wait.
 enum class Found {
   kNothing,
-  kCharacter,   // and now there is nothing left to look at
+  kCharacter,   // a character, and nothing is left to look at
   kMoreInHand,  // a character, and there are more: the next turn does not rest
   kAll,         // what was waited for: the wait ends
 };
 
 /// Gives the host its turn and then looks, again and again; true as soon as `look` has found all, false when
-/// the rule ends the wait. With characters in hand from before the first turn does not rest either. What
+/// the rule ends the wait. When characters are in hand from before, the first turn does not rest either. What
 /// `look` throws ends the wait.
 bool Wait(Machine& machine, const EndRule& rule, const std::function<Found()>& look, bool inHand = false);
 

@@ -38,6 +38,9 @@ class ListUser : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::MouseButtonPress) told_ = false;
+    if (watched == &widget_ && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+      ShowFocus(event->type() == QEvent::FocusIn);
+    }
     if (watched != &widget_ || event->type() != QEvent::KeyPress) return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
     if ((key == Qt::Key_Down || key == Qt::Key_Up) && SelectedRow() == ListBox::kNone) {
@@ -50,6 +53,15 @@ class ListUser : public QObject {
   }
 
  private:
+  /// A frame in the colour of selections: a list may be empty, or its selection be in no line in sight.
+  void ShowFocus(bool focused) {
+    QPalette palette;
+    if (focused) palette.setColor(QPalette::WindowText, palette.color(QPalette::Highlight));
+    widget_.setPalette(palette);
+    widget_.setLineWidth(widget_.frameWidth());
+    widget_.setFrameStyle(focused ? QFrame::Box | QFrame::Plain : frameStyle_);
+  }
+
   int SelectedRow() const {
     const QList<QListWidgetItem*> selected = widget_.selectedItems();
     return selected.empty() ? ListBox::kNone : widget_.row(selected.front());
@@ -66,6 +78,7 @@ class ListUser : public QObject {
 
   ListBox& control_;
   QListWidget& widget_;
+  const int frameStyle_ = widget_.frameStyle();
   bool told_ = false;  // the selection of the click under way has been handed on
 };
 

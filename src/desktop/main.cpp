@@ -17,6 +17,15 @@ void SpeakGerman(QApplication& application, QTranslator& translator) {
   if (translator.load(QStringLiteral("qtbase_de"), folder)) application.installTranslator(&translator);
 }
 
+/// In the sizes that window systems show beside a window. Larger ones come with the package.
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64, 128}) {
+    icon.addFile(QStringLiteral(":/icons/oxservice-%1.png").arg(size), QSize(size, size));
+  }
+  return icon;
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -26,13 +35,14 @@ int main(int argumentCount, char** arguments) {
   QApplication application(argumentCount, arguments);
   QApplication::setApplicationName(QStringLiteral("oxservice"));
   QApplication::setDesktopFileName(QStringLiteral("oxservice"));
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/oxservice.png")));
+  QApplication::setWindowIcon(ProgramIcon());
   QApplication::setQuitOnLastWindowClosed(
       false);  // the program ends with its main window, whatever else closes
   QTranslator translator;
   SpeakGerman(application, translator);
 
-  ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
+  ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake,
+                             ox::WindowPlaces(ox::WindowPlaces::UsersFile()));
   ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());

@@ -2,33 +2,97 @@
 #include "desktop/message_box.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "desktop/screen_text.h"
+#include "desktop/title_bar.h"
 
 namespace ox {
 namespace {
 
-constexpr qsizetype kLongestText = 3000;  // characters; more do not fit on a screen
+constexpr qsizetype kLongestText = 20000;  // characters
 /// Enough bytes for so many characters. Longer texts are cut here first: a report may quote a line as long as
 /// its file.
 constexpr std::size_t kLongestBytes = 4 * (kLongestText + 1);
 
+constexpr const char* kLabel = "qt_msgbox_label";  // the toolkit's own, which shows the text
+
+constexpr int kTextWidth = 500;        // pixels, of a text that is broken into lines
+constexpr QSize kAroundText(80, 160);  // pixels of a box and its frame beyond its text
+
+/// A message box whose text is copied by Ctrl+C, without the marks that break its lines.
+class Message : public QMessageBox {
+ public:
+  Message(QWidget* parent, QString whole) : QMessageBox(parent), whole_(std::move(whole)) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Copy)) {
+      QMessageBox::keyPressEvent(event);
+      return;
+    }
+    const auto* label = findChild<QLabel*>(kLabel);
+    const bool selected = label != nullptr && label->hasSelectedText();
+    QApplication::clipboard()->setText(selected ? label->selectedText() : whole_);
+  }
+
+ private:
+  QString whole_;
+};
+
+/// Puts a text that is higher than the screen into a box that scrolls it.
+void ScrollIfTall(QMessageBox& box) {
+  auto* label = box.findChild<QLabel*>(kLabel);
+  if (label == nullptr) return;
+  const QSize room = box.screen()->availableGeometry().size() - kAroundText;
+  const int width = std::min(kTextWidth, room.width());
+  const QRect all = label->fontMetrics().boundingRect(0, 0, width, 0, Qt::TextWordWrap, box.text());
+  if (all.height() <= room.height()) return;
+  auto* text = new QPlainTextEdit(box.text(), &box);
+  text->setReadOnly(true);
+  text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  text->setTabChangesFocus(true);
+  text->setMinimumSize(width, room.height());
+  text->setAccessibleName(QStringLiteral("Meldung"));
+  const std::unique_ptr<QLayoutItem> place(box.layout()->replaceWidget(label, text));
+  label->hide();
+}
+
+/// Lets the task bar call the user while he works with another program.
+void CallInTaskBar(QWidget* parent) {
+  if (QApplication::activeWindow() != nullptr) return;
+  while (parent != nullptr && parent->parentWidget() != nullptr) parent = parent->parentWidget();
+  if (parent != nullptr) QApplication::alert(parent);
+}
+
 }  // namespace
 
 Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
-  QMessageBox box(parent);
+  const QString whole = OnMessageBox(text.substr(0, kLongestBytes));
+  Message box(parent, whole);
   box.setWindowTitle(QStringLiteral("Orvanexe Service"));
+  box.setWindowFlags(kDialogFrame);
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  box.setText(CutToFit(OnMessageBox(text.substr(0, kLongestBytes)), kLongestText));
+  box.setText(CutToFit(whole, kLongestText));
   QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
   QPushButton* last = ok;
   if (buttons == Buttons::kOkCancel)
     last = box.addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole);
   box.setDefaultButton(ok);
   box.setEscapeButton(last);
+  ScrollIfTall(box);
+  CallInTaskBar(parent);
   box.exec();
   return box.clickedButton() == ok ? Answer::kOk : AnswerOfNobody(buttons);
 }

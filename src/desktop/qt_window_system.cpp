@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "desktop/border.h"
 #include "desktop/message_box.h"
@@ -31,9 +32,11 @@ class Shown {
 
 }  // namespace
 
-QtWindowSystem::QtWindowSystem(const OpenPorts& ports, const EndRequests& requests, const KeepAwake& awake)
+QtWindowSystem::QtWindowSystem(const OpenPorts& ports, const EndRequests& requests, const KeepAwake& awake,
+                               WindowPlaces places)
     : awake_(awake),
       pump_(ports),
+      places_(std::move(places)),
       endRequest_(requests.Handle(), [this] { AtBorder([this] { RequestEnd(); }); }),
       sessionEnd_([this] { return awake_.Held(); }, [this] { RequestEnd(); }) {
   endRequest_.SetEnabled(true);
@@ -41,7 +44,7 @@ QtWindowSystem::QtWindowSystem(const OpenPorts& ports, const EndRequests& reques
 
 void QtWindowSystem::ShowModal(Window& window) {
   if (ending_ && !awake_.Held()) return;
-  View view(window, Uppermost());
+  View view(window, Uppermost(), places_);
   if (!view.Complete()) {
     std::fprintf(stderr, "oxservice: the form of %s does not fit\n", window.Name().c_str());
     return;

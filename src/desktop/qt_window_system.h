@@ -2,12 +2,14 @@
 #pragma once
 
 #include <QWidget>
+#include <utility>
 #include <vector>
 
 #include "desktop/event_pump.h"
 #include "desktop/ready_notifier.h"
 #include "desktop/session_end.h"
 #include "desktop/view.h"
+#include "desktop/window_places.h"
 #include "platform/end_requests.h"
 #include "platform/keep_awake.h"
 #include "platform/open_ports.h"
@@ -25,8 +27,9 @@ namespace ox {
 class QtWindowSystem : public WindowSystem {
  public:
   /// `ports` are those that Rest waits on; `awake` says whether a run is under way. All outlive the window
-  /// system.
-  QtWindowSystem(const OpenPorts& ports, const EndRequests& requests, const KeepAwake& awake);
+  /// system. `places` tells where the windows stand.
+  QtWindowSystem(const OpenPorts& ports, const EndRequests& requests, const KeepAwake& awake,
+                 WindowPlaces places = WindowPlaces());
 
   void Yield() override { pump_.Yield(); }
   void Rest() override { pump_.Rest(); }
@@ -42,6 +45,7 @@ class QtWindowSystem : public WindowSystem {
 
   const KeepAwake& awake_;
   EventPump pump_;
+  const WindowPlaces places_;
   std::vector<View*> shown_;  // the main window first
   bool ending_ = false;
   ReadyNotifier endRequest_;

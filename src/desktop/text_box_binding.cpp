@@ -91,6 +91,18 @@ class Trace : public QObject {
   bool cut_ = false;       // the control has dropped what is shown first
 };
 
+/// Shows that a field was refused: red is mixed into its ground, bright or dark, and a screen reader says so.
+void ShowMark(QLineEdit& widget, bool marked) {
+  constexpr int kRedPercent = 30;
+  QPalette palette;
+  const QColor ground = palette.color(QPalette::Base);
+  const auto mix = [](int from, int to) { return from + (to - from) * kRedPercent / 100; };
+  palette.setColor(QPalette::Base,
+                   QColor(mix(ground.red(), 255), mix(ground.green(), 0), mix(ground.blue(), 0)));
+  widget.setPalette(marked ? palette : QPalette());
+  widget.setAccessibleDescription(marked ? QStringLiteral("Eingabe prüfen") : QString());
+}
+
 }  // namespace
 
 void TieField(TextBox& control, QLineEdit& widget) {
@@ -98,6 +110,8 @@ void TieField(TextBox& control, QLineEdit& widget) {
     const QSignalBlocker quiet(widget);
     widget.setText(QString::fromStdString(control.Text()));
   };
+  QObject::connect(&widget, &QLineEdit::returnPressed, &widget,
+                   [&control, &widget] { ByHand(widget, [&] { control.Enter(); }); });
   // Every change, not only what is typed: a screen reader or a voice sets the text as a whole.
   QObject::connect(&widget, &QLineEdit::textChanged, &widget, [&control, &widget, show](const QString& text) {
     if (!ByHand(widget, [&] { control.Edit(text.toStdString()); })) show();
@@ -106,6 +120,7 @@ void TieField(TextBox& control, QLineEdit& widget) {
          [&control, &widget, show](Change change) {
            ShowCommon(control, widget, change);
            if (change == Change::kText || change == Change::kAppended) show();
+           if (change == Change::kMarked) ShowMark(widget, control.Marked());
          });
 }
 

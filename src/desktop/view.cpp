@@ -4,19 +4,26 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <algorithm>
 
 #include "desktop/bindings.h"
 #include "desktop/border.h"
+#include "desktop/file_drops.h"
 #include "desktop/forms.h"
+#include "desktop/title_bar.h"
 
 namespace ox {
 
-View::View(Window& window, QWidget* parent) : window_(window), form_(MakeForm(window.Form(), parent)) {
+View::View(Window& window, QWidget* parent, const WindowPlaces& places)
+    : window_(window), places_(places), form_(MakeForm(window.Form(), parent)) {
   if (form_ == nullptr) return;
-  form_->setWindowTitle(QString::fromStdString(window.Caption()));
+  SetTitleBar(*form_, QString::fromStdString(window.Caption()));
   if (parent != nullptr) form_->setWindowModality(Qt::ApplicationModal);
   form_->installEventFilter(this);
   complete_ = TieControls();
+  const auto& controls = window.Controls();
+  if (std::ranges::any_of(controls, &Control::TakesFiles))
+    new FileDrops(window, *form_);  // owned by the form
   window.ConnectClosed([this] { Leave(); });
 }
 
@@ -34,6 +41,7 @@ bool View::TieControls() {
 void View::Run() {
   window_.Open();
   if (!window_.IsOpen()) return;
+  places_.Restore(*form_);
   form_->show();
   window_.Activate();
   if (!window_.IsOpen()) return;
@@ -42,6 +50,7 @@ void View::Run() {
 }
 
 void View::Leave() {
+  places_.Keep(*form_);
   form_->hide();
   loop_.quit();
 }

@@ -6,15 +6,16 @@
 #include <QWidget>
 #include <memory>
 
+#include "desktop/window_places.h"
 #include "ui/window.h"
 
 namespace ox {
 
 class View : public QObject {
  public:
-  /// Ties the form to the window's controls; the window outlives the view. With a parent the form is shown
-  /// over it, and nothing else of the program can be used meanwhile.
-  View(Window& window, QWidget* parent);
+  /// Ties the form to the window's controls, and shows it where `places` says; both outlive the view. With a
+  /// parent the form is shown over it, and nothing else of the program can be used meanwhile.
+  View(Window& window, QWidget* parent, const WindowPlaces& places);
   ~View() override;
 
   /// False when the window has no form or a control has no widget: it cannot be shown then.
@@ -38,6 +39,7 @@ class View : public QObject {
   bool UseKey(int key);
 
   Window& window_;
+  const WindowPlaces& places_;
   std::unique_ptr<QWidget> form_;
   bool complete_ = false;
   QEventLoop loop_;

@@ -54,7 +54,9 @@ Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChoose
   Zeitabruf.onClick = [this] { Poll(Bytes(kTimeRequest), false); };
   Abbruch.onClick = [this] { AbortRequested_ = true; };
   Verlassen.onClick = [this] { RequestClose(); };
-  duemstwal.onClick = [this] { LoadTable(); };
+  for (TextBox* field : {&AKZ, &MST, &Par}) field->onEnter = [this] { Einzelabruf.Click(); };
+  duemstwal.onClick = [this] { LoadTable(chooser_.Choose(kTablePattern)); };
+  duemstwal.TakeFiles(kTablePattern, [this](const std::string& path) { LoadTable(path); });
 }
 
 void Datenaustausch::OnActivate() {
@@ -122,8 +124,7 @@ void Datenaustausch::RestBetweenPolls() {
   Pause(host_, Difference{host_.clock.SecondsSinceMidnight(), kBetweenPolls}, AbortRequested_);
 }
 
-void Datenaustausch::LoadTable() {
-  const std::string path = chooser_.Choose(kTablePattern);
+void Datenaustausch::LoadTable(const std::string& path) {
   if (!path.empty()) {
     tableLocks_ = true;
     LockButtons();
@@ -164,8 +165,12 @@ PollFields Datenaustausch::TypedFields() const {
   return {ToBytes(AKZ.Text()), ToBytes(MST.Text()), ToBytes(Par.Text())};
 }
 
-bool Datenaustausch::Refused(std::optional<std::string_view> refusal) {
-  if (refusal) host_.windows.ShowMessage(*refusal);
+bool Datenaustausch::Refused(const std::optional<PollRefusal>& refusal) {
+  const PollRefusal named = refusal.value_or(PollRefusal());
+  AKZ.SetMarked(named.AKZ);
+  MST.SetMarked(named.MST);
+  Par.SetMarked(named.Par);
+  if (refusal) host_.windows.ShowMessage(refusal->message);
   return refusal.has_value();
 }
 

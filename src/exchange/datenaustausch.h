@@ -61,7 +61,8 @@ class Datenaustausch : public Window {
   void PollSingle();
   void PollZ();
   void PollCyclically();
-  void LoadTable();
+  /// Of a file that the user chose; nothing for an empty path.
+  void LoadTable(const std::string& path);
   /// The part of LoadTable with the buttons locked; false, after the message, when the file cannot be read.
   bool ReadNames(const std::string& path);
 
@@ -74,8 +75,9 @@ class Datenaustausch : public Window {
   /// Waits for the time between two cyclic polls, at most until the abort.
   void RestBetweenPolls();
   PollFields TypedFields() const;
-  /// Shows the message when there is one, and returns true then.
-  bool Refused(std::optional<std::string_view> refusal);
+  /// Marks the fields that the refusal names, and no others. Shows its message when there is one, and returns
+  /// true then.
+  bool Refused(const std::optional<PollRefusal>& refusal);
 
   void MarkStartTime();
   void ShowValues(BytesView reply);

@@ -25,10 +25,10 @@ constexpr std::string_view kBadParameter =
 constexpr std::string_view kBadPoint =
     "Das Feld  > Messstellennummer <  muss leer sein oder acht Ziffern enthalten!";
 
-std::optional<std::string_view> RefusalOfDigits(const PollFields& fields) {
-  if (!CheckDigits(fields.AKZ, kOfficeDigits)) return kBadOffice;
-  if (!CheckDigits(fields.Par, kParameterDigits)) return kBadParameter;
-  if (!CheckDigits(fields.MST, kPointDigits)) return kBadPoint;
+std::optional<PollRefusal> RefusalOfDigits(const PollFields& fields) {
+  if (!CheckDigits(fields.AKZ, kOfficeDigits)) return PollRefusal{.message = kBadOffice, .AKZ = true};
+  if (!CheckDigits(fields.Par, kParameterDigits)) return PollRefusal{.message = kBadParameter, .Par = true};
+  if (!CheckDigits(fields.MST, kPointDigits)) return PollRefusal{.message = kBadPoint, .MST = true};
   return std::nullopt;
 }
 
@@ -48,13 +48,17 @@ bool CheckDigits(BytesView text, std::size_t count) {
   return text.empty() || (text.size() == count && !DigitsOnly(text).empty());
 }
 
-std::optional<std::string_view> RefusalOfSingleRequest(const PollFields& fields) {
-  if (fields.AKZ.empty() && fields.MST.empty() && fields.Par.empty()) return kNoField;
+std::optional<PollRefusal> RefusalOfSingleRequest(const PollFields& fields) {
+  if (fields.AKZ.empty() && fields.MST.empty() && fields.Par.empty()) {
+    return PollRefusal{.message = kNoField, .AKZ = true, .MST = true, .Par = true};
+  }
   return RefusalOfDigits(fields);
 }
 
-std::optional<std::string_view> RefusalOfZRequest(const PollFields& fields) {
-  if (!NamesOneValue(fields)) return kNoValueNamed;
+std::optional<PollRefusal> RefusalOfZRequest(const PollFields& fields) {
+  if (!NamesOneValue(fields)) {
+    return PollRefusal{.message = kNoValueNamed, .MST = fields.MST.empty(), .Par = fields.Par.empty()};
+  }
   return RefusalOfDigits(fields);
 }
 

@@ -27,10 +27,18 @@ struct PollFields {
 /// True for an empty text, and for one of exactly `count` digits.
 bool CheckDigits(BytesView text, std::size_t count);
 
-/// The message (UTF-8) that refuses the fields for "Abruf J"; nothing when they are right.
-std::optional<std::string_view> RefusalOfSingleRequest(const PollFields& fields);
+/// The message (UTF-8) that refuses the fields, and which of them it names.
+struct PollRefusal {
+  std::string_view message;
+  bool AKZ = false;
+  bool MST = false;
+  bool Par = false;
+};
+
+/// The refusal of the fields for "Abruf J"; nothing when they are right.
+std::optional<PollRefusal> RefusalOfSingleRequest(const PollFields& fields);
 /// The same for "Abruf Z".
-std::optional<std::string_view> RefusalOfZRequest(const PollFields& fields);
+std::optional<PollRefusal> RefusalOfZRequest(const PollFields& fields);
 
 /// "Abruf J": each field may be empty.
 Bytes SingleRequest(const PollFields& fields);

@@ -47,14 +47,11 @@ void Modem::WithModem(const std::function<void()>& work) {
 }
 
 void Modem::SendDate() {
-  const Bytes akz = ToBytes(TAKZ.Text());
-  const Bytes date = ToBytes(TDAT.Text());
-  const Bytes time = ToBytes(TUHR.Text());
-  if (const auto error = CheckDateRequest(akz, date, time)) {
-    host_.windows.ShowMessage(error->message);
+  if (!Passes(CheckOffice(TAKZ.Text()), TAKZ) || !Passes(CheckDate(TDAT.Text()), TDAT) ||
+      !Passes(CheckTime(TUHR.Text()), TUHR)) {
     return;
   }
-  SendRequest(BuildDateRequest(akz, date, time));
+  SendRequest(BuildDateRequest(ToBytes(TAKZ.Text()), ToBytes(TDAT.Text()), ToBytes(TUHR.Text())));
 }
 
 void Modem::SendMeasuredValue() {
@@ -76,6 +73,7 @@ bool Modem::PrepareMeasuredValue() {
 
 bool Modem::Passes(const std::optional<Finding>& finding, TextBox& field) {
   if (!finding) return true;
+  if (finding->stops) field.SetMarked(true);
   host_.windows.ShowMessage(finding->message);
   if (finding->takesFocus) field.SetFocus();
   return !finding->stops;

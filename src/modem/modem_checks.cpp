@@ -57,14 +57,24 @@ constexpr Finding Warning(std::string_view message, bool takesFocus) {
   return {message, false, takesFocus};
 }
 
+/// The focus stays where it is.
+std::optional<Finding> CheckDigits(std::string_view text, std::size_t length, std::string_view message) {
+  if (AllDigits(text, length)) return std::nullopt;
+  return Finding{message, true, false};
+}
+
 }  // namespace
 
-std::optional<Finding> CheckDateRequest(std::string_view akz, std::string_view date, std::string_view time) {
-  constexpr auto kError = [](std::string_view message) { return Finding{message, true, false}; };
-  if (!AllDigits(akz, kAkzLength)) return kError(kAkzError);
-  if (!AllDigits(date, kDateLength)) return kError(kDateError);
-  if (!AllDigits(time, kTimeLength)) return kError(kTimeError);
-  return std::nullopt;
+std::optional<Finding> CheckOffice(std::string_view akz) {
+  return CheckDigits(akz, kAkzLength, kAkzError);
+}
+
+std::optional<Finding> CheckDate(std::string_view date) {
+  return CheckDigits(date, kDateLength, kDateError);
+}
+
+std::optional<Finding> CheckTime(std::string_view time) {
+  return CheckDigits(time, kTimeLength, kTimeError);
 }
 
 std::optional<Finding> CheckMeasuringPoint(std::string_view number) {

@@ -14,9 +14,9 @@ struct Finding {
   bool takesFocus = true;  // the focus goes into the field
 };
 
-/// The first error of office code, date and time.
-std::optional<Finding> CheckDateRequest(std::string_view akz, std::string_view date, std::string_view time);
-
+std::optional<Finding> CheckOffice(std::string_view akz);
+std::optional<Finding> CheckDate(std::string_view date);
+std::optional<Finding> CheckTime(std::string_view time);
 std::optional<Finding> CheckMeasuringPoint(std::string_view number);
 std::optional<Finding> CheckParameter(std::string_view number);
 /// An empty flag is right.

@@ -1,6 +1,7 @@
 // What the controls tell their views and their windows.
 #include "ui/controls.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/window.h"
@@ -13,6 +14,10 @@ bool StartsCharacter(char byte) {
   constexpr unsigned kKindMask = 0xC0;
   constexpr unsigned kContinuation = 0x80;
   return (static_cast<unsigned char>(byte) & kKindMask) != kContinuation;
+}
+
+char AsciiLower(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
 }  // namespace
@@ -36,6 +41,21 @@ void Control::SetVisible(bool visible) {
 void Control::SetFocus() {
   window_.NoteFocus(*this);
   Tell(Change::kFocus);
+}
+
+void Control::TakeFiles(std::string_view pattern, FileHandler onDrop) {
+  extension_ = pattern.substr(pattern.rfind('.'));
+  onDrop_ = std::move(onDrop);
+}
+
+bool Control::Takes(std::string_view path) const {
+  if (!Usable() || !onDrop_ || path.size() <= extension_.size()) return false;
+  const auto same = [](char a, char b) { return AsciiLower(a) == AsciiLower(b); };
+  return std::ranges::equal(path.substr(path.size() - extension_.size()), extension_, same);
+}
+
+void Control::Drop(const std::string& path) {
+  if (Takes(path)) RunHandler([&] { onDrop_(path); });
 }
 
 void Control::Tell(Change change) const {
@@ -64,6 +84,17 @@ void CheckBox::Click() {
   RunHandler(onClick);
 }
 
+void TextBox::SetText(std::string_view text) {
+  if (text != Text()) SetMarked(false);
+  TextControl::SetText(text);
+}
+
+void TextBox::SetMarked(bool marked) {
+  if (marked_ == marked) return;
+  marked_ = marked;
+  Tell(Change::kMarked);
+}
+
 void TextBox::Append(std::string_view text) {
   text_ += text;
   Tell(Change::kAppended);
@@ -84,6 +115,7 @@ void TextBox::Edit(std::string_view text) {
   // The text that the user typed may not fit into the memory.
   RunHandler([this, &text] {
     text_ = text;
+    SetMarked(false);
     if (onChange) onChange();
   });
 }

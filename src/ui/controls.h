@@ -23,7 +23,8 @@ enum class Change {
   kItems,
   kSelected,
   kFocus,
-  kDefault
+  kDefault,
+  kMarked
 };
 
 /// What all controls have in common. Texts are UTF-8.
@@ -31,6 +32,7 @@ class Control {
  public:
   using View = std::function<void(Change)>;
   using Handler = std::function<void()>;
+  using FileHandler = std::function<void(const std::string& path)>;
 
   /// Joins the window's list of controls; `name` is the objectName of its widget in the window's form.
   Control(Window& window, std::string_view name);
@@ -49,6 +51,15 @@ class Control {
   /// Puts the input focus into this control.
   void SetFocus();
 
+  /// Files that fit the pattern ("*.mes", letters in either case) may be dropped on the window: the control
+  /// loads them as if the user had chosen them. Paths are UTF-8.
+  void TakeFiles(std::string_view pattern, FileHandler onDrop);
+  bool TakesFiles() const { return onDrop_ != nullptr; }
+  /// Whether it takes this file now.
+  bool Takes(std::string_view path) const;
+  /// The user dropped a file.
+  void Drop(const std::string& path);
+
   /// Sets who shows this control; an empty function when nobody shows it any longer.
   void ConnectView(View view) { view_ = std::move(view); }
 
@@ -65,6 +76,8 @@ class Control {
   Window& window_;
   std::string name_;
   View view_;
+  std::string extension_;  // of the files it takes, with its "."
+  FileHandler onDrop_;
   bool enabled_ = true;
   bool visible_ = true;
 };
@@ -148,10 +161,22 @@ class TextBox : public TextControl {
   /// are left. Cutting so seldom keeps its cost below that of the growth.
   void KeepNewest(std::size_t most);
 
+  void SetText(std::string_view text);
+
+  /// Marks the content as one that was refused, until it changes.
+  void SetMarked(bool marked);
+  bool Marked() const { return marked_; }
+
   /// The user typed: the content is now `text`.
   void Edit(std::string_view text);
+  /// The user pressed Enter in the field.
+  void Enter() { RunHandler(onEnter); }
 
   Handler onChange;
+  Handler onEnter;
+
+ private:
+  bool marked_ = false;
 };
 
 /// A list to choose one line from.

@@ -13,6 +13,10 @@ constexpr std::string_view kLoaded = " O.K.!";
 FileBox::FileBox(Host& host, FileChooser& chooser, Parts parts)
     : host_(host), chooser_(chooser), parts_(std::move(parts)) {
   parts_.box.onClick = [this] { Choose(); };
+  parts_.box.TakeFiles(parts_.pattern, [this](const std::string& path) {
+    parts_.box.SetChecked(true);
+    Load(path);
+  });
 }
 
 void FileBox::Clear() {
@@ -27,10 +31,14 @@ void FileBox::OnFailure() {
 }
 
 void FileBox::Choose() {
-  const int click = ++clicks_;
   // From here on there is no file until the new one is loaded, also when the loading breaks off.
   content_.clear();
-  const std::string path = parts_.box.Checked() ? chooser_.Choose(parts_.pattern) : std::string();
+  Load(parts_.box.Checked() ? chooser_.Choose(parts_.pattern) : std::string());
+}
+
+void FileBox::Load(const std::string& path) {
+  const int click = ++clicks_;
+  content_.clear();
   if (!path.empty()) {
     parts_.go.SetText(parts_.loading);
     host_.windows.Yield();

@@ -13,7 +13,8 @@
 namespace ox {
 
 /// Part of an update window. A click that sets the box opens the file chooser and loads what was chosen; the
-/// status line tells of it. A click that clears the box forgets the file.
+/// status line tells of it. A click that clears the box forgets the file. A file that is dropped on the
+/// window is loaded as one that was chosen.
 class FileBox {
  public:
   struct Parts {
@@ -43,6 +44,8 @@ class FileBox {
 
  private:
   void Choose();
+  /// The file of the latest click; an empty path stands for none.
+  void Load(const std::string& path);
 
   Host& host_;
   FileChooser& chooser_;

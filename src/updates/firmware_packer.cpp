@@ -20,6 +20,7 @@ FirmwareOX3Verpacken::FirmwareOX3Verpacken(Host& host, SessionSettings& settings
       host_(host),
       settings_(settings) {
   CoStart.onClick = [this] { Start(); };
+  for (TextBox* field : {&TextQuelle, &TextZiel}) field->onEnter = [this] { CoStart.Click(); };
 }
 
 void FirmwareOX3Verpacken::OnLoad() {

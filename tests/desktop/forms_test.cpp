@@ -5,10 +5,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -19,6 +21,7 @@
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "desktop/bindings.h"
+#include "desktop/file_drops.h"
 #include "exchange/datenaustausch.h"
 #include "link/verbindungstest.h"
 #include "modem/modem.h"
@@ -168,6 +171,9 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   files.File1.onActivate = [&] { happened += "activate "; };
   files.File1.SetItems({"eins", "zwei", "drei"});
   auto* list = Find<QListWidget>(*form, files.File1);
+  QFocusEvent focus(QEvent::FocusIn);
+  QCoreApplication::sendEvent(list, &focus);
+  EXPECT_EQ(list->frameStyle(), QFrame::Box | QFrame::Plain) << "in sight also when the list is empty";
   const QPoint second = list->visualItemRect(list->item(1)).center();
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);  // on the selected line counts too
@@ -187,6 +193,44 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   files.Drive1.SetSelected(0);
   QTest::keyClick(Find<QComboBox>(*form, files.Drive1), Qt::Key_Down);
   EXPECT_EQ(happened, "/media");
+}
+
+TEST_F(Forms, AFieldHandsOnEnterAndShowsThatItWasRefusedUntilItChanges) {
+  const auto form = Show(exchange);
+  auto* field = Find<QLineEdit>(*form, exchange.MST);
+  const auto ground = [&] { return field->palette().color(QPalette::Base); };
+  const QColor usual = ground();
+  exchange.MST.onEnter = [&] { exchange.MST.SetMarked(true); };
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_NE(ground(), usual);
+  EXPECT_EQ(field->accessibleDescription(), QString::fromUtf8("Eingabe prüfen"));
+  QTest::keyClick(field, Qt::Key_1);
+  EXPECT_EQ(std::pair(ground(), field->accessibleDescription()), std::pair(usual, QString()));
+}
+
+TEST_F(Forms, DroppedFilesGoToTheControlThatTakesThem) {
+  const auto form = Show(exchange);
+  new FileDrops(exchange, *form);
+  std::string dropped;
+  exchange.duemstwal.TakeFiles("*.mes", [&](const std::string& path) { dropped += path + " "; });
+  QMimeData files;
+  files.setUrls(
+      {QUrl("file:///a%20b.MES"), QUrl("file:///c.par"), QUrl("http://d.mes"), QUrl("file:///.mes")});
+  QWidget* const targets[] = {form.get(), Find<QLineEdit>(*form, exchange.AKZ)};
+  for (QWidget* target : targets) {
+    QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(target, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(target, &drop);
+  }
+  EXPECT_EQ(dropped, "") << "the program that they come from waits for nothing";
+  QCoreApplication::processEvents();
+  EXPECT_EQ(dropped, "/a b.MES /.mes /a b.MES /.mes ");
+  exchange.duemstwal.SetEnabled(false);
+  QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(form.get(), &enter);
+  EXPECT_FALSE(enter.isAccepted());
 }
 
 TEST_F(Forms, AGrowingTraceIsOnlyAddedToUntilItsOldestPartGoes) {

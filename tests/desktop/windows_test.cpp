@@ -3,11 +3,17 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QTemporaryDir>
 #include <QTest>
 
+#include "desktop/forms.h"
 #include "desktop/qt_window_system.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_end_requests.h"
@@ -100,7 +106,7 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
   const std::tuple<std::string, QString, User> cases[] = {
       {"<b>fett</b> & \"x\"\r\r\n/S/\r\n\n\x01", QString::fromUtf8("<b>fett</b> & \"x\"\n\n/S/\n\n␁"),
        kCloseBox},
-      {std::string(3001, ' '), QString(2999, ' ') + u'…', Press(Qt::Key_Escape)},
+      {std::string(20001, ' '), QString(19999, ' ') + u'…', Press(Qt::Key_Escape)},
       {std::string(80, 'x') + " " + std::string(81, 'x'), x80 + " " + x80 + QChar(0x200B) + "x", kCloseBox}};
   for (const auto& [text, shown, leave] : cases) {
     Later([&shown = shown, &leave = leave] {
@@ -112,6 +118,47 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
     });
     EXPECT_EQ(windows.ShowMessage(text, Buttons::kOkCancel), Answer::kCancel);
   }
+}
+
+TEST_F(Windows, AMessageHigherThanTheScreenIsScrolledInsideItAndCopied) {
+  const std::string line(3000, 'x');
+  for (const std::string& text : {line, line + std::string(500, '\n') + line}) {
+    Later([&] {
+      const auto* scrolled = Top()->findChild<QPlainTextEdit*>();
+      EXPECT_EQ(scrolled != nullptr, text != line);
+      EXPECT_TRUE(Top()->screen()->availableGeometry().contains(Top()->geometry()));
+      EXPECT_FALSE(Top()->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+      QTest::keyClick(Top(), Qt::Key_C, Qt::ControlModifier);
+      EXPECT_TRUE(QApplication::clipboard()->text().toStdString() == text);
+      kCloseBox();
+    });
+    windows.ShowMessage(text);
+  }
+}
+
+TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
+  const QTemporaryDir folder;
+  const WindowPlaces places(folder.filePath("neu/windows.ini"));
+  const auto shown = [&](const std::function<void(QWidget&, QSplitter&)>& user) {
+    const auto form = MakeForm("Datenaustausch", nullptr);
+    places.Restore(*form);
+    form->show();
+    QCoreApplication::processEvents();
+    user(*form, *form->findChild<QSplitter*>());
+    places.Keep(*form);
+  };
+  shown([](QWidget& form, QSplitter& splitter) {
+    form.setGeometry(40, 50, 700, 500);
+    splitter.setSizes({100, 250});
+  });
+  shown([](QWidget& form, QSplitter& splitter) {
+    EXPECT_EQ(form.geometry(), QRect(40, 50, 700, 500));
+    EXPECT_LT(splitter.sizes()[0] * 2, splitter.sizes()[1]);
+    form.setGeometry(300, 400, 5000, 5000);
+  });
+  shown([](QWidget& form, QSplitter&) {
+    EXPECT_TRUE(form.screen()->availableGeometry().contains(form.geometry()));
+  });
 }
 
 TEST_F(Windows, ARestWaitsForInputOfAnOpenPort) {

@@ -32,6 +32,15 @@ struct DataExchange : testing::Test {
     return names;
   }
 
+  /// The fields that are marked as refused.
+  std::string Marked() const {
+    std::string names;
+    for (const TextBox* field : {&window_.AKZ, &window_.MST, &window_.Par}) {
+      if (field->Marked()) names += field->Name() + " ";
+    }
+    return names;
+  }
+
   void Type(const std::string& office, const std::string& point, const std::string& parameter) {
     window_.AKZ.Edit(office);
     window_.MST.Edit(point);
@@ -102,17 +111,23 @@ TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
   const std::string parameter = "Das Feld  > Parameter <  muss leer sein oder vier Ziffern enthalten!";
   const std::string point = "Das Feld  > Messstellennummer <  muss leer sein oder acht Ziffern enthalten!";
   // The three fields, and what J and Z say of them.
-  const std::string rows[][5] = {
-      {"", "", "", noField, noValue},          {"12", "", "1", office, noValue},
-      {"12a", "1", "1", office, office},       {"123", "1", "+012", parameter, parameter},
-      {"", "123456789", "0012", point, point},
+  const std::string rows[][7] = {
+      {"", "", "", noField, noValue, "AKZ MST Par ", "MST Par "},
+      {"12", "", "1", office, noValue, "AKZ ", "MST "},
+      {"12a", "1", "1", office, office, "AKZ ", "AKZ "},
+      {"123", "1", "+012", parameter, parameter, "Par ", "Par "},
+      {"", "123456789", "0012", point, point, "MST ", "MST "},
   };
-  for (const auto& [akz, mst, par, refusalOfJ, refusalOfZ] : rows) {
+  for (const auto& [akz, mst, par, refusalOfJ, refusalOfZ, markedByJ, markedByZ] : rows) {
     Type(akz, mst, par);
-    window_.Einzelabruf.Click();
+    window_.MST.Enter();
+    EXPECT_EQ(Marked(), markedByJ);
     window_.Abruf_Y.Click();
+    EXPECT_EQ(Marked(), markedByZ);
     EXPECT_EQ(host_.windows.TakeMessages(), (Strings{refusalOfJ, refusalOfZ})) << akz << mst << par;
   }
+  Type("1", "1", "1");
+  EXPECT_EQ(Marked(), "");
   EXPECT_TRUE(host_.ports.openings.empty());
 }
 
@@ -139,7 +154,7 @@ TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesThe
   LoadTable("/fort.mes");
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fort.mes!"});
   EXPECT_EQ(Buttons() + window_.datanz.Text(), loading);
-  LoadTable("leer");
+  window_.duemstwal.Drop("/arbeit/leer.mes");
   EXPECT_EQ(Buttons() + window_.datanz.Text(), kIdle);
   EXPECT_EQ(PollRecords("12345678: 1"), "12345678: 1|");
 }

@@ -71,6 +71,7 @@ TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
   EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Datum muss sechs Ziffern enthalten!"});
   window_.TDAT.Edit("161106");
   EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Uhrzeit muss vier Ziffern enthalten!"});
+  EXPECT_TRUE(window_.TUHR.Marked() && !window_.TDAT.Marked() && !window_.TAKZ.Marked());
 }
 
 TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {

@@ -22,7 +22,7 @@ struct FirmwarePacker : testing::Test {
       EXPECT_EQ(window.TextQuelle.Text() + window.TextZiel.Text(), settings.SourcePath + settings.TargetPath);
       window.TextQuelle.Edit(from);
       window.TextZiel.Edit("/alt");
-      window.CoStart.Click();
+      window.TextZiel.Enter();
       window.TextQuelle.Edit("/nur getippt");
       window.RequestClose();
     });

@@ -78,6 +78,20 @@ TEST(Update, OnlyAGoodProgramFileCanBeWritten) {
   }
 }
 
+TEST(Update, ADroppedFileIsLoadedAsOneThatWasChosenWhateverItReplaces) {
+  UpdateRig rig(kTables);
+  rig.files["/NEU.MES"] = rig.files["/gut.mes"];
+  rig.Load();
+  CheckBox& points = rig.Box(0);
+  EXPECT_TRUE(points.Takes("/NEU.MES") && !rig.Box(1).Takes("/NEU.MES"));
+  points.Drop("/fehlt.mes");
+  EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fehlt.mes!"});
+  EXPECT_FALSE(points.Checked() || rig.start.Enabled());
+  points.Drop("/NEU.MES");
+  EXPECT_EQ(rig.go.Text(), "Messstellentabelle wird geladen ... O.K.!");
+  EXPECT_TRUE(points.Checked() && rig.start.Enabled());
+}
+
 TEST(Update, OfTwoChoicesTheLaterCounts) {
   for (const Update update : {kTables, kProgram2}) {
     UpdateRig rig(update);

@@ -28,6 +28,8 @@ package_packages=(dpkg-dev file pandoc)
 package_check_packages=(appstream desktop-file-utils lintian)
 # What starting the installed program takes, seen on the accessibility bus; and the tests on 32 bit.
 start_packages=(xvfb dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3-xlib)
-multilib_packages=(g++-multilib googletest)
+multilib_packages=(g++-multilib)
+# What the figures of a window take: a display, and Xlib for the time of its start.
+figures_packages=(xvfb libx11-dev)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)

@@ -213,22 +213,22 @@ TEST_F(Forms, DroppedFilesGoToTheControlThatTakesThem) {
   new FileDrops(exchange, *form);
   std::string dropped;
   exchange.duemstwal.TakeFiles("*.mes", [&](const std::string& path) { dropped += path + " "; });
-  QMimeData files;
-  files.setUrls(
+  QMimeData dragged;
+  dragged.setUrls(
       {QUrl("file:///a%20b.MES"), QUrl("file:///c.par"), QUrl("http://d.mes"), QUrl("file:///.mes")});
   QWidget* const targets[] = {form.get(), Find<QLineEdit>(*form, exchange.AKZ)};
   for (QWidget* target : targets) {
-    QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QDragEnterEvent enter({}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
     QCoreApplication::sendEvent(target, &enter);
     EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QDropEvent drop({}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
     QCoreApplication::sendEvent(target, &drop);
   }
   EXPECT_EQ(dropped, "") << "the program that they come from waits for nothing";
   QCoreApplication::processEvents();
   EXPECT_EQ(dropped, "/a b.MES /.mes /a b.MES /.mes ");
   exchange.duemstwal.SetEnabled(false);
-  QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+  QDragEnterEvent enter({}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
   QCoreApplication::sendEvent(form.get(), &enter);
   EXPECT_FALSE(enter.isAccepted());
 }

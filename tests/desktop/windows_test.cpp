@@ -121,11 +121,11 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
 }
 
 TEST_F(Windows, AMessageHigherThanTheScreenIsScrolledInsideItAndCopied) {
-  const std::string line(3000, 'x');
-  for (const std::string& text : {line, line + std::string(500, '\n') + line}) {
+  const std::string xs(3000, 'x');
+  for (const std::string& text : {xs, xs + std::string(500, '\n') + xs}) {
     Later([&] {
       const auto* scrolled = Top()->findChild<QPlainTextEdit*>();
-      EXPECT_EQ(scrolled != nullptr, text != line);
+      EXPECT_EQ(scrolled != nullptr, text != xs);
       EXPECT_TRUE(Top()->screen()->availableGeometry().contains(Top()->geometry()));
       EXPECT_FALSE(Top()->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
       QTest::keyClick(Top(), Qt::Key_C, Qt::ControlModifier);
@@ -186,11 +186,10 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
 }
 
 TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
-  const User requests[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); },
-                           kSessionEnds};
+  const User asked[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); }, kSessionEnds};
   // The toolkit has nothing to tell here.
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-  for (const User& request : requests) {
+  for (const User& request : asked) {
     struct Again : Windows {
       void TestBody() override {}
     } desk;

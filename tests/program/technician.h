@@ -163,7 +163,8 @@ class Technician {
       visited_ = nullptr;
       Strings usableAgain = UsableControls(window);
       // What the session made ready to start stays so.
-      std::erase_if(usableAgain, [](const auto& name) { return name == "TabStart" || name == "ProStart"; });
+      std::erase_if(usableAgain,
+                    [](const auto& control) { return control == "TabStart" || control == "ProStart"; });
       EXPECT_EQ(usableAgain, usable);
       if (window.IsOpen()) Close(window);
       EXPECT_FALSE(window.IsOpen()) << window.Name();

@@ -2,6 +2,7 @@
 #include "platform/posix/posix_files.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -10,6 +11,8 @@
 #include <cerrno>
 #include <map>
 
+#include "platform/posix/descriptor.h"
+#include "platform/posix/standard_streams.h"
 #include "support/scratch_folder.h"
 
 namespace {
@@ -156,6 +159,16 @@ TEST_F(PosixFilesTest, WhatKilledProgramsLeftIsCleared) {
   EXPECT_TRUE(files_.Replace("file", "new"));
   EXPECT_FALSE(fs::exists(left));
   for (const std::string& name : others) EXPECT_TRUE(fs::exists(name)) << name;
+}
+
+TEST_F(PosixFilesTest, AProgramStartedWithoutItsStreamsOpensNothingInTheirPlace) {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    const Descriptor kept(dup(stream));
+    close(stream);
+    const StandardStreams streams;
+    EXPECT_NE(Descriptor(open(".", O_RDONLY)).Number(), stream);
+    dup2(kept.Number(), stream);
+  }
 }
 
 TEST_F(PosixFilesTest, ListsDrivesFoldersAndFiles) {

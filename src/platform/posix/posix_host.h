@@ -8,10 +8,12 @@
 #include "platform/posix/posix_keep_awake.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
+#include "platform/posix/standard_streams.h"
 
 namespace ox {
 
 struct PosixHost {
+  StandardStreams streams;  // before all that opens something
   PosixEndRequests endRequests;
   OpenPorts openPorts;
   PosixClock clock;

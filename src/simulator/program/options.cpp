@@ -174,7 +174,8 @@ std::string HelpText() {
     help += "  " + name + std::string(option.help) + "\n";
   }
   return help + "\nFehler (Blöcke zählen ab 0; hinter dem = steht die Vorgabe):\n" + FaultHelp() +
-         "\nSIGUSR2 schaltet das Gerät aus und wieder ein; das Modem sendet, was es hält. Ende mit Strg+C.\n";
+         "\nSIGUSR2 schaltet das Gerät aus, noch einmal wieder ein; das Modem sendet, was es hält. Ende mit "
+         "Strg+C.\n";
 }
 
 }  // namespace ox::sim

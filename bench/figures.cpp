@@ -47,6 +47,7 @@ double MedianMilliseconds(const std::function<void()>& action) {
 }
 
 void Figures::Print(std::string_view name, double value, std::string_view unit, double limit) {
+  limit += tolerance_;
   const bool missed = value > limit;
   std::printf("%s (limit %.4g)%s\n", Head(name, value, unit).c_str(), limit, missed ? "  <-- MISSED" : "");
   std::fflush(stdout);

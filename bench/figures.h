@@ -19,6 +19,9 @@ double MedianMilliseconds(const std::function<void()>& action);
 /// The figures of one program.
 class Figures {
  public:
+  /// Every limit is widened by `tolerance`.
+  explicit Figures(double tolerance = 0) : tolerance_(tolerance) {}
+
   /// Prints "name: value unit (limit ...)".
   void Print(std::string_view name, double value, std::string_view unit, double limit);
   /// The same for a figure that only informs.
@@ -28,6 +31,7 @@ class Figures {
   int ExitStatus() const { return missed_ ? 1 : 0; }
 
  private:
+  double tolerance_;
   bool missed_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include "tables/mes_table.h"
 #include "tables/par_table.h"
 #include "tables/table_images.h"
+#include "tables/table_summary.h"
 #include "tables/table_text.h"
 #include "tables/zuo_table.h"
 
@@ -47,12 +48,17 @@ void Link(const Bytes& points, const Bytes& parameters, const Bytes& assignments
   CountedMessages attaching;
   attaching.answer = answer;
   const Bytes linked = AttachAssignments(points, assignments, attaching);
+  Require(DescribeParameterList(parameters).ends_with(" Parameter"));
+  Require(!DescribeAssignmentTable(assignments).empty());
   Require(!linked.empty() || attaching.shown > 0 || !answer);
   for (const Bytes& table : {linked, points}) {  // also one that linking never saw
     const auto [newer, older] = BuildTableImages(table, parameters);
     Require(older.status != ImageStatus::kUnusable);
-    for (const TableImage& image : {newer, older})
+    for (const TableImage& image : {newer, older}) {
       Require(image.bytes.size() == (image.status == ImageStatus::kBuilt ? kImageSize : 0));
+      Require(image.status != ImageStatus::kBuilt || image.bodySize <= kMaxImageBody);
+    }
+    Require(DescribePointTable(table).starts_with("Stand "));
   }
 }
 

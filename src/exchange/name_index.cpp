@@ -1,8 +1,6 @@
 // Collecting names from a packed table, in the characters that the user wrote them with.
 #include "exchange/name_index.h"
 
-#include <algorithm>
-
 #include "tables/device_characters.h"
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
@@ -22,13 +20,6 @@ bool IsNumber(BytesView text) {
   return text.size() == kPointNumberLength && !DigitsOnly(text).empty();
 }
 
-/// The table holds the device's characters.
-Bytes ShownName(BytesView name) {
-  Bytes shown(name);
-  std::transform(shown.begin(), shown.end(), shown.begin(), FileCharacter);
-  return shown;
-}
-
 }  // namespace
 
 NameIndex::NameIndex(BytesView tableImage) {
@@ -41,7 +32,7 @@ NameIndex::NameIndex(BytesView tableImage) {
     }
     // Of several points with one number the first counts. A name that is cut off by the table's end does not
     // count.
-    if (entry.size() == kNameEnd) names_.emplace(number, ShownName(entry.substr(kNameOffset)));
+    if (entry.size() == kNameEnd) names_.emplace(number, FileCharacters(entry.substr(kNameOffset)));
     position += kEntryLength;
   }
 }

@@ -1,7 +1,7 @@
 // The one table of the device's own characters.
 #include "tables/device_characters.h"
 
-#include "platform/bytes.h"
+#include <algorithm>
 
 namespace ox {
 namespace {
@@ -46,6 +46,12 @@ char FileCharacter(char deviceCharacter) {
     if (device == deviceCharacter) return file;
   }
   return deviceCharacter;
+}
+
+Bytes FileCharacters(BytesView deviceText) {
+  Bytes text(deviceText);
+  std::ranges::transform(text, text.begin(), FileCharacter);
+  return text;
 }
 
 bool DeviceShows(char deviceCharacter) {

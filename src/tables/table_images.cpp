@@ -23,9 +23,10 @@ Bytes Slot(std::size_t number) {
 }
 
 TableImage FinishImage(Bytes body) {
-  if (body.size() > kMaxImageBody) return {ImageStatus::kOverflow, {}};
+  const std::size_t size = body.size();
+  if (size > kMaxImageBody) return {ImageStatus::kOverflow, {}, size};
   body.resize(kChecksumOffset, kFiller);
-  return {ImageStatus::kBuilt, body + PackWord(ImageChecksum(body))};
+  return {ImageStatus::kBuilt, body + PackWord(ImageChecksum(body)), size};
 }
 
 TableImage BuildOlderImage(BytesView linked, BytesView parameters) {

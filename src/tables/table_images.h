@@ -32,6 +32,9 @@ enum class ImageStatus {
 struct TableImage {
   ImageStatus status;
   Bytes bytes;  ///< kImageSize bytes when built, else empty
+  /// Of the body, in bytes, also when it is too long; 0 when there is none, as with too many measuring
+  /// points.
+  std::size_t bodySize = 0;
 };
 
 struct TableImages {

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "tables/image_fill.h"
 #include "tables/table_rig.h"
+#include "tables/table_summary.h"
 
 namespace ox {
 namespace {
@@ -68,6 +70,7 @@ TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
   const auto older = [&](std::size_t size) { return BuildTableImages(linked, Bytes(size, 'p')).older; };
   EXPECT_EQ(older(room).bytes.substr(16379, 3), "p\xFF\xFF");
   EXPECT_EQ(older(room + 1).status, ImageStatus::kOverflow);
+  EXPECT_EQ(DescribeFill(older(room + 1)), "zu groß: 16381 von 16380 Bytes (101 %)");
 
   // Head 16, version 6 + 2, parameters 20 + 4, offices 22 + 2; 740 points 12 + 740 * 22 and 7 * 2 for the
   // further parameters of the last, with 2 bytes of filler: 16380.
@@ -79,6 +82,35 @@ TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
 
   EXPECT_EQ(generation3(Points(1000, 0)), ImageStatus::kUnusable);
   EXPECT_EQ(generation3(Points(1001, 0)), ImageStatus::kOverflow) << "it goes before an unusable section";
+}
+
+TEST(TableImages, WhatWillBeWrittenIsToldInAFewWords) {
+  const Bytes two = Packed("Netz }__Amt_123_" + Point("12345678") + Point("87654321") + "__Leer_045____");
+  const Bytes parameters = Packed("0001 Pegelhoeh cm _0002 Pegelhoeh cm ___");
+  const Bytes both = Packed(
+      "12345678"
+      "00010002_"
+      "87654321"
+      "0001__");
+  EXPECT_EQ(DescribePointTable(two), "Stand Netz ü, 2 Ämter, 2 Messstellen");
+  EXPECT_EQ(DescribePointTable(Packed(Office(Point("12345678", "0001")))),
+            "Stand Stand, 1 Amt, 1 Messstelle");
+  EXPECT_EQ(DescribeParameterList(parameters), "2 Parameter");
+  EXPECT_EQ(DescribeAssignmentTable(both), "2 Messstellen, 3 zugeordnete Parameter");
+
+  const auto images = BuildImagesSilently(two, parameters, both);
+  ASSERT_TRUE(images);
+  // Head 8, points 80 + 12, parameters 40; head 16, version 8, parameters 36, offices 40, points 60.
+  EXPECT_EQ(DescribeFill(images->older), "140 von 16380 Bytes (1 %)");
+  EXPECT_EQ(DescribeFill(images->generation3), "160 von 16380 Bytes (1 %)");
+  const auto without = BuildImagesSilently(two, parameters,
+                                           Packed("12345678"
+                                                  "00010002__"));
+  ASSERT_TRUE(without);
+  EXPECT_EQ(DescribeFill(without->generation3), "Tabellen nicht verwendbar");
+  EXPECT_FALSE(BuildImagesSilently(two, parameters,
+                                   Packed("12345678"
+                                          "0009__")));
 }
 
 }  // namespace

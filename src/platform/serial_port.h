@@ -17,7 +17,8 @@ class PortError : public std::runtime_error {
 };
 
 /// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/,
-/// programming/ and the modem's link.
+/// programming/ and the modem's link. Where opening, reading, writing or the modem line fail, the port is
+/// closed afterwards.
 class SerialPort {
  public:
   SerialPort() = default;
@@ -26,15 +27,17 @@ class SerialPort {
   virtual ~SerialPort() = default;
 
   /// Line parameters for the next opening: "<baud>,<parity>,<data bits>,<stop bits>", for example
-  /// "9600,O,7,1".
+  /// "9600,O,7,1". Wrong ones are refused at the opening.
   virtual void SetSettings(std::string_view settings) = 0;
 
-  /// COM port number, from 1 on; any other is refused at once or at the opening. Not while the port is open.
+  /// COM port number, from 1 on; any other is refused at the opening. Not while the port is open.
   virtual void SetCommPort(int number) = 0;
 
   virtual bool PortOpen() const = 0;
 
-  /// Takes the port for this program alone. What had arrived before is kept.
+  /// Takes the port for this program alone; does nothing when it is open. Drops nothing: what the host has
+  /// kept from before is read first. Hosts differ in that: on a serial line what comes to a closed port is
+  /// lost, and so is what nobody has read at the closing; a pseudo-terminal keeps both.
   virtual void Open() = 0;
 
   /// First sends what was written, within the time that the line needs for it, then frees the port. Does

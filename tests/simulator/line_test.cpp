@@ -108,23 +108,6 @@ TEST(Line, WhatAnEndHearsOfOneCharacter) {
   EXPECT_EQ(CrossToPc("AS", kOdd, kEven), Bytes(2, '\0')) << "the host reads a damaged character as NUL";
 }
 
-TEST(LineHost, WhatIsSaidToAClosedPortOrAtOtherSettingsIsNotKept) {
-  // "o" opens the port as the end is set, "e" with the other parity, "c" closes it; the end says digits.
-  const std::pair<std::string, Bytes> rows[] = {{"o12", "12"},  {"1o2", "2"},   {"oc1o2", "2"},
-                                                {"o1co2", "2"}, {"e1co2", "2"}, {"e12", Bytes(2, '\0')}};
-  for (const auto& [happening, read] : rows) {
-    test::ScriptedDevice end;
-    Wire wire(end);
-    for (const char each : happening) {
-      if (each == 'o' || each == 'e') wire.Open(each == 'o' ? "9600,O,7,1" : "9600,E,7,1");
-      if (each == 'c') wire.port.Close();
-      if (each < 'a') end.Expect("!", Bytes(1, each)).Receive("!", end.Line(), 0);
-      wire.host.Work();
-    }
-    EXPECT_EQ(wire.Read(read.size()), read) << happening;
-  }
-}
-
 TEST(LineHost, TakesFromThePcWhatTheLineCarriesAndNoMore) {
   test::ScriptedDevice end;
   Wire wire(end, true);

@@ -16,9 +16,6 @@ class TestPort : public SerialPort {
   void SetSettings(std::string_view settings) override {
     const Shelter shelter;
     settings_ = settings;
-    const auto line = sim::ParseLineSettings(settings_);
-    if (!line) throw PortError("settings");
-    line_ = *line;
   }
 
   void SetCommPort(int number) override {
@@ -30,11 +27,14 @@ class TestPort : public SerialPort {
 
   void Open() override {
     const Shelter shelter;
+    if (PortOpen()) return;
     const bool taken = std::ranges::count(ports_.open_, number_, &TestPort::number_) > 0;
-    if (ports_.broken_ || taken || !ports_.lines_.contains(number_))
-      throw PortError("broken, taken or missing");
-    // What came while nobody listened is gone.
-    if (sim::Endpoint* device = Device()) device->TakeOutput(ports_.clock_.Elapsed());
+    const auto line = sim::ParseLineSettings(settings_);
+    if (!line || ports_.broken_ || taken || !ports_.lines_.contains(number_))
+      throw PortError("wrongly set, broken, taken or missing");
+    line_ = *line;
+    sim::Endpoint* const device = Device();
+    if (device != nullptr && !ports_.keeps_) device->TakeOutput(ports_.clock_.Elapsed());
     ports_.open_.push_back(this);
     ports_.openings.push_back(std::to_string(number_) + ":" + settings_);
   }
@@ -59,7 +59,7 @@ class TestPort : public SerialPort {
     sim::Endpoint* device = Device();
     if (device == nullptr) return {};
     const sim::LineSettings from = device->Line();
-    return sim::CrossToPc(device->TakeOutput(ports_.clock_.Elapsed()), from, line_);
+    return sim::CrossToPc(device->TakeSome(ports_.clock_.Elapsed(), kMostPerLook), from, line_);
   }
 
   void SetModemLine(bool on) override {
@@ -74,14 +74,18 @@ class TestPort : public SerialPort {
   }
 
  private:
-  void Check() const {
-    if (!PortOpen() || ports_.broken_) throw PortError("not open or broken");
+  static constexpr std::size_t kMostPerLook = 65536;
+
+  void Check() {
+    if (PortOpen() && !ports_.broken_) return;
+    Close();
+    throw PortError("not open or broken");
   }
 
   TestPorts& ports_;
   std::string settings_;
   sim::LineSettings line_;
-  int number_ = 0;
+  int number_ = 1;
 };
 
 std::unique_ptr<SerialPort> TestPorts::Create() {

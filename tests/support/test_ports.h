@@ -13,7 +13,8 @@
 
 namespace ox::test {
 
-/// What a closed port, or one with other settings than its device, would receive is lost.
+/// They keep the contract of platform/serial_port.h. What comes to a closed port is lost, as on a serial
+/// line.
 class TestPorts : public SerialPorts {
  public:
   static constexpr double kNever = std::numeric_limits<double>::infinity();
@@ -25,6 +26,8 @@ class TestPorts : public SerialPorts {
   /// Makes COM<number> exist, with the test's device at its other end; null: with none.
   void Connect(int number, sim::Endpoint* device) { lines_[number] = device; }
   void Remove(int number) { lines_.erase(number); }
+  /// What comes to a closed port waits for its opening, as on a pseudo-terminal.
+  void KeepForClosedPorts(bool keep) { keeps_ = keep; }
   /// Breaks every port behind so many further characters: every operation fails from then on until Mend.
   void BreakAfterSending(std::size_t characters) { sendable_ = characters; }
   void Break() { broken_ = true; }
@@ -47,6 +50,7 @@ class TestPorts : public SerialPorts {
   std::vector<class TestPort*> open_;
   std::size_t sendable_ = Bytes::npos;
   bool broken_ = false;
+  bool keeps_ = false;
 };
 
 }  // namespace ox::test

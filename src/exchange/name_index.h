@@ -1,4 +1,4 @@
-// The names of measuring points, found by their numbers.
+// The names of measuring points and the codes of their offices, found by the points' numbers.
 #pragma once
 
 #include <functional>
@@ -21,8 +21,16 @@ class NameIndex {
   /// The name of the first point with this number, five characters of Windows-1252; empty when there is none.
   BytesView Find(BytesView number) const;
 
+  /// The office code of that point, three digits; empty when there is no such point or the table tells none.
+  BytesView OfficeOf(BytesView number) const;
+
  private:
-  std::map<Bytes, Bytes, std::less<>> names_;
+  struct Point {
+    Bytes name;
+    Bytes office;
+  };
+
+  std::map<Bytes, Point, std::less<>> points_;
 };
 
 }  // namespace ox

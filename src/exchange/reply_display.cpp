@@ -22,19 +22,27 @@ void PutNameForNumber(Bytes& record, const NameIndex& names) {
 
 }  // namespace
 
-Bytes FormatValues(BytesView reply, const NameIndex& names) {
-  Bytes display;
-  std::size_t count = 0;
+std::vector<BytesView> ShownRecords(BytesView reply) {
+  std::vector<BytesView> records;
   reply.remove_prefix(reply.empty() ? 0 : 1);
   for (;;) {
     const std::size_t end = reply.find(kCr);
-    if (end == BytesView::npos || end < kMinRecordLength) return display;
-    Bytes record(reply.substr(0, end < kMaxRecordLength ? end : kMaxRecordLength));
+    if (end == BytesView::npos || end < kMinRecordLength) return records;
+    records.push_back(reply.substr(0, end));
+    reply.remove_prefix(end + 1);
+  }
+}
+
+Bytes FormatValues(BytesView reply, const NameIndex& names) {
+  Bytes display;
+  std::size_t count = 0;
+  for (const BytesView shown : ShownRecords(reply)) {
+    Bytes record(shown.substr(0, kMaxRecordLength));
     PutNameForNumber(record, names);
     ++count;
     display.append(record).append(count % kRecordsPerLine == 0 ? kCrLf : kBetweenRecords);
-    reply.remove_prefix(end + 1);
   }
+  return display;
 }
 
 }  // namespace ox

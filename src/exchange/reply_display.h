@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <vector>
 
 #include "exchange/name_index.h"
 #include "platform/bytes.h"
@@ -18,6 +19,9 @@ inline constexpr std::size_t kMaxRecordLength = 25;
 inline constexpr std::size_t kMinRecordLength = 3;
 /// Records in a line of the display.
 inline constexpr std::size_t kRecordsPerLine = 3;
+
+/// The records of a reply that are shown, uncut, each without its CR. They point into the reply.
+std::vector<BytesView> ShownRecords(BytesView reply);
 
 /// The display of a reply, Windows-1252, lines ended by CR LF. What is left without a CR at the end is not
 /// shown.

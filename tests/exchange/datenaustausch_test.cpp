@@ -4,7 +4,10 @@
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "chooser/file_chooser.h"
+#include "exchange/values_csv.h"
+#include "session/window_table_messages.h"
 #include "support/test_host.h"
+#include "tables/mes_table.h"
 
 namespace ox::test {
 
@@ -213,6 +216,32 @@ TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
   window_.Zyklischer_Abruf.Click();
   EXPECT_FALSE(window_.IsOpen());
   EXPECT_EQ(window_.mewanz.Text(), "AAA|");
+}
+
+TEST(ValuesCsv, ASpreadsheetMisreadsNoField) {
+  TestHost host;
+  WindowTableMessages messages(host.windows);
+  const NameIndex names(ParseMesTable(TableText(R"(/S/"1" /A/"Süd" /Z/"042"
+/N/"12345678"/D/" 0012"/M/"-0003"/T/"=A;1" /B/ Ende /A/"Nord" /Z/"007"
+/N/"00000001"/D/" 0000"/M/" 0000"/T/"Öl1.5" /N/"00000002"/D/" 0000"/M/" 0000"/T/"-1.5" /B/ Ende /E/)"),
+                                      messages));
+  const std::pair<Bytes, std::string> rows[] = {
+      {"12345678: 0012 s   12.3", "042;12345678;0012;s;12,3;\"'=A;1\";"},
+      {"00000001: 0001     -3.0 cm", "007;00000001;0001;;-3,0;Öl1.5;"},
+      {"00000002: 1023 ?    --.", "007;00000002;1023;?;'--.;-1.5;"},
+      {"99999999: 0007   +1234567.8", "123;99999999;0007;;+1234567,8;;"},
+      {"99999999: 00", "123;99999999;00;;;;"},
+      {"99999999: 0001     1 2.3", "123;99999999;0001;;1 2.3;;"},
+      {"99999999: 0001   =1+\"a\"", "123;99999999;0001;;\"'=1+\"\"a\"\"\";;"},
+      {"22.11.26 22:00:10 ", ";;;;22.11.26 22:00:10;;"},
+  };
+  Bytes reply = "\r";
+  std::string lines;
+  for (const auto& [record, line] : rows) {
+    reply += record + "\r";
+    lines += line + "2026-01-02T03:04:05\r\n";
+  }
+  EXPECT_EQ(CsvLines(reply + "E\r12345678: 1\r", names, "123", {2026, 1, 2, 3, 4, 5}), lines);
 }
 
 }  // namespace ox::test

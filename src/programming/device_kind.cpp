@@ -52,6 +52,7 @@ constexpr std::array kPreparations3{
 
 constexpr DeviceKind kGeneration2Kind{
     .type = "OX 2",
+    .name = "OX II",
     .tables = {.kindQueries = kKindQueries2,
                .image = &TableImages::older,
                .overflow = "Abbruch: Überlauffehler der Tabellen!",
@@ -72,6 +73,7 @@ constexpr DeviceKind kGeneration2Kind{
 
 constexpr DeviceKind kGeneration3Kind{
     .type = "OX 3",
+    .name = "OX III",
     .tables = {.kindQueries = kKindQueries3,
                .image = &TableImages::generation3,
                .overflow = "Abbruch: Überlauffehler der Tabellen OX3!",

@@ -62,7 +62,8 @@ struct ProgramUpdateKind {
 
 /// A generation that can be updated. Messages are UTF-8, ready to be shown.
 struct DeviceKind {
-  BytesView type;  // what the type in its identification begins with: "OX 2"
+  BytesView type;         // what the type in its identification begins with: "OX 2"
+  std::string_view name;  // for its user: "OX II"
   TableUpdateKind tables;
   ProgramUpdateKind program;
 };

@@ -8,7 +8,7 @@
 namespace ox {
 namespace {
 
-constexpr BytesView kLoaderSettings = "19200,n,8,1";
+constexpr BytesView kLoaderSettings = "19200,n,8,1";  // kLoaderBaud and kLoaderCharacterBits
 
 }  // namespace
 

@@ -1,14 +1,28 @@
 // The exchange with the device's loader, the same for all updates.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "link/line_protocol.h"
+#include "platform/clock.h"
 #include "platform/machine.h"
+#include "programming/block_frame.h"
 #include "programming/loader_requests.h"
 #include "session/session_settings.h"
 
 namespace ox {
+
+/// The speed of the line to the loader; a character of 8 bits without parity has a start and a stop bit too.
+constexpr int kLoaderBaud = 19200;
+constexpr int kLoaderCharacterBits = 10;
+
+/// What the line alone needs for a request with so many data bytes: wake-up and answer, frame and answer.
+constexpr Seconds LineTime(std::size_t data) {
+  constexpr std::size_t kSingleCharacters = 3;  // the wake-up and both answers
+  const std::size_t characters = kSingleCharacters + kFrameHeaderSize + data;
+  return static_cast<Seconds>(characters * kLoaderCharacterBits) / static_cast<Seconds>(kLoaderBaud);
+}
 
 /// The line of an update to the loader. Owns its port; shows nothing to the user. Every operation
 /// but Close may throw PortError and leaves the port to be closed by the caller then.

@@ -2,6 +2,8 @@
 #include "programming/program_file.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <utility>
 
 namespace ox {
@@ -42,6 +44,13 @@ LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format) {
   }
   if (format.checkWordMissing) InsertCheckWord(program, format);
   return {ProgramFileStatus::kGood, std::move(program)};
+}
+
+std::string DescribeProgram(BytesView program) {
+  const BytesView word = program.substr(program.size() - kCheckWordSize);
+  std::array<char, sizeof "FFFF"> hex{};
+  std::snprintf(hex.data(), hex.size(), "%02X%02X", ByteValue(word[1]), ByteValue(word[0]));
+  return std::to_string(program.size()) + " Bytes, Prüfwort " + hex.data() + " hex";
 }
 
 std::string ProgramFileFault(ProgramFileStatus status, const std::string& path) {

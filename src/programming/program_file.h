@@ -39,6 +39,9 @@ struct LoadedProgram {
 /// Checks a file's content and takes its program, with its check word, out of it.
 LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format);
 
+/// The size and the check word of a program that was read: "32768 Bytes, Prüfwort 3F2A hex", UTF-8.
+std::string DescribeProgram(BytesView program);
+
 /// What is told of the file `path` (UTF-8) when it is not good.
 std::string ProgramFileFault(ProgramFileStatus status, const std::string& path);
 

@@ -2,6 +2,7 @@
 #include "programming/loader_link.h"
 #include "programming/program_update.h"
 #include "programming/table_update.h"
+#include "programming/update_estimate.h"
 #include "simulator/device/device.h"
 #include "simulator/device/sample_program.h"
 #include "support/test_host.h"
@@ -104,6 +105,48 @@ TEST(UpdateProcedures, TellEveryStepWithItsTimeAndItsBlocks) {
     EXPECT_EQ(transcript.sent, written.size() / 256);
     EXPECT_TRUE((tables ? device.Memory().Tables() : device.Memory().Program()) == written);
     EXPECT_EQ(host.ports.OpenCount(), 0);
+  }
+}
+
+TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
+  const struct {
+    const char* what;
+    double query, block, pauseBefore20;
+    double knownFrom;  // this share of the time on, within a second
+  } rows[] = {
+      {"as fast as the line", LineTime(0), LineTime(256), 0, 0},
+      {"behind a USB adapter", LineTime(0) + 0.032, LineTime(256) + 0.032, 0, 0},
+      {"a slow memory", LineTime(0), 0.4, 0, 0.45},
+      {"a slow answer, and one block is late", 2, 0.15, 3, 0.5},
+      {"no line at all", 0, 0.001, 0, 0.5},
+  };
+  for (const auto& [what, query, block, pauseBefore20, knownFrom] : rows) {
+    constexpr int kBlocks = 128;
+    TestClock clock;
+    clock.StartAt(23, 59, 55);
+    UpdateEstimate estimate;
+    const auto step = [&](const char* name, std::size_t blocks, double seconds) {
+      estimate.Step(name, blocks, clock.SecondsSinceMidnight());
+      clock.Advance(seconds);
+    };
+    step("Gerätetyp wird abgefragt ...", 0, query);
+    step("Gerät bereitet sich vor ...", 0, 2.9);
+    step("Gerät bereitet sich vor ...", 0, 1.2);
+    EXPECT_EQ(estimate.SecondsGone(clock.SecondsSinceMidnight()), 4);
+    step("Programm wird übertragen ...", kBlocks, 0);
+    int last = estimate.SecondsLeft(clock.SecondsSinceMidnight());
+    double left = kBlocks * block + pauseBefore20;
+    for (int part = 0; estimate.Sends(); ++part) {
+      const double took = block + (part / 4 == 20 ? pauseBefore20 : 0);
+      clock.Advance(took / 4);
+      left -= took / 4;
+      if (part % 4 == 3) estimate.BlockSent(clock.SecondsSinceMidnight());
+      const int figure = estimate.SecondsLeft(clock.SecondsSinceMidnight());
+      EXPECT_LE(figure - last, 1) << what;
+      if (left <= (1 - knownFrom) * kBlocks * block) EXPECT_NEAR(figure, left + 0.5, 1.1) << what;
+      last = figure;
+    }
+    EXPECT_EQ(estimate.Percent(), 100);
   }
 }
 

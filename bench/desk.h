@@ -46,12 +46,13 @@ struct Desk {
 
   /// The host with the ports given; they outlive what uses it.
   Host HostWith(SerialPorts& ports) {
-    return {{user, posix.clock, ports, posix.files, posix.random, posix.awake}, user};
+    return {{user, posix.clock, ports, posix.files, posix.random, posix.awake}, user, notices};
   }
 
   ScratchFolder folder;
   QApplication application;
   PosixHost posix;
+  Notices notices;
   QtWindowSystem windows{posix.openPorts, posix.endRequests, posix.awake};
   PlayedUser user{windows};
 };

@@ -6,6 +6,7 @@
 
 #include "app/program.h"
 #include "desktop/qt_window_system.h"
+#include "link/port_notices.h"
 #include "platform/posix/posix_host.h"
 #include "ui/host.h"
 
@@ -43,7 +44,9 @@ int main(int argumentCount, char** arguments) {
 
   ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake,
                              ox::WindowPlaces(ox::WindowPlaces::UsersFile()));
-  ox::Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
+  ox::Notices notices;
+  ox::PortsWithNotices ports(posix.ports, notices);
+  ox::Host host{{windows, posix.clock, ports, posix.files, posix.random, posix.awake}, windows, notices};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());
   return 0;

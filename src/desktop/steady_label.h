@@ -19,10 +19,10 @@ class SteadyLabel : public QLabel {
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
- private:
   /// Where the text stands, within frame and margin.
   QRect TextArea() const;
-  bool Fits() const;
+  /// Whether the whole text is shown.
+  virtual bool Fits() const;
 };
 
 }  // namespace ox

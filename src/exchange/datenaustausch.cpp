@@ -42,6 +42,7 @@ class RunMark {
 
 Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChooser& chooser)
     : Window(host.windows, "Datenaustausch", "Datenaustausch mit Orvanexe"),
+      Hinweis(*this, host.notices),
       host_(host),
       settings_(settings),
       chooser_(chooser),

@@ -45,6 +45,7 @@ class Datenaustausch : public Window {
   Label LabelMewanz{*this, "LabelMewanz",
                     "Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe."};
   TextBox mewanz{*this, "mewanz"};  // values
+  QuietLine Hinweis;
 
   /// When the last exchange began, in seconds since midnight.
   float StartTime() const { return StartTime_; }

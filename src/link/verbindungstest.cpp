@@ -7,6 +7,7 @@ namespace ox {
 
 Verbindungstest::Verbindungstest(Host& host, SessionSettings& settings)
     : Window(host.windows, "Verbindungstest", "Verbindung mit Orvanexe prüfen"),
+      Hinweis(*this, host.notices),
       host_(host),
       settings_(settings) {}
 

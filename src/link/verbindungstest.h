@@ -20,6 +20,7 @@ class Verbindungstest : public Window, private SearchObserver {
   Label Label2{*this, "Label2", "Parität:"};
   Label Paritätanz{*this, "Paritätanz"};
   Label COM{*this, "COM"};
+  QuietLine Hinweis;
 
  protected:
   void OnActivate() override;

@@ -13,7 +13,10 @@ constexpr std::string_view kRefused = "Achtung: Modem hat Daten nicht angenommen
 }  // namespace
 
 Modem::Modem(Host& host, const SessionSettings& settings)
-    : Window(host.windows, "Modem", "Modem-ZEM"), host_(host), link_(host, settings, Datanz) {
+    : Window(host.windows, "Modem", "Modem-ZEM"),
+      Hinweis(*this, host.notices),
+      host_(host),
+      link_(host, settings, Datanz) {
   // This works during a command too: the window then goes when the command has ended.
   Command1.onClick = [this] { RequestClose(); };
   Command2.onClick = [this] { SendDate(); };

@@ -42,6 +42,7 @@ class Modem : public Window {
   Button Command1{*this, "Command1", "Verlassen"};
   Label LabelDatanz{*this, "LabelDatanz", "PC <> Modem  Ausgetauschte Daten"};
   TextBox Datanz{*this, "Datanz"};
+  QuietLine Hinweis;
 
  protected:
   void OnLoad() override;

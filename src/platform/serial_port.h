@@ -5,15 +5,25 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/bytes.h"
+#include "platform/port_fault.h"
 
 namespace ox {
 
 /// A port that is missing, taken, forbidden or wrongly set, or that was lost while it was in use.
 class PortError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit PortError(PortFault fault)
+      : std::runtime_error(fault.reason), fault_(std::make_shared<const PortFault>(std::move(fault))) {}
+  explicit PortError(std::string reason, std::string advice = {})
+      : PortError(PortFault{{}, std::move(reason), std::move(advice)}) {}
+
+  const PortFault& Fault() const { return *fault_; }
+
+ private:
+  std::shared_ptr<const PortFault> fault_;  // shared, so that copies of the exception cannot fail
 };
 
 /// One COM port. Every operation but PortOpen and Close may throw PortError; it ends inside link/,

@@ -25,6 +25,7 @@ class TurnMark {
 
 PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
     : Window(host.windows, "PowerMonitor", "Stromversorgungsmonitor der Orvanexe"),
+      Hinweis(*this, host.notices),
       host_(host),
       Due_(host, settings, datanz, TraceMode::kLatestOnly),
       log_(host.files) {

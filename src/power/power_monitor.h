@@ -39,6 +39,7 @@ class PowerMonitor : public Window {
   Button CPreset{*this, "CPreset", "Akkuladung simulieren"};
   Label LabelDatanz{*this, "LabelDatanz", "PC <> OX  Ausgetauschte Daten"};
   TextBox datanz{*this, "datanz"};
+  QuietLine Hinweis;
   Timer PowerTimer{*this, "PowerTimer", kSampleMilliseconds};
 
  protected:

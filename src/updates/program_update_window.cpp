@@ -18,6 +18,7 @@ constexpr std::string_view kLoading = "Programmdatei wird geladen ...";
 
 ProgramUpdateWindow::ProgramUpdateWindow(Host& host, const DeviceKind& kind, Subs& subs, FileChooser& chooser)
     : Window(host.windows, kind.program.windowName, kind.program.caption, kForm),
+      Hinweis(*this, host.notices),
       kind_(kind),
       host_(host),
       program_(host, chooser,

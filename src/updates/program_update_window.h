@@ -24,6 +24,7 @@ class ProgramUpdateWindow : public Window {
   CheckBox ChPro{*this, "ChPro", "Programmdatei wählen"};
   Button ProStart{*this, "ProStart", "Update Start"};
   Button proEnd{*this, "proEnd", "Verlassen"};
+  QuietLine Hinweis;
 
  protected:
   void OnLoad() override { program_.Clear(); }

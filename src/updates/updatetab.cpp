@@ -14,6 +14,7 @@ namespace ox {
 
 updatetab::updatetab(Host& host, Subs& subs, FileChooser& chooser)
     : Window(host.windows, "updatetab", "Update Tabellen"),
+      Hinweis(*this, host.notices),
       host_(host),
       points_(host, chooser,
               TableParts(ChMes, "*.mes", "Messstellentabelle wird geladen ...", ParseMesTable)),

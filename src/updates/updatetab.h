@@ -28,6 +28,7 @@ class updatetab : public Window {
   CheckBox ChZuo{*this, "ChZuo", "Zuordnungstabelle"};
   Button TabStart{*this, "TabStart", "Update Start"};
   Button TabEnd{*this, "TabEnd", "Verlassen"};
+  QuietLine Hinweis;
 
  protected:
   void OnLoad() override;

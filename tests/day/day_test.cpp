@@ -250,7 +250,8 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   WriteFile("OX.CFG", "\\C\\1\r\n\\B\\9600\r\n\\P\\O\r\n\\M\\\r\nEDT\r\n");
   PosixHost posix;
   QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
-  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows};
+  Notices notices;
+  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows, notices};
   Program program(host);
   Day day;
   User::Run([&] { windows.ShowModal(program.MainWindow()); }, [&] { day.Work(); });

@@ -148,11 +148,11 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
     places.Keep(*form);
   };
   shown([](QWidget& form, QSplitter& splitter) {
-    form.setGeometry(40, 50, 700, 500);
+    form.setGeometry(40, 50, 700, 540);
     splitter.setSizes({100, 250});
   });
   shown([](QWidget& form, QSplitter& splitter) {
-    EXPECT_EQ(form.geometry(), QRect(40, 50, 700, 500));
+    EXPECT_EQ(form.geometry(), QRect(40, 50, 700, 540));
     EXPECT_LT(splitter.sizes()[0] * 2, splitter.sizes()[1]);
     form.setGeometry(300, 400, 5000, 5000);
   });

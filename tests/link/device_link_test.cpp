@@ -13,8 +13,10 @@ struct DeviceDialogue : testing::Test {
   using Script = std::vector<std::pair<Bytes, std::vector<ScriptedDevice::Piece>>>;
 
   struct TraceWindow : Window {
-    explicit TraceWindow(WindowSystem& windows) : Window(windows, "TraceWindow", "") {}
+    explicit TraceWindow(Host& host)
+        : Window(host.windows, "TraceWindow", ""), Hinweis(*this, host.notices) {}
     TextBox datanz{*this, "datanz"};
+    QuietLine Hinweis;
   };
 
   /// Returns the reply and, after a blank, the messages.
@@ -30,7 +32,7 @@ struct DeviceDialogue : testing::Test {
 
   TestHost host_;
   SessionSettings settings_{.BaudRate = "19200", .Parity = "E", .ComPort = "3"};
-  TraceWindow window_{host_.windows};
+  TraceWindow window_{host_.host};
   DeviceLink link_{host_.host, settings_, window_.datanz};
   std::optional<ScriptedDevice> device_;
 };
@@ -131,8 +133,11 @@ TEST_F(DeviceDialogue, AFloodEndsAsSilenceDoesAndTheTraceKeepsItsNewestPart) {
   EXPECT_TRUE(trace.size() > kKept - 100 && trace.size() < 2 * kKept + 100) << trace.size();
 }
 
-TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAndNoResult) {
-  const Script script{{"S", {{0, "A"}}}, {"P", {{0, "\r1\r"}, {0.8, "E\r"}}}};
+TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAfterItsReasonAndNoResult) {
+  const Script script{{"S", {{0, "A"}}}, {"P", {{0, "\r1\r"}, {0.8, "E\r"}}}, {"A", {}}};
+  Strings reasons;
+  host_.windows.OnMessage([&](const std::string&) { reasons.push_back(window_.Hinweis.Text()); });
+  host_.notices.Say(Notices::From::kLog, "Protokoll voll.");
   host_.windows.In(0.4, [&] { host_.ports.Break(); });
   EXPECT_EQ(Run(script), " 3: lässt sich nicht öffnen!");
   for (const auto& [port, sent] : {std::pair{"3", 0U}, {"3", 1U}, {"3", 2U}, {"2", 9U}}) {
@@ -141,6 +146,14 @@ TEST_F(DeviceDialogue, APortThatFailsAnywhereGetsOneMessageAndNoResult) {
     settings_.ComPort = port;
     EXPECT_EQ(Run(script), " " + settings_.ComPort + ": lässt sich nicht öffnen!") << sent;
   }
+  const std::string log = "\nProtokoll voll.";
+  Strings expected(4, "COM3: not open or broken." + log);
+  expected.push_back("COM2: wrongly set, broken, taken or missing." + log);
+  EXPECT_EQ(reasons, expected);
+  host_.ports.Mend();
+  settings_.ComPort = "3";
+  EXPECT_EQ(Run(script), "\r1\rE\r");
+  EXPECT_EQ(window_.Hinweis.Text(), log.substr(1)) << "the port opens well";
 }
 
 }  // namespace

@@ -86,19 +86,23 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
 }
 
 TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
+  const std::string name = "COM1 ist " + farEnd_->Path() + ": ";
   EXPECT_EQ(PortPath(4), "/dev/ttyS3");
   std::filesystem::create_symlink("/dev/unplugged", "COM2");
   EXPECT_EQ(PortPath(2), "COM2") << "and not a built-in port in its place";
   WriteFile("COM3", "");
-  EXPECT_EQ(Refusal(0), "COM0: gibt es nicht\n");
-  EXPECT_EQ(Refusal(2), "COM2: nicht vorhanden\n");
-  EXPECT_EQ(Refusal(3), "COM3: keine serielle Schnittstelle\n");
+  EXPECT_EQ(Refusal(0), "COM0: gibt es nicht. Im Menü \"COM:\" eine Schnittstelle wählen.\n");
+  EXPECT_EQ(Refusal(2),
+            "COM2 ist /dev/unplugged: nicht vorhanden. "
+            "Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen.\n");
+  EXPECT_EQ(Refusal(3), "COM3 ist COM3: keine serielle Schnittstelle.\n");
   for (const std::string bad : {"9600,O,7", "9600,O,7,1,", "9600,O,9,1", "9600,X,7,1", "9,O,7,1"})
-    EXPECT_EQ(Refusal(1, bad), "COM1: Schnittstellenparameter \"" + bad + "\" gibt es nicht\n");
+    EXPECT_EQ(Refusal(1, bad), name + "Schnittstellenparameter \"" + bad +
+                                   "\" gibt es nicht. Ein Verbindungstest setzt sie zurecht.\n");
   OpenPorts others;
   PosixSerialPort other(others);
   other.Open();
-  EXPECT_EQ(Refusal(1), "COM1: von einem anderen Programm belegt\n");
+  EXPECT_EQ(Refusal(1), name + "von einem anderen Programm belegt. Das andere Programm beenden.\n");
   other.Close();
   constexpr uid_t kNobody = 65534;
   constexpr gid_t kNotOurs = 1;
@@ -106,12 +110,13 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   if (root) {
     ASSERT_EQ(chown("COM1", 0, kNotOurs), 0);
   }
-  const std::string hint =
-      root ? std::string(" (nur für Mitglieder der Gruppe \"") + getgrgid(kNotOurs)->gr_name + "\")" : "";
+  const std::string hint = root ? " Benutzer in die Gruppe " + std::string(getgrgid(kNotOurs)->gr_name) +
+                                      " aufnehmen, neu anmelden."
+                                : "";
   for (const auto& [mode, told] : {std::pair(0440, std::string()), {0060, hint}}) {
     ASSERT_EQ(chmod("COM1", static_cast<mode_t>(mode)), 0);
     ASSERT_EQ(seteuid(root ? kNobody : geteuid()), 0);
-    EXPECT_EQ(Refusal(1), "COM1: keine Zugriffsrechte" + told + "\n");
+    EXPECT_EQ(Refusal(1), name + "keine Zugriffsrechte." + told + "\n");
     ASSERT_EQ(seteuid(getuid()), 0);
   }
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "link/port_notices.h"
 #include "support/memory_files.h"
 #include "support/scripted_device.h"
 #include "support/test_clock.h"
@@ -40,7 +41,9 @@ struct TestHost {
   MemoryFiles files;
   TestRandom random;
   TestKeepAwake awake;
-  Host host{{windows, clock, ports, files, random, awake}, windows};
+  Notices notices;
+  PortsWithNotices portsWithNotices{ports, notices};
+  Host host{{windows, clock, portsWithNotices, files, random, awake}, windows, notices};
 };
 
 }  // namespace ox::test

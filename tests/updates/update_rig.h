@@ -58,8 +58,15 @@ struct UpdateRig {
     return std::make_unique<ProgramUpdateWindow>(host.host, kind, subs, chooser);
   }
 
-  /// The boxes stand between the status line and the two buttons.
-  CheckBox& Box(std::size_t number) { return dynamic_cast<CheckBox&>(*window->Controls()[1 + number]); }
+  /// The window's controls of one kind, in the order of their declaration.
+  template <class Kind>
+  std::vector<Kind*> All() const {
+    std::vector<Kind*> all;
+    for (Control* control : window->Controls())
+      if (auto* found = dynamic_cast<Kind*>(control)) all.push_back(found);
+    return all;
+  }
+  CheckBox& Box(std::size_t number) const { return *All<CheckBox>()[number]; }
 
   /// The user clicks a box and types a path into the chooser; cancels it when the path is empty.
   void Choose(CheckBox& box, const std::string& path) {
@@ -71,7 +78,7 @@ struct UpdateRig {
   }
 
   void Load() {
-    for (std::size_t box = 0; box < window->Controls().size() - 3; ++box) Choose(Box(box), "/gut");
+    for (CheckBox* box : All<CheckBox>()) Choose(*box, "/gut");
   }
 
   void Connect(const sim::DeviceOptions& options) {
@@ -122,9 +129,9 @@ struct UpdateRig {
                                     sim::ReadDemoImage(OX_DEMO_FOLDER, true)};
   const Bytes* image = nullptr;  // that the device connected last is to be given
   std::unique_ptr<Window> window = MakeWindow();
-  Label& go = dynamic_cast<Label&>(*window->Controls().front());
-  Button& start = dynamic_cast<Button&>(*window->Controls().end()[-2]);
-  Button& leave = dynamic_cast<Button&>(*window->Controls().end()[-1]);
+  Label& go = *All<Label>().front();
+  Button& start = *All<Button>().at(0);
+  Button& leave = *All<Button>().at(1);
   std::unique_ptr<sim::Device> device;
 };
 

@@ -73,7 +73,8 @@ LineSettings ParseLineSettings(std::string_view text) {
   // What is left is the last value and, if anything, what is too much.
   const std::optional<int> stopBits = BitsOf(rest, '1', '2');
   if (speed == kSpeeds.end() || !parity || !dataBits || !stopBits) {
-    throw PortError("Schnittstellenparameter \"" + std::string(text) + "\" gibt es nicht");
+    throw PortError("Schnittstellenparameter \"" + std::string(text) + "\" gibt es nicht",
+                    "Ein Verbindungstest setzt sie zurecht");
   }
   return {speed->baud, speed->code, *parity, *dataBits, *stopBits};
 }
@@ -99,7 +100,8 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   // A pseudo-terminal has no frame, so it does not keep character size and parity.
   const bool speedFits = readBack && cfgetospeed(&taken) == settings.speed;
   const bool frameFits = ((taken.c_cflag ^ wanted.c_cflag) & kFrameFlags) == 0 || IsPseudoTerminal(terminal);
-  if (!speedFits || !frameFits) throw PortError("nimmt die Schnittstellenparameter nicht an");
+  if (!speedFits || !frameFits)
+    throw PortError("nimmt die Schnittstellenparameter nicht an", "Einen anderen Adapter nehmen");
 }
 
 }  // namespace ox

@@ -23,7 +23,7 @@ constexpr std::size_t kReadSize = 4096;               // bytes; the host's own b
 constexpr std::size_t kMostPerRead = 16 * kReadSize;  // bytes; keeps a line that never pauses from holding us
 
 [[noreturn]] void ThrowHangUp() {
-  throw PortError("Verbindung unterbrochen");
+  throw PortError("Verbindung unterbrochen", "Adapter und Stecker prüfen, dann den Befehl wiederholen");
 }
 
 /// Waits for the events or for a hang-up until the time comes; true when one of the events has come.
@@ -75,7 +75,7 @@ void OpenLine::Write(BytesView bytes) {
     } else if (written < 0 && errno != EAGAIN && errno != EINTR) {
       ThrowHangUp();
     } else if (steady_clock::now() >= deadline || !WaitFor(Number(), POLLOUT, deadline)) {
-      throw PortError("sendet nicht");
+      throw PortError("sendet nicht", "Adapter und Leitung prüfen, dann den Befehl wiederholen");
     }
   }
 }

@@ -6,6 +6,16 @@
 #include "platform/posix/port_names.h"
 
 namespace ox {
+namespace {
+
+/// The error, with the device that it is about.
+PortError With(const std::string& device, const PortError& error) {
+  PortFault fault = error.Fault();
+  fault.device = device;
+  return PortError(fault);
+}
+
+}  // namespace
 
 void PosixSerialPort::SetCommPort(int number) {
   if (PortOpen()) throw PortError("ist geöffnet");
@@ -14,11 +24,15 @@ void PosixSerialPort::SetCommPort(int number) {
 
 void PosixSerialPort::Open() {
   if (PortOpen()) return;
+  device_.clear();
   try {
-    line_ = std::make_unique<OpenLine>(PortPath(number_), ParseLineSettings(settings_));
+    const std::string path = PortPath(number_);
+    device_ = DeviceBehind(path);
+    line_ = std::make_unique<OpenLine>(path, ParseLineSettings(settings_));
   } catch (const PortError& error) {
-    std::cerr << PortName(number_) << ": " << error.what() << std::endl;
-    throw;
+    const PortError whole = With(device_, error);
+    std::cerr << Sentences(number_, whole.Fault()) << std::endl;
+    throw whole;
   }
   openPorts_.Add(line_->Number());
 }
@@ -40,9 +54,9 @@ auto PosixSerialPort::OnLine(Operation operation) {
   if (!PortOpen()) throw PortError("ist nicht geöffnet");
   try {
     return operation(*line_);
-  } catch (const PortError&) {
+  } catch (const PortError& error) {
     Drop();
-    throw;
+    throw With(device_, error);
   }
 }
 

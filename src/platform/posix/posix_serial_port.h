@@ -37,6 +37,7 @@ class PosixSerialPort : public SerialPort {
   OpenPorts& openPorts_;
   std::string settings_ = "9600,N,8,1";
   int number_ = 1;
+  std::string device_;              // of the last opening, for people
   std::unique_ptr<OpenLine> line_;  // null while the port is closed
 };
 

@@ -16,9 +16,9 @@
 namespace ox {
 namespace {
 
-/// The group that the user must belong to in order to use the device; empty when the user belongs to it or it
-/// would not help.
-std::string GroupHint(const std::string& path) {
+/// What helps where the group of the device has rights that the user lacks; empty when the user belongs to it
+/// or it would not help.
+std::string GroupAdvice(const std::string& path) {
   constexpr mode_t kGroupMayUse = S_IRGRP | S_IWGRP;
   struct stat status {};
   if (stat(path.c_str(), &status) != 0 || (status.st_mode & kGroupMayUse) != kGroupMayUse) return {};
@@ -26,29 +26,30 @@ std::string GroupHint(const std::string& path) {
   if (member || status.st_uid == geteuid()) return {};  // the owner's rights go before the group's
   const group* const entry = getgrgid(status.st_gid);
   const std::string name = entry != nullptr ? entry->gr_name : std::to_string(status.st_gid);
-  return " (nur für Mitglieder der Gruppe \"" + name + "\")";
+  return "Benutzer in die Gruppe " + name + " aufnehmen, neu anmelden";
 }
 
-std::string ReasonOf(int error, const std::string& path) {
+PortError ErrorOf(int error, const std::string& path) {
   switch (error) {
     case EACCES:
     case EPERM:
-      return "keine Zugriffsrechte" + GroupHint(path);
+      return PortError("keine Zugriffsrechte", GroupAdvice(path));
     case EBUSY:
     case EWOULDBLOCK:
-      return "von einem anderen Programm belegt";
+      return PortError("von einem anderen Programm belegt", "Das andere Programm beenden");
     case ENOENT:
     case ENODEV:
     case ENXIO:
     case EIO:
     case ELOOP:
     case ENOTDIR:
-      return "nicht vorhanden";
+      return PortError("nicht vorhanden",
+                       "Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen");
     case ENOTTY:
     case EISDIR:
-      return "keine serielle Schnittstelle";
+      return PortError("keine serielle Schnittstelle");
     default:
-      return std::generic_category().message(error);
+      return PortError(std::generic_category().message(error));
   }
 }
 
@@ -61,7 +62,7 @@ SerialDevice::SerialDevice(const std::string& path)
   const bool taken = descriptor_.Valid() && isatty(Number()) == 1 && flock(Number(), LOCK_EX | LOCK_NB) == 0;
   // A pseudo-terminal lives on at its other end and would keep the mark of a program that was killed.
   marked_ = taken && !IsPseudoTerminal(Number());
-  if (!taken || (marked_ && ioctl(Number(), TIOCEXCL) != 0)) throw PortError(ReasonOf(errno, path));
+  if (!taken || (marked_ && ioctl(Number(), TIOCEXCL) != 0)) throw ErrorOf(errno, path);
 }
 
 SerialDevice::~SerialDevice() {

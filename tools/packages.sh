@@ -21,7 +21,7 @@ install_missing() {
 }
 
 # What building the program takes, and what checking it takes on top.
-build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsystemd-dev libcli11-dev)
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsystemd-dev libcli11-dev nlohmann-json3-dev)
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev lld git ccache)
 # What making a Debian package of it takes, and what checking that package takes on top.
 package_packages=(dpkg-dev file pandoc)

@@ -1,12 +1,13 @@
 // Options, their values and their help.
 #include "simulator/program/options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
+
+#include "command_line/german_options.h"
 
 namespace ox::sim {
 namespace {
@@ -111,17 +112,12 @@ const auto kOptions = std::to_array<Option>({
      [](SimulatorOptions& o, const std::string&) { return o.help = true; }},
 });
 
-// The option that an error of the parser begins with, sometimes without its dashes.
-std::string NameIn(const CLI::ParseError& error) {
-  const std::string told = error.what();
-  const std::string name = told.substr(0, told.find_first_of(": "));
-  return name.starts_with("--") ? name : "--" + name;
-}
-
 void Define(const Option& option, CLI::App& app, SimulatorOptions& options) {
   const std::string name(option.name);
   if (option.value.empty()) {
-    app.add_flag_callback(name, [&] { option.take(options, ""); })->disable_flag_override();
+    app.add_flag_callback(
+           name, [&] { option.take(options, ""); }, std::string(option.help))
+        ->disable_flag_override();
     return;
   }
   const auto takeAll = [&option, &options](const std::vector<std::string>& values) {
@@ -130,50 +126,40 @@ void Define(const Option& option, CLI::App& app, SimulatorOptions& options) {
         throw CLI::ValidationError(std::string(option.name), value + " geht nicht");
     }
   };
-  app.add_option_function<std::vector<std::string>>(name, takeAll)
+  app.add_option_function<std::vector<std::string>>(name, takeAll, std::string(option.help))
+      ->type_name(std::string(option.value))
       ->expected(1)
       ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+void DefineAll(CLI::App& app, SimulatorOptions& options) {
+  app.set_help_flag();
+  app.allow_extras();
+  for (const Option& option : kOptions) Define(option, app, options);
 }
 
 }  // namespace
 
 SimulatorOptions ReadOptions(const std::vector<std::string>& arguments, std::string& error) {
   SimulatorOptions options;
-  error.clear();
   CLI::App app;
-  app.set_help_flag();
-  app.allow_extras();
-  for (const Option& option : kOptions) Define(option, app, options);
+  DefineAll(app, options);
   try {
     // It takes the words from the end.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    const auto unknown = app.remaining();
-    if (!unknown.empty()) error = "unbekannte Option " + unknown.front();
-  } catch (const CLI::ValidationError& refused) {
-    error = refused.what();
-  } catch (const CLI::ArgumentMismatch& mismatch) {
-    const std::string name = NameIn(mismatch);
-    const auto* found = std::ranges::find(kOptions, name, &Option::name);
-    const bool takesValue = found != kOptions.end() && !found->value.empty();
-    error = name + (takesValue ? " braucht einen Wert" : " nimmt keinen Wert");
-  } catch (const CLI::ParseError& other) {
-    error = NameIn(other) + " ist nicht zu verstehen";
+    error = UnknownWord(app);
+  } catch (const CLI::ParseError& refused) {
+    error = GermanError(app, refused);
   }
   return options;
 }
 
 std::string HelpText() {
-  constexpr size_t kColumn = 32;
-  std::string help =
-      "oxsim: eine simulierte Orvanexe an einem Pseudoterminal\n\nAufruf: oxsim [Optionen]\n\n";
-  for (const Option& option : kOptions) {
-    std::string name(option.name);
-    if (!option.value.empty()) name += " " + std::string(option.value);
-    name.resize(std::max(kColumn, name.size() + 1), ' ');
-    help += "  " + name + std::string(option.help) + "\n";
-  }
-  return help + "\nFehler (Blöcke zählen ab 0; hinter dem = steht die Vorgabe):\n" + FaultHelp() +
+  SimulatorOptions options;
+  CLI::App app("eine simulierte Orvanexe an einem Pseudoterminal", "oxsim");
+  DefineAll(app, options);
+  return GermanHelp(app) + "\nFehler (Blöcke zählen ab 0; hinter dem = steht die Vorgabe):\n" + FaultHelp() +
          "\nSIGUSR2 schaltet das Gerät aus, noch einmal wieder ein; das Modem sendet, was es hält. Ende mit "
          "Strg+C.\n";
 }

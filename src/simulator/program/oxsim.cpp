@@ -6,16 +6,14 @@
 #include <exception>
 #include <iostream>
 
+#include "command_line/german_options.h"
 #include "simulator/demo/demo_tables.h"
 #include "simulator/program/memory_file.h"
 #include "simulator/program/options.h"
 #include "simulator/pty/line_host.h"
-#include "version/version.h"
 
 namespace ox::sim {
 namespace {
-
-constexpr int kUsageError = 2;
 
 // Set by signals, which come only while the host waits.
 volatile std::sig_atomic_t endWanted = 0;
@@ -116,15 +114,14 @@ int Run(const std::vector<std::string>& arguments) {
   SimulatorOptions options = ReadOptions(arguments, error);
   if (!error.empty()) {
     std::cerr << "oxsim: " << error << " (siehe oxsim --help)" << std::endl;
-    return kUsageError;
+    return kWrongUse;
   }
   if (options.help) {
     std::cout << HelpText();
     return 0;
   }
   if (options.version) {
-    std::cout << "oxsim " << kVersion << (*kCommit == '\0' ? "" : " (" + std::string(kCommit) + ")")
-              << std::endl;
+    std::cout << VersionLine("oxsim") << std::endl;
     return 0;
   }
   const sigset_t awaited = CatchSignals();

@@ -1,0 +1,28 @@
+// The commands of oxtool. Each has a file of its own, NAME_command.cpp, which defines it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <span>
+
+#include "tool/console.h"
+
+namespace ox::tool {
+
+/// What a command does once its options are read.
+using Action = std::function<ExitStatus(Console&)>;
+
+struct Command {
+  const char* name;
+  const char* purpose;  ///< for the help; German, begins in lower case
+  /// Adds the command's options to its part of the command line, and returns what it does. The options are
+  /// read into places that the action owns as well.
+  Action (*define)(CLI::App& app);
+};
+
+/// All commands in the order in which the help shows them.
+std::span<const Command> Commands();
+
+Action DefineCheck(CLI::App& app);
+
+}  // namespace ox::tool

@@ -1,0 +1,42 @@
+// What a command of oxtool works with and answers.
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string_view>
+
+#include "platform/machine.h"
+
+namespace ox::tool {
+
+/// With what oxtool ends.
+enum class ExitStatus : std::uint8_t {
+  kFine = 0,
+  kFailed = 1,    ///< faults were found, or the command could not do what it should
+  kWrongUse = 2,  ///< the command line is not to be understood
+};
+
+/// Which of the streams lead to a terminal, where a user looks on and can answer.
+struct Terminals {
+  bool input = false;
+  bool output = false;
+  bool messages = false;
+  bool colours = false;  ///< the user lets texts on a terminal be coloured
+};
+
+/// The host and the three streams. All texts are UTF-8.
+struct Console {
+  Machine& machine;
+  std::istream& input;
+  std::ostream& output;    ///< what a command was asked for, and nothing else
+  std::ostream& messages;  ///< all that is said besides: failures, questions, progress
+  Terminals terminals = {};
+
+  /// Says a line on the message stream, behind the program's name.
+  void Say(std::string_view text) const;
+
+  /// Says why a command ends without success; kFailed.
+  ExitStatus Fail(std::string_view text) const;
+};
+
+}  // namespace ox::tool

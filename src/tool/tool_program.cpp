@@ -1,0 +1,62 @@
+// Reads the command line, and runs the one command that it names.
+#include "tool/tool_program.h"
+
+#include <map>
+#include <new>
+#include <ostream>
+
+#include "command_line/german_options.h"
+#include "tool/commands.h"
+
+namespace ox::tool {
+namespace {
+
+ExitStatus WrongUse(const Console& console, const std::string& text) {
+  console.Fail(text + " (siehe oxtool --help)");
+  return ExitStatus::kWrongUse;
+}
+
+ExitStatus RunAction(const Action& action, Console& console) {
+  ExitStatus status = ExitStatus::kFailed;
+  try {
+    status = action(console);
+  } catch (const std::bad_alloc&) {
+    return console.Fail("Speicher voll");
+  }
+  if (!console.output.flush()) return console.Fail("die Ausgabe lässt sich nicht schreiben");
+  return status;
+}
+
+}  // namespace
+
+ExitStatus RunTool(const std::vector<std::string>& arguments, Console& console) {
+  CLI::App app("Tabellen, Programme und Geräte auf der Befehlszeile", "oxtool");
+  app.allow_extras();
+  app.set_help_flag("-h,--help", "zeigt diese Hilfe");
+  std::map<std::string, Action> actions;
+  for (const Command& command : Commands()) {
+    actions[command.name] = command.define(*app.add_subcommand(command.name, command.purpose));
+  }
+  app.set_version_flag("--version", VersionLine("oxtool"), "zeigt die Version");
+  try {
+    // It takes the words from the end.
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::CallForHelp&) {
+    const auto chosen = app.get_subcommands();
+    console.output << GermanHelp(chosen.empty() ? app : *chosen.front()) << std::flush;
+    return ExitStatus::kFine;
+  } catch (const CLI::CallForVersion& version) {
+    console.output << version.what() << std::endl;
+    return ExitStatus::kFine;
+  } catch (const CLI::ParseError& error) {
+    const std::string unknown = UnknownWord(app);  // a word that nothing took makes others miss
+    return WrongUse(console, unknown.empty() ? GermanError(app, error) : unknown);
+  }
+  const std::string unknown = UnknownWord(app);
+  if (!unknown.empty()) return WrongUse(console, unknown);
+  const auto chosen = app.get_subcommands();
+  if (chosen.size() != 1) return WrongUse(console, "genau ein Befehl muss angegeben sein");
+  return RunAction(actions[chosen.front()->get_name()], console);
+}
+
+}  // namespace ox::tool

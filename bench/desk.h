@@ -46,7 +46,8 @@ struct Desk {
 
   /// The host with the ports given; they outlive what uses it.
   Host HostWith(SerialPorts& ports) {
-    return {{user, posix.clock, ports, posix.files, posix.random, posix.awake}, user, notices};
+    return {
+        {user, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList}, user, notices};
   }
 
   ScratchFolder folder;

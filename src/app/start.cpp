@@ -65,6 +65,7 @@ void Start::ConnectMenu() {
   MenuPowerMonitor.onClick = [this] { RunGuarded(&StartCommands::powerMonitor); };
   MenuModem.onClick = [this] { RunCommand(&StartCommands::modem); };
   MenuInfo.onClick = [this] { ShowInformation(); };
+  MenueCOM.onShow = [this] { DescribePorts(); };
   std::size_t number = 0;
   for (MenuEntry* entry : ComEntries()) {
     ++number;
@@ -93,6 +94,14 @@ void Start::ChooseCom(std::size_t number) {
   }
 }
 
+void Start::DescribePorts() {
+  int number = 0;
+  for (MenuEntry* entry : ComEntries()) {
+    ++number;
+    entry->SetHint(Description(number, host_.portList.Look(number)));
+  }
+}
+
 void Start::TestConnection() {
   if (FindDevice()) host_.windows.ShowMessage(ConnectionReport(settings_));
 }
@@ -111,6 +120,8 @@ void Start::RunGuarded(Command command) {
 }
 
 void Start::RunCommand(Command command) const {
+  // A notice from before says nothing of this command's port.
+  host_.notices.Withdraw(Notices::From::kPort);
   const auto& run = commands_.*command;
   if (run) run();
 }

@@ -56,6 +56,8 @@ class Start : public Window {
   std::array<MenuEntry*, 4> ComEntries() { return {&MenuCOM1, &MenuCOM2, &MenuCOM3, &MenuCOM4}; }
   /// `number` from 1 to 4.
   void ChooseCom(std::size_t number);
+  /// Says beside each port's entry what the port is now.
+  void DescribePorts();
   void TestConnection();
   void UpdateProgram();
   void ShowInformation();

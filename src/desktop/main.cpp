@@ -46,7 +46,9 @@ int main(int argumentCount, char** arguments) {
                              ox::WindowPlaces(ox::WindowPlaces::UsersFile()));
   ox::Notices notices;
   ox::PortsWithNotices ports(posix.ports, notices);
-  ox::Host host{{windows, posix.clock, ports, posix.files, posix.random, posix.awake}, windows, notices};
+  ox::Host host{{windows, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList},
+                windows,
+                notices};
   ox::Program program(host);
   windows.ShowModal(program.MainWindow());
   return 0;

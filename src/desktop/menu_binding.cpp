@@ -9,11 +9,28 @@ void Show(const MenuEntry& control, QAction& action, Change change) {
   if (change == Change::kEnabled) action.setEnabled(control.Enabled());
   if (change == Change::kVisible) action.setVisible(control.Visible());
   if (change == Change::kText) action.setText(OnScreen(control.Text()));
+  if (change != Change::kHint) return;
+  const QString hint = OnScreen(control.Hint());
+  action.setStatusTip(hint);
+  // As marked text, so that "<" stays what it is.
+  action.setToolTip(QStringLiteral("<p style='white-space:pre'>") + hint.toHtmlEscaped() +
+                    QStringLiteral("</p>"));
 }
 
 void FollowEntry(MenuEntry& control, QAction& action) {
   Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [&control, &action](Change change) { Show(control, action, change); });
+}
+
+/// Shows the hints of a menu's entries. A screen reader, which sees no tooltips, gets them as what the menu
+/// is about.
+void ShowHints(QMenu& menu) {
+  QStringList hints;
+  for (const QAction* entry : menu.actions()) {
+    if (!entry->statusTip().isEmpty()) hints += entry->statusTip();
+  }
+  menu.setToolTipsVisible(!hints.isEmpty());  // else entries without a hint show their captions as such
+  menu.setAccessibleDescription(hints.join(u'\n'));
 }
 
 }  // namespace
@@ -29,6 +46,10 @@ void TieMenuCommand(MenuEntry& control, QAction& widget) {
 }
 
 void TieMenu(MenuEntry& control, QMenu& widget) {
+  QObject::connect(&widget, &QMenu::aboutToShow, &widget, [&control, &widget] {
+    AtBorder([&control] { control.Show(); });
+    ShowHints(widget);
+  });
   FollowEntry(control, *widget.menuAction());
 }
 

@@ -5,6 +5,7 @@
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/keep_awake.h"
+#include "platform/port_list.h"
 #include "platform/random_numbers.h"
 #include "platform/serial_port.h"
 
@@ -18,6 +19,7 @@ struct Machine {
   Files& files;
   RandomNumbers& random;
   KeepAwake& awake;
+  PortList& portList;
 };
 
 }  // namespace ox

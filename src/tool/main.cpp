@@ -9,6 +9,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_keep_awake.h"
+#include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
 #include "platform/posix/standard_streams.h"
@@ -36,7 +37,8 @@ int main(int count, char** arguments) {
   ox::PosixFiles files;
   ox::PosixRandom random;
   ox::PosixKeepAwake awake;
-  ox::Machine machine{events, clock, ports, files, random, awake};
+  ox::PosixPortList portList;
+  ox::Machine machine{events, clock, ports, files, random, awake, portList};
   const ox::tool::Terminals terminals{isatty(STDIN_FILENO) != 0, isatty(STDOUT_FILENO) != 0,
                                       isatty(STDERR_FILENO) != 0, TerminalShowsColours()};
   ox::tool::Console console{machine, std::cin, std::cout, std::cerr, terminals};

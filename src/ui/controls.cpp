@@ -72,6 +72,12 @@ void TextControl::SetText(std::string_view text) {
   Tell(Change::kText);
 }
 
+void MenuEntry::SetHint(std::string_view hint) {
+  if (hint_ == hint) return;
+  hint_ = hint;
+  Tell(Change::kHint);
+}
+
 void CheckBox::SetChecked(bool checked) {
   if (checked_ == checked) return;
   checked_ = checked;

@@ -24,7 +24,8 @@ enum class Change {
   kSelected,
   kFocus,
   kDefault,
-  kMarked
+  kMarked,
+  kHint
 };
 
 /// What all controls have in common. Texts are UTF-8.
@@ -123,10 +124,20 @@ class MenuEntry : public TextControl {
  public:
   using TextControl::TextControl;
 
+  /// What is shown beside the entry while the pointer rests on it.
+  const std::string& Hint() const { return hint_; }
+  void SetHint(std::string_view hint);
+
   /// The user chose the entry.
   void Click() { RunHandler(onClick); }
+  /// The user opens the menu that the entry is: it is about to be shown.
+  void Show() { RunHandler(onShow); }
 
   Handler onClick;
+  Handler onShow;
+
+ private:
+  std::string hint_;
 };
 
 class CheckBox : public TextControl {

@@ -77,6 +77,20 @@ TEST_F(StartWindow, KeepsTheChosenPortUnlessItIsLeftByEnde) {
   EXPECT_EQ(captions(), "COM1:COM2:COM3:COM4: <");
   start_.MenuCOM2.Click();
   EXPECT_EQ(captions(), "COM1:COM2: <COM3:COM4:");
+  host_.portList.ports = {{1, {"/dev/ttyUSB0", "FTDI FT232R", PortUse::kFree, ""}},
+                          {2, {"/dev/ttyS1", "", PortUse::kTaken, "minicom"}},
+                          {3, {"/dev/ttyS2", "", PortUse::kNoRights, ""}}};
+  start_.MenueCOM.Show();
+  std::string hints;
+  for (const MenuEntry* entry : {&start_.MenuCOM1, &start_.MenuCOM2, &start_.MenuCOM3, &start_.MenuCOM4})
+    hints += entry->Hint() + "|";
+  EXPECT_EQ(hints,
+            "COM1 ist /dev/ttyUSB0 (FTDI FT232R): frei|COM2 ist /dev/ttyS1: belegt von minicom|"
+            "COM3 ist /dev/ttyS2: keine Zugriffsrechte|COM4: nicht vorhanden|");
+  EXPECT_EQ(captions(), "COM1:COM2: <COM3:COM4:");
+  host_.notices.Say(Notices::From::kPort, "von gestern");
+  Click(start_.MenuUpTab);
+  EXPECT_EQ(host_.notices.Text(), "") << "of a command before";
   start_.MenuDateiEnde.Click();
   EXPECT_TRUE(host_.windows.Ended());
   EXPECT_EQ(host_.files.content[kFile], "\\C\\4");

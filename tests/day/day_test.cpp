@@ -251,7 +251,9 @@ TEST(Day, FromTheFirstConnectionToTheModem) {
   PosixHost posix;
   QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake);
   Notices notices;
-  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake}, windows, notices};
+  Host host{{windows, posix.clock, posix.ports, posix.files, posix.random, posix.awake, posix.portList},
+            windows,
+            notices};
   Program program(host);
   Day day;
   User::Run([&] { windows.ShowModal(program.MainWindow()); }, [&] { day.Work(); });

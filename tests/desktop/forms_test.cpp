@@ -115,6 +115,12 @@ TEST_F(Forms, TheMainMenuStandsInItsOrder) {
             "&Datei|&Ende|Update|Update Tabellen|Update Programm Orvanexe II + III|Verbindungstest|"
             "Datenaustausch|COM:|COM1: <|COM2:|COM3:|COM4:|-Tools|Firmware OX3 verpacken|"
             "Stromversorgungsmonitor OX III|-Modem|&?|");
+  auto* ports = Find<QMenu>(*form, start.MenueCOM);
+  test.portList.ports[1] = {"/dev/ttyUSB0", "a<b", PortUse::kFree, ""};
+  ports->popup({});
+  EXPECT_TRUE(ports->toolTipsVisible());
+  EXPECT_EQ(ports->actions().front()->toolTip().count("COM1 ist /dev/ttyUSB0 (a&lt;b): frei"), 1);
+  EXPECT_TRUE(ports->accessibleDescription().startsWith("COM1 ist /dev/ttyUSB0 (a<b): frei\nCOM2: nicht"));
 }
 
 TEST_F(Forms, WhatTheProgramSetsIsShown) {

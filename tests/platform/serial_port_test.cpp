@@ -4,6 +4,7 @@
 #include <linux/tty_flags.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <cstring>
 #include <functional>
@@ -12,6 +13,7 @@
 
 #include "platform/posix/low_latency.h"
 #include "platform/posix/port_names.h"
+#include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_serial_port.h"
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
@@ -48,10 +50,20 @@ class SerialPortTest : public testing::Test {
   Bytes There(std::size_t count) {
     return Arriving(count, [this] { return farEnd_->Read(); });
   }
-  void ExpectFailure(const std::function<void()>& operation) {
-    EXPECT_THROW(operation(), PortError);
+  PortFault ExpectFailure(const std::function<void()>& operation) {
+    PortFault fault;
+    const auto noting = [&] {
+      try {
+        operation();
+      } catch (const PortError& error) {
+        fault = error.Fault();
+        throw;
+      }
+    };
+    EXPECT_THROW(noting(), PortError);
     EXPECT_FALSE(port_->PortOpen());
     EXPECT_TRUE(openPorts_.Handles().empty()) << "a dead line would keep Rest awake";
+    return fault;
   }
   /// What is said of an opening that fails.
   std::string Refusal(int number, std::string_view settings = kUsual) {
@@ -87,15 +99,18 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
 
 TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   const std::string name = "COM1 ist " + farEnd_->Path() + ": ";
-  EXPECT_EQ(PortPath(4), "/dev/ttyS3");
   std::filesystem::create_symlink("/dev/unplugged", "COM2");
-  EXPECT_EQ(PortPath(2), "COM2") << "and not a built-in port in its place";
+  EXPECT_EQ(FindPort({}, 2), "COM2") << "and not a built-in port in its place";
   WriteFile("COM3", "");
-  EXPECT_EQ(Refusal(0), "COM0: gibt es nicht. Im Menü \"COM:\" eine Schnittstelle wählen.\n");
+  EXPECT_EQ(
+      Refusal(0),
+      "COM0: nicht vorhanden. Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen.\n");
   EXPECT_EQ(Refusal(2),
             "COM2 ist /dev/unplugged: nicht vorhanden. "
-            "Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen.\n");
-  EXPECT_EQ(Refusal(3), "COM3 ist COM3: keine serielle Schnittstelle.\n");
+            "Der Eintrag COM2 im Arbeitsordner zeigt darauf: Adapter einstecken oder den Eintrag löschen.\n");
+  EXPECT_EQ(Refusal(3), "COM3 ist " + std::filesystem::current_path().string() +
+                            "/COM3: keine serielle Schnittstelle. "
+                            "Den Eintrag COM3 im Arbeitsordner löschen.\n");
   for (const std::string bad : {"9600,O,7", "9600,O,7,1,", "9600,O,9,1", "9600,X,7,1", "9,O,7,1"})
     EXPECT_EQ(Refusal(1, bad), name + "Schnittstellenparameter \"" + bad +
                                    "\" gibt es nicht. Ein Verbindungstest setzt sie zurecht.\n");
@@ -119,6 +134,57 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
     EXPECT_EQ(Refusal(1), name + "keine Zugriffsrechte." + told + "\n");
     ASSERT_EQ(seteuid(getuid()), 0);
   }
+}
+
+TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus) {
+  namespace fs = std::filesystem;
+  const fs::path here = fs::current_path();
+  const HostFolders host{here / "dev", here / "sys", here / "proc"};
+  fs::remove("COM1");
+  const auto ttys = host.system / "class/tty";
+  const auto plugIn = [&](const char* name, const std::string& place, const char* driver) {
+    const fs::path port = host.system / "devices" / place / name;
+    fs::create_directories(port);
+    fs::create_directories(ttys / name);
+    fs::create_directory_symlink(port, ttys / name / "device");
+    fs::create_symlink(fs::path("drivers") / driver, port.parent_path() / "driver");
+  };
+  plugIn("ttyUSB0", "usb1/1-10/1-10:1.0", "ftdi_sio");
+  plugIn("ttyUSB1", "usb1/1-2/1-2:1.0", "ch341");
+  plugIn("ttyUSB2", "usb1/1-1/1-1:1.0", "option");  // a telephone
+  plugIn("ttyUSB3", "usb1/1-3/1-3:1.0", "cp210x");
+  for (const char* builtIn : {"ttyS0", "ttyS1"}) {
+    fs::create_directories(ttys / builtIn);
+    WriteFile(ttys / builtIn / "type", builtIn == std::string("ttyS0") ? "0\n" : "4\n");
+  }
+  WriteFile(host.system / "devices/usb1/1-2/manufacturer", "QinHeng\n");
+  WriteFile(host.system / "devices/usb1/1-2/product", "USB Serial\n");
+  fs::create_directories(host.devices);
+  WriteFile(host.devices / "ttyUSB1", "");
+  fs::create_symlink(host.devices / "ttyUSB3", "COM4");
+  fs::create_symlink(farEnd_->Path(), "COM6");
+  fs::create_directories(host.processes / "4711");
+  const auto told = [&](int number) {
+    std::string text = Description(number, PosixPortList(host).Look(number));
+    const auto at = text.find(here.string());
+    return at == std::string::npos ? text : text.erase(at, here.string().size());
+  };
+  EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB1 (QinHeng USB Serial): keine serielle Schnittstelle");
+  EXPECT_EQ(told(2), "COM2 ist /dev/ttyS1 (eingebaute Schnittstelle): nicht vorhanden");
+  EXPECT_EQ(told(3), "COM3 ist /dev/ttyUSB0: nicht vorhanden");
+  EXPECT_EQ(told(4), "COM4 ist /dev/ttyUSB3: nicht vorhanden");
+  EXPECT_EQ(told(5), "COM5: nicht vorhanden") << "an adapter has one number";
+  EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": frei");
+  struct stat line {};
+  ASSERT_EQ(stat("COM6", &line), 0);
+  char lock[80];
+  std::snprintf(lock, sizeof lock, "1: FLOCK  ADVISORY  WRITE 4711 %02x:%02x:%ju 0 EOF\n", major(line.st_dev),
+                minor(line.st_dev), static_cast<std::uintmax_t>(line.st_ino));
+  WriteFile(host.processes / "locks", lock);
+  WriteFile(host.processes / "4711/comm", "minicom\n");
+  EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": belegt von minicom");
+  fs::remove_all(ttys / "ttyUSB1");
+  EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB0: nicht vorhanden") << "plugged out while the program runs";
 }
 
 TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {
@@ -157,7 +223,7 @@ TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
     Open();
     operation();  // a terminal without modem lines takes their setting silently
     farEnd_.reset();
-    ExpectFailure(operation);
+    EXPECT_EQ(ExpectFailure(operation).reason, "während der Arbeit abgezogen");
   }
   farEnd_.emplace();
   Open("300,O,7,1");

@@ -34,6 +34,11 @@ struct TestKeepAwake : KeepAwake {
   void Release() noexcept override {}
 };
 
+struct TestPortList : PortList {
+  std::map<int, PortEntry> ports;
+  PortEntry Look(int number) override { return ports[number]; }
+};
+
 struct TestHost {
   TestClock clock;
   TestPorts ports{clock};
@@ -41,9 +46,10 @@ struct TestHost {
   MemoryFiles files;
   TestRandom random;
   TestKeepAwake awake;
+  TestPortList portList;
   Notices notices;
   PortsWithNotices portsWithNotices{ports, notices};
-  Host host{{windows, clock, portsWithNotices, files, random, awake}, windows, notices};
+  Host host{{windows, clock, portsWithNotices, files, random, awake, portList}, windows, notices};
 };
 
 }  // namespace ox::test

@@ -6,6 +6,7 @@
 #include "platform/posix/posix_end_requests.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_keep_awake.h"
+#include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
 #include "platform/posix/standard_streams.h"
@@ -18,6 +19,7 @@ struct PosixHost {
   OpenPorts openPorts;
   PosixClock clock;
   PosixSerialPorts ports{openPorts};
+  PosixPortList portList;
   PosixFiles files;
   PosixRandom random;
   PosixKeepAwake awake;

@@ -1,9 +1,14 @@
 // The serial ports of this host.
 #include "platform/posix/posix_serial_port.h"
 
+#include <sys/stat.h>
+
 #include <iostream>
 
+#include "platform/port_list.h"
+#include "platform/posix/opening_fault.h"
 #include "platform/posix/port_names.h"
+#include "platform/posix/posix_port_list.h"
 
 namespace ox {
 namespace {
@@ -13,6 +18,14 @@ PortError With(const std::string& device, const PortError& error) {
   PortFault fault = error.Fault();
   fault.device = device;
   return PortError(fault);
+}
+
+/// Of a line that failed in use. A device that is not there any more was pulled out.
+PortError BrokenOff(const std::string& device, const PortError& error) {
+  struct stat status {};
+  if (stat(device.c_str(), &status) == 0) return With(device, error);
+  return PortError(
+      {device, "während der Arbeit abgezogen", "Adapter wieder einstecken, dann den Befehl wiederholen"});
 }
 
 }  // namespace
@@ -26,15 +39,23 @@ void PosixSerialPort::Open() {
   if (PortOpen()) return;
   device_.clear();
   try {
-    const std::string path = PortPath(number_);
-    device_ = DeviceBehind(path);
-    line_ = std::make_unique<OpenLine>(path, ParseLineSettings(settings_));
+    const std::optional<std::string> path = FindPort(host_, number_);
+    if (!path) throw NoSuchPort();
+    device_ = DeviceBehind(*path);
+    line_ = std::make_unique<OpenLine>(*path, ParseLineSettings(settings_));
   } catch (const PortError& error) {
     const PortError whole = With(device_, error);
     std::cerr << Sentences(number_, whole.Fault()) << std::endl;
     throw whole;
   }
   openPorts_.Add(line_->Number());
+  NoteDevice();
+}
+
+void PosixSerialPort::NoteDevice() {
+  if (noted_ == device_) return;
+  std::cerr << Identity(number_, PosixPortList(host_).Look(number_)) << std::endl;
+  noted_ = device_;
 }
 
 void PosixSerialPort::Close() noexcept {
@@ -56,7 +77,7 @@ auto PosixSerialPort::OnLine(Operation operation) {
     return operation(*line_);
   } catch (const PortError& error) {
     Drop();
-    throw With(device_, error);
+    throw BrokenOff(device_, error);
   }
 }
 

@@ -3,8 +3,10 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/open_ports.h"
+#include "platform/posix/host_folders.h"
 #include "platform/posix/open_line.h"
 #include "platform/serial_port.h"
 
@@ -15,14 +17,15 @@ namespace ox {
 class PosixSerialPort : public SerialPort {
  public:
   /// The registry must outlive the port.
-  explicit PosixSerialPort(OpenPorts& openPorts) : openPorts_(openPorts) {}
+  explicit PosixSerialPort(OpenPorts& openPorts, HostFolders host = {})
+      : openPorts_(openPorts), host_(std::move(host)) {}
   ~PosixSerialPort() override { Close(); }
 
   void SetSettings(std::string_view settings) override { settings_ = settings; }
   void SetCommPort(int number) override;
   bool PortOpen() const override { return line_ != nullptr; }
-  /// Refuses unknown settings and port numbers; says on the standard error stream why a port cannot be
-  /// opened.
+  /// Refuses unknown settings and port numbers. Says on the standard error stream why a port cannot be
+  /// opened, and which device it is when it is another than before.
   void Open() override;
   void Close() noexcept override;
   void Output(BytesView bytes) override;
@@ -33,22 +36,29 @@ class PosixSerialPort : public SerialPort {
   template <typename Operation>
   auto OnLine(Operation operation);
   void Drop() noexcept;
+  void NoteDevice();
 
   OpenPorts& openPorts_;
+  HostFolders host_;
   std::string settings_ = "9600,N,8,1";
   int number_ = 1;
   std::string device_;              // of the last opening, for people
+  std::string noted_;               // the device that was told last
   std::unique_ptr<OpenLine> line_;  // null while the port is closed
 };
 
 class PosixSerialPorts : public SerialPorts {
  public:
-  explicit PosixSerialPorts(OpenPorts& openPorts) : openPorts_(openPorts) {}
+  explicit PosixSerialPorts(OpenPorts& openPorts, HostFolders host = {})
+      : openPorts_(openPorts), host_(std::move(host)) {}
 
-  std::unique_ptr<SerialPort> Create() override { return std::make_unique<PosixSerialPort>(openPorts_); }
+  std::unique_ptr<SerialPort> Create() override {
+    return std::make_unique<PosixSerialPort>(openPorts_, host_);
+  }
 
  private:
   OpenPorts& openPorts_;
+  HostFolders host_;
 };
 
 }  // namespace ox

@@ -15,8 +15,11 @@ constexpr unsigned kLastPseudoTerminal = 143;
 
 bool IsPseudoTerminal(int terminal) {
   struct stat status {};
-  if (fstat(terminal, &status) != 0) return false;
-  const unsigned kind = major(status.st_rdev);
+  return fstat(terminal, &status) == 0 && IsPseudoTerminalNumber(status.st_rdev);
+}
+
+bool IsPseudoTerminalNumber(dev_t device) {
+  const unsigned kind = major(device);
   return kind >= kFirstPseudoTerminal && kind <= kLastPseudoTerminal;
 }
 

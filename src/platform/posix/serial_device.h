@@ -10,8 +10,7 @@ namespace ox {
 /// Holds the device from construction to destruction. Reads and writes on its descriptor never block.
 class SerialDevice {
  public:
-  /// Opens the device that the path leads to; throws PortError with the reason in German: not there, no
-  /// rights (with the group whose members have them), taken, no serial line.
+  /// Opens the device that the path leads to; throws what OpeningFault says.
   explicit SerialDevice(const std::string& path);
   SerialDevice(const SerialDevice&) = delete;
   SerialDevice& operator=(const SerialDevice&) = delete;

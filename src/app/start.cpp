@@ -74,6 +74,7 @@ void Start::ConnectMenu() {
 }
 
 void Start::OnLoad() {
+  settingsLoaded_ = false;
   LoadSettings(host_.files, settings_, {MenueTools, MenuModem});
   settingsLoaded_ = true;
   const int number = settings_.PortNumber();

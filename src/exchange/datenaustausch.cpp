@@ -196,7 +196,7 @@ void Datenaustausch::ShowLock() {
     return;
   }
   LockButtons();
-  if (running_ != Running::kCyclicPoll || tableLocks_) return;
+  if (running_ != Running::kCyclicPoll) return;
   Abbruch.SetEnabled(true);
   FocusHome();
 }

@@ -93,6 +93,11 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
   dialogue.work.onClick = [&] { dialogue.life += "worked "; };
   dialogue.leave.onClick = [&] { dialogue.life += "left "; };
   EXPECT_EQ(Life([&] {
+              Later([&, upper = Top()] {
+                EXPECT_EQ(Top()->parentWidget(), upper);
+                kCloseBox();
+              });
+              windows.ShowMessage("Frage");
               dialogue.leave.SetFocus();
               Press(Qt::Key_Return)();
               kCloseBox();

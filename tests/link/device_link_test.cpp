@@ -50,6 +50,8 @@ TEST_F(DeviceDialogue, TakesItsStepsInTheirTime) {
       // Midnight stretches the wait that it overtakes; what follows a reply is dropped.
       {{{"S", {{7, "A"}}}, {"J1\r", {{0, "01\r45\r"}}}, a}, false, "01\r", 7},
       {{sA, {"P", {{0.9, "R1"}, {1.8, "\rE\r0"}}}, a}, true, "R1\rE\r", 1.8},
+      // Lines that are in hand cost no time.
+      {{sA, {"P", {{0, Bytes(100, '\r') + "E\r"}}}, a}, true, Bytes(100, '\r') + "E\r", 0},
       // The wake-up is tried three times, and its answer is exactly "A".
       {{s, s, {"S", {{0.95, "A"}}}, {"P", {{0, "E\r"}}}, a}, true, "E\r", 2.95},
       {{s, s, s, n}, false, wrong, 3},

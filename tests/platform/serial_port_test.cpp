@@ -79,16 +79,18 @@ class SerialPortTest : public testing::Test {
 };
 
 TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
-  const std::tuple<std::string, speed_t, bool, tcflag_t> rows[] = {{"2400,O,7,1", B2400, true, INPCK},
-                                                                   {"19200,n,8,1", B19200, false, 0},
-                                                                   {"4800,E,7,1", B4800, false, INPCK}};
+  const std::tuple<std::string, speed_t, bool, tcflag_t> rows[] = {
+      {"2400,O,7,1", B2400, true, IGNBRK | INPCK},
+      {"19200,n,8,1", B19200, false, IGNBRK},
+      {"4800,E,7,1", B4800, false, IGNBRK | INPCK}};
   for (const auto& [settings, speed, odd, inputFlags] : rows) {
     Open(settings);
     termios seen{};
     tcgetattr(farEnd_->Descriptor(), &seen);
     EXPECT_EQ(std::pair(cfgetospeed(&seen), (seen.c_cflag & PARODD) != 0), std::pair(speed, odd));
     // A damaged character reads as NUL, whatever the terminal was used for before.
-    EXPECT_EQ(seen.c_iflag & (INPCK | ICRNL | IXOFF | IXANY), inputFlags) << settings;
+    EXPECT_EQ(seen.c_iflag & (IGNBRK | INPCK | ICRNL | IXOFF | IXANY), inputFlags) << settings;
+    seen.c_iflag &= ~tcflag_t{IGNBRK};
     seen.c_iflag |= ICRNL | IXOFF | IXANY;
     tcsetattr(farEnd_->Descriptor(), TCSANOW, &seen);
   }

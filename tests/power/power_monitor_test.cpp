@@ -146,6 +146,17 @@ TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
   EXPECT_EQ(std::ranges::count(host_.files.content[kLog], 'N'), 3) << "samples: no preset was left";
 }
 
+TEST_F(PowerMonitorTest, AFailureBesideATurnLetsItEndAndStopsBeforeTheNext) {
+  Answer({{0.5, kSample}});
+  monitor_.CPreset.onClick = [] { throw std::bad_alloc(); };
+  host_.windows.In(1.2, [this] { monitor_.CPreset.Click(); });
+  Run(1);
+  EXPECT_EQ(State(), "running: Nicht genügend Speicher: Vorgang abgebrochen!");
+  EXPECT_TRUE(host_.files.content[kLog].ends_with("Schnellladung\r\n"));
+  host_.windows.Pass(1);
+  EXPECT_EQ(State(), "idle");
+}
+
 TEST_F(PowerMonitorTest, StopsWhenTheDeviceOrTheLogFailsAndStartsAgain) {
   Answer(kSample);
   Run(6);

@@ -35,6 +35,8 @@ void TryAllocations(const Session& session, bool fromThenOn) {
     const bool told =
         std::ranges::count(technician.Messages(), "Nicht genügend Speicher: Vorgang abgebrochen!") > 0;
     EXPECT_EQ(told, heap.failed);
+    EXPECT_NE(technician.host.files.content["OX.CFG"].find("\\M\\"), Bytes::npos)
+        << "what was not read is lost";
     technician.host.windows.Pass(10);
     // A device whose program was written in part is one for the workshop.
     technician.Connect({.generation = session.generation});

@@ -150,6 +150,14 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
   }
 }
 
+TEST(ProgramFile, GetsACheckWordWhenItIsLoadedInGeneration2Only) {
+  for (const auto& [format, end] : {std::pair(kProgramFormat2, "\1"), {kProgramFormat3, "\0"}}) {
+    const Bytes empty(format.ProgramSize(), '\0');
+    EXPECT_EQ(ReadProgramFile(BuildProgramFile(empty), format).program.substr(empty.size() - 2),
+              Bytes(end, 2));
+  }
+}
+
 TEST(UpdateProcedures, ADeviceIsUpdatedInTheWindowOfItsGeneration) {
   const std::pair<const char*, const char*> rows[] = {
       {"OX 1", "updatepro"}, {"OX 2", "updatepro"}, {"?", "updatepro"}, {"OX 3", "UpdateproOx3"}};

@@ -94,6 +94,7 @@ struct Sweep : testing::TestWithParam<Procedure> {
     rig_.Connect(GetParam().device);
     rig_.device->Faults().Observe([&](const sim::ReplyOrigin& origin) {
       if (origin.stage != Stage::kUpdateAcknowledgement && origin.stage != Stage::kLoaderReply) return;
+      EXPECT_EQ(rig_.go.Text().starts_with('>'), rig_.update != kProgram3) << rig_.go.Text();
       const auto marks = [](const std::string& text) { return std::ranges::count(text, '>'); };
       trace += Times(marks(rig_.go.Text()) - marks(trace), ">");
       trace += origin.stage == Stage::kLoaderReply ? origin.letter : '@';

@@ -93,7 +93,7 @@ struct UpdateRig {
     host.windows.OnMessage([&](const std::string& message) {
       window->RequestClose();
       EXPECT_FALSE(host.awake.Held()) << "while a message waits for its reader";
-      EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled());
+      EXPECT_TRUE(window->IsOpen() && !start.Enabled() && !leave.Enabled() && go.Enabled());
       EXPECT_TRUE(message != success || host.ports.OpenCount() == 0);
     });
     host.ports.sent.clear();

@@ -21,6 +21,9 @@ struct Choice {
 void ExpectChoices(UpdateRig& rig, const std::vector<Choice>& choices) {
   for (const auto& [box, path, status, said, start] : choices) {
     SCOPED_TRACE(path);
+    rig.host.windows.OnMessage([&, cleared = box](const std::string&) {
+      EXPECT_TRUE(rig.update == kTables || !rig.Box(cleared).Checked()) << "before the user is told";
+    });
     if (path == kBreaksOff) rig.host.windows.In(0, [] { throw std::bad_alloc(); });
     rig.Choose(rig.Box(box), path);
     EXPECT_EQ(rig.host.windows.TakeMessages(), said);
@@ -136,7 +139,7 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
       "erhalten!";
   const std::string unassigned = "Warnung: Zur Messstellennummer 10100100 wurde keine Zuordnung gefunden!";
   sim::DeviceOptions oldDevice = DeviceOf(2);
-  oldDevice.type = "AL 2";
+  oldDevice.type = "OX02";
   const struct {
     Update update;
     std::optional<sim::DeviceOptions> device;

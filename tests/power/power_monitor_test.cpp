@@ -117,7 +117,8 @@ TEST_F(PowerMonitorTest, SendsAPresetFrom0To100Once) {
     Preset(text);
     host_.ports.sent.clear();
     host_.windows.Pass(2);
-    presets += std::to_string(ByteValue(host_.ports.sent.at(2))) + " ";
+    const std::size_t behindWakeUpAndLetter = 2;
+    presets += std::to_string(ByteValue(host_.ports.sent.at(behindWakeUpAndLetter))) + " ";
     EXPECT_TRUE(host_.ports.sent.ends_with("\rAS>\xFF\rA")) << text;
   }
   EXPECT_EQ(presets, "50 12 0 1 0 2 100 0 255 255 255 ");

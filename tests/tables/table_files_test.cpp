@@ -57,11 +57,12 @@ void ExpectReports(Parser parse, const std::string& valid, const std::string& ro
   for (const std::string& row : Split(rows, '\n')) {
     const Texts fields = Split(row, '|');
     ASSERT_EQ(fields.size(), 4U) << row;
-    for (const std::string& wrong : Split(fields[2], '~')) {
+    const auto &number = fields[0], &right = fields[1], &wrongs = fields[2], &told = fields[3];
+    for (const std::string& wrong : Split(wrongs, '~')) {
       std::string file = valid;
-      file.replace(valid.find(fields[1]), fields[1].size(), wrong);
-      const std::string line = Split(file + "\n\n", '\n').at(std::stoul(fields[0]) - 1);
-      const std::string report = "Fehler in Zeile " + fields[0] + ", " + fields[3] + "\r\r" + line;
+      file.replace(valid.find(right), right.size(), wrong);
+      const std::string line = Split(file + "\n\n", '\n').at(std::stoul(number) - 1);
+      const std::string report = "Fehler in Zeile " + number + ", " + told + "\r\r" + line;
       EXPECT_EQ(Parse(parse, file), Result("", {report})) << row;
     }
   }

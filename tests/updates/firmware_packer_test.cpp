@@ -6,6 +6,7 @@
 
 #include "simulator/demo/demo_files.h"
 #include "simulator/device/program_layout.h"
+#include "support/difference.h"
 #include "support/test_host.h"
 
 namespace ox::test {
@@ -61,7 +62,8 @@ TEST_F(FirmwarePacker, WritesEveryRecordToItsPlaceFillsTheRestAndSealsTheProgram
                           [&] { return ByteOf(static_cast<unsigned>(std::lround(random.Next() * 250))); });
     program.replace(at, bytes.size(), bytes);
     sim::SealProgram(program, sim::kLargeProgram);
-    EXPECT_TRUE(target == sim::ProgramFile(program)) << what;
+    const Bytes file = sim::ProgramFile(program);
+    EXPECT_EQ(Difference(target, file, PartsOfLength(file, 258, "record")), "") << what;
   }
 }
 

@@ -111,8 +111,11 @@ struct Sweep : testing::TestWithParam<Procedure> {
   void BreakReply(const Step& step, Stage stage, int others, const Break& how) {
     rig_.host.ports.Mend();
     rig_.Connect(GetParam().device);
+    std::vector<double> brokenAndAfter;  // when the reply is broken, and whenever the device speaks behind it
     rig_.device->Faults().Observe([&, left = others](const sim::ReplyOrigin& origin) mutable {
+      if (left < 0) brokenAndAfter.push_back(rig_.host.clock.Elapsed());
       if (origin.stage != stage || left-- != 0) return;
+      brokenAndAfter.push_back(rig_.host.clock.Elapsed());
       sim::ReplyFault fault = how.fault;
       if (fault.kind == Kind::kLate) fault.delay += stage == Stage::kLoaderWakeUp ? 1 : step.seconds;
       rig_.device->Faults().Add(fault);
@@ -124,6 +127,12 @@ struct Sweep : testing::TestWithParam<Procedure> {
       if (how.overMidnight) rig_.host.clock.StartAt(23, 59, 59.9 - rig_.host.clock.Elapsed());
     });
     const Strings said = rig_.Start();
+    brokenAndAfter.push_back(rig_.host.clock.Elapsed());
+    const bool searches =
+        others == 0 && step.letter == 'V';  // behind the silence, for a device in its dialogue
+    if (how.fault.kind == Kind::kSilence && !how.cablePulled && !searches)
+      EXPECT_NEAR(brokenAndAfter[1] - brokenAndAfter[0], stage == Stage::kLoaderWakeUp ? 1 : step.seconds,
+                  0.1);
     // The port has the word before the loader is spoken to, and where the request's own message has no
     // number.
     const bool portTells = step.letter == '@' ? !how.whileAwaited
@@ -157,7 +166,7 @@ TEST_P(Sweep, EveryReplyBroken) {
     if (letter == '>') continue;
     if (letter != 'P' || step.letter != 'P') {
       next = std::ranges::find(next, kSteps[update].end(), letter, &Step::letter);
-      step = next != kSteps[update].end() ? *next++ : Step{letter};
+      step = next != kSteps[update].end() ? *next++ : Step{letter, letter == 'L' ? 3.0 : 1.0};
     }
     // The device takes a later query as well.
     if (letter >= 'a' && device.loaderKinds->back() > letter) step.message.clear();

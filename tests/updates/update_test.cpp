@@ -10,7 +10,7 @@ const std::string kBreaksOff = "/gut.abgebrochen";  // memory runs out while it 
 const std::string kOutOfMemory = "Nicht genügend Speicher: Vorgang abgebrochen!";
 
 struct Choice {
-  std::size_t box;
+  std::string box;
   std::string path;
   std::string status;  // empty: nothing is loaded
   Strings said;
@@ -44,16 +44,16 @@ TEST(Update, TablesCanBeWrittenOnceAllThreeAreLoaded) {
   const std::string parameters = "Parameterliste wird geladen ... O.K.!";
   UpdateRig rig(kTables);
   rig.files["/falsch.par"] = "/N/\"1\" ";
-  ExpectChoices(rig,
-                {{0, "/gut", points, {}},
-                 {1, "/gut", parameters, {}},
-                 {2, "/fehlt", "", {"Fehler beim Lesen der Datei: /fehlt.zuo!"}},
-                 {2, "/gut", "Zuordnungstabelle wird geladen ... O.K.!", {}, true},
-                 {1, "", "", {}},  // the user clears the box
-                 {1, kBreaksOff, "", {kOutOfMemory}},
-                 {1, "", "", {}},  // he leaves the chooser without a file
-                 {1, "/falsch", "", {"Fehler in Zeile 1, Steuerzeichen /P/ oder /E/ erwartet!\r\r/N/\"1\" "}},
-                 {1, "/gut", parameters, {}, true}});
+  ExpectChoices(
+      rig, {{"Mes", "/gut", points, {}},
+            {"Par", "/gut", parameters, {}},
+            {"Zuo", "/fehlt", "", {"Fehler beim Lesen der Datei: /fehlt.zuo!"}},
+            {"Zuo", "/gut", "Zuordnungstabelle wird geladen ... O.K.!", {}, true},
+            {"Par", "", "", {}},  // the user clears the box
+            {"Par", kBreaksOff, "", {kOutOfMemory}},
+            {"Par", "", "", {}},  // he leaves the chooser without a file
+            {"Par", "/falsch", "", {"Fehler in Zeile 1, Steuerzeichen /P/ oder /E/ erwartet!\r\r/N/\"1\" "}},
+            {"Par", "/gut", parameters, {}, true}});
 }
 
 TEST(Update, OnlyAGoodProgramFileCanBeWritten) {
@@ -63,20 +63,21 @@ TEST(Update, OnlyAGoodProgramFileCanBeWritten) {
     const Bytes good = rig.files["/gut" + end];
     rig.files["/lang" + end] = good + "x";
     std::vector<Choice> choices{
-        {0, "/gut", loaded, {}, true},
-        {0, "", "", {}},  // the user clears the box
-        {0, kBreaksOff, "", {kOutOfMemory}},
-        {0, "", "", {}},  // he leaves the chooser without a file
-        {0, "/fehlt", "", {"Datei /fehlt" + end + " fehlerhaft!"}},
-        {0, "/lang", "", {"Datei /lang" + end + " fehlerhaft!"}},
+        {"Pro", "/gut", loaded, {}, true},
+        {"Pro", "", "", {}},  // the user clears the box
+        {"Pro", kBreaksOff, "", {kOutOfMemory}},
+        {"Pro", "", "", {}},  // he leaves the chooser without a file
+        {"Pro", "/fehlt", "", {"Datei /fehlt" + end + " fehlerhaft!"}},
+        {"Pro", "/lang", "", {"Datei /lang" + end + " fehlerhaft!"}},
     };
-    for (const std::size_t wrong : {std::size_t{0}, std::size_t{258}, good.size() - 1}) {
+    const std::size_t secondRecord = 258;
+    for (const std::size_t wrong : {std::size_t{0}, secondRecord, good.size() - 1}) {
       const std::string path = "/falsch" + std::to_string(wrong) + end;
       rig.files[path] = good;
       rig.files[path][wrong] ^= '\x80';
-      choices.push_back({0, path, "", {"Checksummenfehler in Datei " + path + "!"}});
+      choices.push_back({"Pro", path, "", {"Checksummenfehler in Datei " + path + "!"}});
     }
-    choices.push_back({0, "/gut", loaded, {}, true});
+    choices.push_back({"Pro", "/gut", loaded, {}, true});
     ExpectChoices(rig, choices);
   }
 }
@@ -85,8 +86,8 @@ TEST(Update, ADroppedFileIsLoadedAsOneThatWasChosenWhateverItReplaces) {
   UpdateRig rig(kTables);
   rig.files["/NEU.MES"] = rig.files["/gut.mes"];
   rig.Load();
-  CheckBox& points = rig.Box(0);
-  EXPECT_TRUE(points.Takes("/NEU.MES") && !rig.Box(1).Takes("/NEU.MES"));
+  CheckBox& points = rig.Box("Mes");
+  EXPECT_TRUE(points.Takes("/NEU.MES") && !rig.Box("Par").Takes("/NEU.MES"));
   points.Drop("/fehlt.mes");
   EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fehlt.mes!"});
   EXPECT_FALSE(points.Checked() || rig.start.Enabled());
@@ -98,7 +99,7 @@ TEST(Update, ADroppedFileIsLoadedAsOneThatWasChosenWhateverItReplaces) {
 TEST(Update, OfTwoChoicesTheLaterCounts) {
   for (const Update update : {kTables, kProgram2}) {
     UpdateRig rig(update);
-    CheckBox& box = rig.Box(0);
+    CheckBox& box = rig.Box(update == kTables ? "Mes" : "Pro");
     // While a file is loaded that is not there the user takes the box off, and chooses a good one.
     rig.host.windows.In(0, [&] {
       box.Click();

@@ -10,7 +10,7 @@ namespace ox::test {
 
 constexpr const char* kLog = "PowerManagementLog.txt";
 const Bytes kSample = ">031703B630390352007B0005\r";
-const Bytes kOtherState = ">031703B630390352007B0007\r";
+const Bytes kOtherState = ">7FFF03B630390352007B0007\r";  // and a charge that is wider than its column
 
 struct PowerMonitorTest : testing::Test {
   PowerMonitorTest() {
@@ -95,8 +95,8 @@ TEST_F(PowerMonitorTest, LogsEveryChangeAndEveryMinuteOfItsRuns) {
   Run(1);
   const std::string header = "\r\n\r\n" + std::string(140, '-') + "\r\n";
   const auto line = [](const std::string& time, const std::string& state) {
-    return "11-" + time +
-           "  Akkuldg:  79.1%  Akkuspg: 0.850V  Netzteilspg: 12.345V  Kapazität:  95.0%  Temp.: 23°C  "
+    return "11-" + time + "  Akkuldg: " + (state == "Überladung" ? "276.7%" : " 79.1%") +
+           "  Akkuspg: 0.850V  Netzteilspg: 12.345V  Kapazität:  95.0%  Temp.: 23°C  "
            "Ladebetrieb: " +
            state + "\r\n";
   };

@@ -45,6 +45,7 @@ QString OnMessageBox(std::string_view text) {
 QString CutToFit(QString text, qsizetype limit) {
   if (text.size() > limit) {
     text.truncate(limit - 1);
+    if (!text.isEmpty() && text.back().isHighSurrogate()) text.chop(1);  // half a character
     text += QChar(kEllipsis);
   }
   QString broken;

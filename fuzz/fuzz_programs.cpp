@@ -35,11 +35,24 @@ void ReadProgram(BytesView input) {
   Require(input.size() / kEditSize <= 1 ? changed == program : changed.size() == program.size());
 }
 
+/// Generation II has its check word from the loading: whatever stands in its place, all else stays.
+void PutCheckWord(BytesView input) {
+  constexpr ProgramFormat kFormat{.records = 2, .checkWordStart = 1, .checkWordMissing = true};
+  Bytes program(input.substr(0, kFormat.ProgramSize()));
+  program.resize(kFormat.ProgramSize(), '\x5A');
+  const Bytes loaded = ReadProgramFile(BuildProgramFile(program), kFormat).program;
+  unsigned sum = 1;
+  for (std::size_t at = 0; at + 2 < program.size(); ++at) sum += ByteValue(program[at]);
+  program.replace(program.size() - 2, 2, {ByteOf(sum), ByteOf(sum / 256)});
+  Require(loaded == program);
+}
+
 }  // namespace
 
 void Fuzz(unsigned choice, BytesView input) {
-  if (choice % 3 == 0) return ReadProgram(input);
-  ReadLoader(choice % 3 == 1 ? Bytes(input) : SoundLines(input));
+  if (choice % 4 == 0) return ReadProgram(input);
+  if (choice % 4 == 3) return PutCheckWord(input);
+  ReadLoader(choice % 4 == 1 ? Bytes(input) : SoundLines(input));
 }
 
 }  // namespace ox

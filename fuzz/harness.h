@@ -1,6 +1,7 @@
 // What all harnesses share. Each defines Fuzz, which checks what must hold.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
@@ -25,6 +26,30 @@ inline Bytes Damaged(Bytes sound, BytesView edits) {
     sound.replace(at, ByteValue(edits[2]) / 2, ByteValue(edits[2]) % 2, edits[3]);
   }
   return sound;
+}
+
+/// Takes a byte off the input; 0 when none is left.
+inline unsigned TakeByte(BytesView& input) {
+  const unsigned byte = input.empty() ? 0 : ByteValue(input[0]);
+  input = input.substr(input.empty() ? 0 : 1);
+  return byte;
+}
+
+/// Takes a text up to the next "|", and that, off the input.
+inline Bytes TakeText(BytesView& input) {
+  Bytes text(input.substr(0, input.find('|')));
+  input.remove_prefix(std::min(text.size() + 1, input.size()));
+  return text;
+}
+
+/// Whether a text is made like the mask: "0" stands there for a digit, "~" for what a measured value has, "_"
+/// for anything.
+inline bool Looks(BytesView text, BytesView mask) {
+  return std::ranges::equal(text, mask, [](char c, char place) {
+    const bool digit = c >= '0' && c <= '9';
+    if (place == '~') return digit || c == '.' || c == '#';
+    return place == '_' || (place == '0' ? digit : c == place);
+  });
 }
 
 }  // namespace ox

@@ -36,6 +36,8 @@ class TestWindows : public WindowSystem {
 
   std::vector<std::string> TakeMessages() { return std::exchange(messages_, {}); }
   bool Ended() const { return ended_; }
+  /// The one that takes the user's clicks; null before the main window is opened.
+  Window* Uppermost() const { return shown_.empty() ? nullptr : shown_.back(); }
 
   /// Opens a window as the main window: it stays open beside the test. Close it with RequestClose.
   void OpenMain(Window& window);

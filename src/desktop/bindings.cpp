@@ -30,6 +30,7 @@ constexpr std::array kPairings = {
     Pair<Button, QPushButton, TieButton>(),
     Pair<CheckBox, QCheckBox, TieCheckBox>(),
     Pair<Label, QLabel, TieLabel>(),
+    Pair<ProgressBar, SteadyBar, TieProgressBar>(),
     Pair<TextBox, QLineEdit, TieField>(),
     Pair<TextBox, QPlainTextEdit, TieTrace>(),
     Pair<ListBox, QListWidget, TieList>(),

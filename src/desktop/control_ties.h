@@ -13,6 +13,7 @@
 #include <initializer_list>
 
 #include "desktop/border.h"
+#include "desktop/steady_bar.h"
 #include "ui/controls.h"
 
 namespace ox {
@@ -22,6 +23,7 @@ namespace ox {
 void TieButton(Button& control, QPushButton& widget);
 void TieCheckBox(CheckBox& control, QCheckBox& widget);
 void TieLabel(Label& control, QLabel& widget);
+void TieProgressBar(ProgressBar& control, SteadyBar& widget);
 /// One line to type in.
 void TieField(TextBox& control, QLineEdit& widget);
 /// Many lines to read: a trace or a display.

@@ -93,6 +93,15 @@ void TieLabel(Label& control, QLabel& widget) {
          });
 }
 
+void TieProgressBar(ProgressBar& control, SteadyBar& widget) {
+  Follow(control, {Change::kEnabled, Change::kVisible, Change::kProgress},
+         [&control, &widget](Change change) {
+           ShowCommon(control, widget, change);
+           if (change == Change::kProgress) widget.SetPercent(control.Percent());
+           if (change == Change::kPulse) widget.Pulse();
+         });
+}
+
 void TieTimer(Timer& control, QWidget& form) {
   auto* ticks = new QTimer(&form);
   ticks->setTimerType(Qt::PreciseTimer);

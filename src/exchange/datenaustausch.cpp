@@ -1,6 +1,8 @@
 // The polls, their buttons, and the loading of names.
 #include "exchange/datenaustausch.h"
 
+#include <cmath>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -24,6 +26,13 @@ constexpr std::string_view kTablePattern = "*.mes";
 constexpr std::string_view kLoading = "Messstellentabelle wird geladen ...";
 constexpr std::string_view kRedundantOffice =
     "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
+
+/// So often at most the records are counted on the screen.
+constexpr Seconds kBetweenCounts = 0.1F;
+
+std::string ValuesOf(std::size_t records) {
+  return records == 1 ? "1 Wert" : std::to_string(records) + " Werte";
+}
 
 /// Says what runs, and on every way out of it that nothing does.
 template <class Running>
@@ -155,7 +164,19 @@ bool Datenaustausch::ReadNames(const std::string& path) {
 Bytes Datenaustausch::Exchange(const Bytes& request, bool multiRecord) {
   MarkStartTime();
   datanz.SetText("");
-  return Due_.DeviceDialogue(request, multiRecord);
+  Records.SetText("");
+  if (!multiRecord) return Due_.DeviceDialogue(request, false);
+  std::size_t records = 0;
+  Seconds shown = StartTime_;
+  Bytes reply = Due_.DeviceDialogue(request, true, [&](BytesView line) {
+    records += IsRecord(line) ? 1 : 0;
+    const Seconds now = host_.clock.SecondsSinceMidnight();
+    if (std::abs(now - shown) < kBetweenCounts) return;
+    shown = now;
+    Records.SetText("bisher " + ValuesOf(records));
+  });
+  Records.SetText(reply.empty() ? std::string() : ValuesOf(records));
+  return reply;
 }
 
 void Datenaustausch::ShowValues(BytesView reply) {

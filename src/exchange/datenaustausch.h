@@ -42,6 +42,7 @@ class Datenaustausch : public Window {
   Button duemstwal{*this, "duemstwal", "Messstellen- tabelle zur Darstellung wählen"};
   Label LabelDatanz{*this, "LabelDatanz", "PC <> OX  Ausgetauschte Daten"};
   TextBox datanz{*this, "datanz"};  // trace
+  Label Records{*this, "Records"};  // how many records of a collective reply have come
   Label LabelMewanz{*this, "LabelMewanz",
                     "Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe."};
   TextBox mewanz{*this, "mewanz"};  // values
@@ -67,7 +68,7 @@ class Datenaustausch : public Window {
   /// The part of LoadTable with the buttons locked; false, after the message, when the file cannot be read.
   bool ReadNames(const std::string& path);
 
-  /// One exchange with a fresh trace; returns the reply.
+  /// One exchange with a fresh trace, the records of several counted; returns the reply.
   Bytes Exchange(const Bytes& request, bool multiRecord);
   /// One exchange and its display, with the buttons locked.
   void Poll(const Bytes& request, bool multiRecord);

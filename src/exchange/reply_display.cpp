@@ -33,6 +33,10 @@ std::vector<BytesView> ShownRecords(BytesView reply) {
   }
 }
 
+bool IsRecord(BytesView line) {
+  return line.find(kCr) != BytesView::npos && line.find(kCr) >= kMinRecordLength;
+}
+
 Bytes FormatValues(BytesView reply, const NameIndex& names) {
   Bytes display;
   std::size_t count = 0;

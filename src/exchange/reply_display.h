@@ -23,6 +23,9 @@ inline constexpr std::size_t kRecordsPerLine = 3;
 /// The records of a reply that are shown, uncut, each without its CR. They point into the reply.
 std::vector<BytesView> ShownRecords(BytesView reply);
 
+/// Whether a line of a reply holds a record.
+bool IsRecord(BytesView line);
+
 /// The display of a reply, Windows-1252, lines ended by CR LF. What is left without a CR at the end is not
 /// shown.
 Bytes FormatValues(BytesView reply, const NameIndex& names);

@@ -31,13 +31,13 @@ DeviceLink::DeviceLink(Host& host, const SessionSettings& settings, TextBox& tra
       line_(host, settings, trace, kDeviceTrace),
       waits_(host, line_) {}
 
-Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord) {
+Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord, const LineHandler& onLine) {
   if (mode_ == TraceMode::kLatestOnly) line_.ClearTrace();
   const LineCloser closer(line_);
   Bytes result;
   try {
     line_.OpenPort();
-    if (!Converse(request, multiRecord, result)) {
+    if (!Converse(request, multiRecord, onLine, result)) {
       line_.WriteTrace("TN");
       line_.Send(kNo);
       host_.windows.ShowMessage(kWrongAnswer);
@@ -49,15 +49,15 @@ Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord) {
   }
 }
 
-bool DeviceLink::Converse(const Bytes& request, bool multiRecord, Bytes& result) {
+bool DeviceLink::Converse(const Bytes& request, bool multiRecord, const LineHandler& onLine, Bytes& result) {
   if (waits_.WakeUp() != kYes) return false;
   line_.WriteTrace("T" + request);
   line_.Send(request);
   waits_.DropReceived();
-  return CollectLines(multiRecord, result);
+  return CollectLines(multiRecord, onLine, result);
 }
 
-bool DeviceLink::CollectLines(bool multiRecord, Bytes& result) {
+bool DeviceLink::CollectLines(bool multiRecord, const LineHandler& onLine, Bytes& result) {
   for (;;) {
     const Bytes part = waits_.CollectReply(kDialogueWait);
     if (part.empty()) return false;
@@ -65,6 +65,7 @@ bool DeviceLink::CollectLines(bool multiRecord, Bytes& result) {
     if (part == kNo) continue;
     if (part == kEndOfDialogue) return true;
     result += part;
+    if (onLine) onLine(part);
     if (!multiRecord || part == kEndOfRecords) {
       line_.WriteTrace("TA");
       line_.Send(kYes);

@@ -155,6 +155,18 @@ void ListBox::Activate(int index) {
   RunHandler(onActivate);
 }
 
+void ProgressBar::SetPercent(int percent) {
+  if (!busy_ && percent_ == percent) return;
+  busy_ = false;
+  percent_ = percent;
+  Tell(Change::kProgress);
+}
+
+void ProgressBar::Pulse() {
+  busy_ = true;
+  Tell(Change::kPulse);
+}
+
 Timer::Timer(Window& window, std::string_view name, int intervalMilliseconds)
     : Control(window, name), interval_(intervalMilliseconds) {
   SetEnabled(false);

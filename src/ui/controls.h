@@ -25,7 +25,9 @@ enum class Change {
   kFocus,
   kDefault,
   kMarked,
-  kHint
+  kHint,
+  kProgress,
+  kPulse
 };
 
 /// What all controls have in common. Texts are UTF-8.
@@ -224,6 +226,24 @@ class ListBox : public Control {
 
   std::vector<std::string> items_;
   int selected_ = kNone;
+};
+
+/// How far a command has come: a share of the whole or, while that is not known, something that moves.
+class ProgressBar : public Control {
+ public:
+  using Control::Control;
+
+  /// 0 to 100.
+  int Percent() const { return percent_; }
+  void SetPercent(int percent);
+
+  /// Whether the share is not known. It moves on with every pulse until a share is set.
+  bool Busy() const { return busy_; }
+  void Pulse();
+
+ private:
+  int percent_ = 0;
+  bool busy_ = false;
 };
 
 /// Ticks while it is enabled; at first it is disabled. A tick that comes while the handler still runs calls

@@ -23,6 +23,7 @@ void FileBox::Clear() {
   content_.clear();
   parts_.box.SetChecked(false);
   parts_.go.SetText("");
+  parts_.contents.SetText("");
   parts_.changed();
 }
 
@@ -39,6 +40,7 @@ void FileBox::Choose() {
 void FileBox::Load(const std::string& path) {
   const int click = ++clicks_;
   content_.clear();
+  parts_.contents.SetText("");
   if (!path.empty()) {
     parts_.go.SetText(parts_.loading);
     host_.windows.Yield();
@@ -50,6 +52,8 @@ void FileBox::Load(const std::string& path) {
     return;
   }
   parts_.go.SetText(std::string(parts_.loading).append(kLoaded));
+  const std::string name = path.substr(path.rfind(host_.files.Style().separator) + 1);
+  parts_.contents.SetText(name + ": " + parts_.describe(content_));
   parts_.changed();
 }
 

@@ -20,10 +20,13 @@ class FileBox {
   struct Parts {
     CheckBox& box;
     Label& go;                 // the status line
+    Label& contents;           // what is loaded: the name of the file and what it holds
     std::string_view pattern;  // of the files that are offered
     std::string_view loading;  // shown while the file is loaded
     /// The content of a file; empty after the user was told of its fault.
     std::function<Bytes(const std::string& path)> load;
+    /// What a content holds, UTF-8.
+    std::string (*describe)(BytesView content);
     /// Whether there is a file has changed.
     std::function<void()> changed;
   };
@@ -36,7 +39,7 @@ class FileBox {
   /// What was loaded; empty when there is none.
   const Bytes& Content() const { return content_; }
 
-  /// Forgets the file: clears box and status line.
+  /// Forgets the file: clears box, status line and what is said of the content.
   void Clear();
 
   /// A handler of the window was left by an exception: a file that was being loaded does not count.

@@ -18,17 +18,20 @@ constexpr std::string_view kLoading = "Programmdatei wird geladen ...";
 
 ProgramUpdateWindow::ProgramUpdateWindow(Host& host, const DeviceKind& kind, Subs& subs, FileChooser& chooser)
     : Window(host.windows, kind.program.windowName, kind.program.caption, kForm),
+      Progress(*this, host.clock),
       Hinweis(*this, host.notices),
       kind_(kind),
       host_(host),
       program_(host, chooser,
                {.box = ChPro,
                 .go = Go,
+                .contents = ProContents,
                 .pattern = kind.program.filePattern,
                 .loading = kLoading,
                 .load = [this](const std::string& path) { return LoadProgram(path); },
+                .describe = DescribeProgram,
                 .changed = [this] { EnableStart(); }}),
-      frame_(*this, host, subs.settings, Go, {&proEnd, &ProStart, &ChPro}) {
+      frame_(*this, host, subs.settings, Go, Progress, {&proEnd, &ProStart, &ChPro}) {
   ProStart.onClick = [this] { UpdateDevice(); };
   proEnd.onClick = [this] { RequestClose(); };
 }

@@ -11,6 +11,7 @@
 #include "ui/window.h"
 #include "updates/file_box.h"
 #include "updates/update_frame.h"
+#include "updates/update_progress.h"
 
 namespace ox {
 
@@ -22,6 +23,9 @@ class ProgramUpdateWindow : public Window {
   /// The status line: a loading message, or the marks of a run.
   Label Go{*this, "Go"};
   CheckBox ChPro{*this, "ChPro", "Programmdatei wählen"};
+  /// What the file holds.
+  Label ProContents{*this, "ProContents"};
+  UpdateProgress Progress;
   Button ProStart{*this, "ProStart", "Update Start"};
   Button proEnd{*this, "proEnd", "Verlassen"};
   QuietLine Hinweis;
@@ -29,6 +33,7 @@ class ProgramUpdateWindow : public Window {
  protected:
   void OnLoad() override { program_.Clear(); }
   void OnFailure() override;
+  void OnCloseWhileRunning() override { frame_.OnCloseWhileRunning(); }
 
  private:
   /// The checked program of a file; empty after the user was told of its fault.

@@ -6,8 +6,14 @@
 namespace ox {
 
 UpdateFrame::UpdateFrame(Window& window, Host& host, SessionSettings& settings, Label& go,
-                         std::initializer_list<Control*> locked)
-    : window_(window), host_(host), settings_(settings), go_(go), controls_(locked), link_(host, settings) {}
+                         UpdateProgress& progress, std::initializer_list<Control*> locked)
+    : window_(window),
+      host_(host),
+      settings_(settings),
+      go_(go),
+      progress_(progress),
+      controls_(locked),
+      link_(host, settings) {}
 
 UpdateEnd UpdateFrame::Run(Button& start, const Procedure& procedure) {
   const DeviceSearch search = [this] {
@@ -18,16 +24,25 @@ UpdateEnd UpdateFrame::Run(Button& start, const Procedure& procedure) {
   controls_.Lock();
   const UpdateEnd end = procedure(link_, search, *this);
   if (end == UpdateEnd::kFailed) window_.ForgetCloseRequest();
-  running_ = false;
-  controls_.Unlock();
+  End();
   start.SetFocus();
   return end;
 }
 
 void UpdateFrame::OnFailure() {
   if (running_) window_.ForgetCloseRequest();
+  End();
+}
+
+void UpdateFrame::End() {
   running_ = false;
+  progress_.Clear();
   controls_.Unlock();
+}
+
+void UpdateFrame::Tell(std::string_view message) {
+  progress_.Stop();
+  host_.windows.ShowMessage(message);
 }
 
 }  // namespace ox

@@ -14,6 +14,7 @@
 #include "ui/controls.h"
 #include "ui/host.h"
 #include "ui/window.h"
+#include "updates/update_progress.h"
 
 namespace ox {
 
@@ -23,7 +24,7 @@ namespace ox {
 class UpdateFrame : private UpdateObserver {
  public:
   /// `go` is the status line, which shows the marks. All outlive the frame.
-  UpdateFrame(Window& window, Host& host, SessionSettings& settings, Label& go,
+  UpdateFrame(Window& window, Host& host, SessionSettings& settings, Label& go, UpdateProgress& progress,
               std::initializer_list<Control*> locked);
 
   /// What is done to the device; the search shows the connection test.
@@ -33,18 +34,29 @@ class UpdateFrame : private UpdateObserver {
   /// Carries out the procedure with the controls locked. The focus returns to the button that started it.
   UpdateEnd Run(Button& start, const Procedure& procedure);
 
+  /// The user wants to close the window while a handler of it runs.
+  void OnCloseWhileRunning() {
+    if (running_) progress_.OnCloseRequest();
+  }
+
   /// A handler of the window was left by an exception: unlocks the controls; after a run the window stays.
   void OnFailure();
 
  private:
+  void Step(std::string_view what, int /*longestSeconds*/, std::size_t blocks) override {
+    progress_.OnStep(what, blocks);
+  }
+  void BlockSent(std::size_t /*number*/) override { progress_.OnBlockSent(); }
   void StartMarks() override { go_.SetText(">"); }
   void Mark() override { go_.Append(">"); }
-  void Tell(std::string_view message) override { host_.windows.ShowMessage(message); }
+  void Tell(std::string_view message) override;
+  void End();
 
   Window& window_;
   Host& host_;
   SessionSettings& settings_;
   Label& go_;
+  UpdateProgress& progress_;
   ControlLock controls_;
   LoaderLink link_;
   bool running_ = false;

@@ -13,6 +13,7 @@
 #include "ui/window.h"
 #include "updates/file_box.h"
 #include "updates/update_frame.h"
+#include "updates/update_progress.h"
 
 namespace ox {
 
@@ -26,6 +27,13 @@ class updatetab : public Window {
   CheckBox ChMes{*this, "ChMes", "Messstellentabelle"};
   CheckBox ChPar{*this, "ChPar", "Parametertabelle"};
   CheckBox ChZuo{*this, "ChZuo", "Zuordnungstabelle"};
+  /// What the three files hold, and how full the images of both generations will be.
+  Label MesContents{*this, "MesContents"};
+  Label ParContents{*this, "ParContents"};
+  Label ZuoContents{*this, "ZuoContents"};
+  Label Fill2{*this, "Fill2"};
+  Label Fill3{*this, "Fill3"};
+  UpdateProgress Progress;
   Button TabStart{*this, "TabStart", "Update Start"};
   Button TabEnd{*this, "TabEnd", "Verlassen"};
   QuietLine Hinweis;
@@ -33,15 +41,20 @@ class updatetab : public Window {
  protected:
   void OnLoad() override;
   void OnFailure() override;
+  void OnCloseWhileRunning() override { frame_.OnCloseWhileRunning(); }
 
  private:
   using Parser = Bytes (*)(const TableText& tableText, TableMessages& messages);
 
-  FileBox::Parts TableParts(CheckBox& box, std::string_view pattern, std::string_view loading, Parser parse);
+  /// What the three boxes have in common.
+  FileBox::Parts TableParts(FileBox::Parts parts, Parser parse);
   /// The packed table of a file; empty after the user was told of its fault.
   Bytes LoadTable(const std::string& path, Parser parse);
+  bool AllLoaded() const;
   /// Only three good tables can be written.
-  void EnableStart();
+  void EnableStart() { TabStart.SetEnabled(AllLoaded()); }
+  /// Says nothing of what does not fit: that is told when the update starts.
+  void ShowFill();
   void UpdateDevice();
 
   Host& host_;

@@ -97,6 +97,7 @@ TEST_F(DataExchange, EachCommandSendsItsRequestAndShowsItsReply) {
   // Only number and parameter together name one value.
   Type("123", "", "0012");
   EXPECT_EQ(Poll(window_.Einzelabruf, "J123           0012\r", "\rAAA\rBBB\rE\r"), "AAA|BBB|");
+  EXPECT_EQ(window_.Records.Text(), "2 Werte");
   Type("123", "12345678", "");
   EXPECT_EQ(Poll(window_.Einzelabruf, "J123 12345678:     \r", "\rAAA\rBBB\rE\r"), redundant + "AAA|BBB|");
   Type("123", "12345678", "0012");

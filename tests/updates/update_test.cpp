@@ -29,6 +29,7 @@ void ExpectChoices(UpdateRig& rig, const std::vector<Choice>& choices) {
     EXPECT_EQ(rig.host.windows.TakeMessages(), said);
     EXPECT_EQ(rig.Box(box).Checked(), !status.empty());
     EXPECT_EQ(rig.go.Text(), status);
+    EXPECT_EQ(rig.All<Label>()[1 + box]->Text().empty(), status.empty()) << "what the file holds";
     EXPECT_EQ(rig.start.Enabled(), start);
   }
   rig.leave.Click();
@@ -109,6 +110,41 @@ TEST(Update, OfTwoChoicesTheLaterCounts) {
     EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{});
     EXPECT_TRUE(box.Checked() && rig.go.Text().ends_with("wird geladen ... O.K.!"));
   }
+}
+
+TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
+  UpdateRig rig(kTables);
+  rig.Load();
+  const auto& window = dynamic_cast<updatetab&>(*rig.window);
+  EXPECT_EQ(window.MesContents.Text(), "gut.mes: Stand Übung 1.26, 3 Ämter, 40 Messstellen");
+  EXPECT_EQ(window.Fill2.Text(), "Belegung OX II: 1970 von 16380 Bytes (13 %)");
+  EXPECT_EQ(window.Fill3.Text(), "Belegung OX III: 1444 von 16380 Bytes (9 %)");
+  const UpdateProgress& shown = window.Progress;
+  Strings seen;
+  const auto look = [&] {
+    const std::string how = !shown.Bar.Visible() ? ""
+                            : shown.Bar.Busy()   ? "?"
+                                                 : std::to_string(shown.Bar.Percent());
+    seen.push_back(how + "|" + shown.Step.Text() + "|" + shown.Rest.Text() + "|" + shown.Closing.Text());
+  };
+  look();
+  rig.Connect(DeviceOf(2, "a"));
+  rig.device->Faults().Observe([&, blocks = 0](const sim::ReplyOrigin& origin) mutable {
+    if (origin.stage != sim::ReplyStage::kLoaderReply) return;
+    const double delay = origin.letter == '2' ? 4 : origin.letter == 'P' ? 0.15 : 0;
+    rig.device->Faults().Add({.kind = sim::ReplyFault::Kind::kLate, .delay = delay});
+    if (origin.letter == '2') rig.host.windows.In(2.5, look);
+    if (origin.letter != 'P' || ++blocks < 33) return;
+    if (blocks == 33) rig.host.windows.In(0.12, [&] { rig.window->RequestClose(), look(); });
+    if (blocks == 60) rig.host.ports.Break();
+  });
+  rig.start.Click();
+  look();
+  EXPECT_EQ(seen, (Strings{"|||", "?|Gerät bereitet sich vor ...|seit 2 s|",
+                           "50|Tabellen werden übertragen ...|noch 5 s|"
+                           "Fenster schließt nach erfolgreicher Programmierung",
+                           "|||"}));
+  EXPECT_FALSE(shown.Beat.Enabled());
 }
 
 TEST(Update, ThatMemoryRunsOutOnKeepsItsWindow) {

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QToolTip>
+#include <algorithm>
 
 namespace ox {
 
@@ -35,7 +36,8 @@ void SteadyLabel::paintEvent(QPaintEvent* event) {
 }
 
 QRect SteadyLabel::TextArea() const {
-  return contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+  const int indented = (alignment() & Qt::AlignLeft) != 0 ? std::max(indent(), 0) : 0;
+  return contentsRect().adjusted(margin() + indented, margin(), -margin(), -margin());
 }
 
 bool SteadyLabel::Fits() const {

@@ -19,7 +19,7 @@ class SteadyLabel : public QLabel {
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
-  /// Where the text stands, within frame and margin.
+  /// Where the text stands, within frame, margin and indent.
   QRect TextArea() const;
   /// Whether the whole text is shown.
   virtual bool Fits() const;

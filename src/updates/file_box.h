@@ -24,11 +24,11 @@ class FileBox {
     std::string_view pattern;  // of the files that are offered
     std::string_view loading;  // shown while the file is loaded
     /// The content of a file; empty after the user was told of its fault.
-    std::function<Bytes(const std::string& path)> load;
+    std::function<Bytes(const std::string& path)> load = {};
     /// What a content holds, UTF-8.
     std::string (*describe)(BytesView content);
     /// Whether there is a file has changed.
-    std::function<void()> changed;
+    std::function<void()> changed = {};
   };
 
   /// Takes the box's clicks. All outlive it.

@@ -45,6 +45,7 @@ void UpdateProgress::OnCloseRequest() {
 
 void UpdateProgress::Stop() {
   Beat.SetEnabled(false);
+  Rest.SetText("");
   Closing.SetText("");
 }
 
@@ -52,7 +53,6 @@ void UpdateProgress::Clear() {
   Stop();
   Bar.SetVisible(false);
   Step.SetText("");
-  Rest.SetText("");
   estimate_ = {};
 }
 

@@ -34,7 +34,7 @@ class UpdateProgress {
   void OnBlockSent() { estimate_.BlockSent(clock_.SecondsSinceMidnight()); }
   /// The user closes the window while it runs.
   void OnCloseRequest();
-  /// Time no longer counts: the end is told. What is shown stays.
+  /// The end is told: time no longer counts. How far the run came stays in sight.
   void Stop();
   /// The run is over.
   void Clear();

@@ -7,8 +7,11 @@
 namespace ox {
 namespace {
 
-/// Seldom enough not to slow the run down, often enough to be seen moving.
+/// Often enough to be seen moving.
 constexpr int kBeatMilliseconds = 100;
+/// While blocks are sent, so many beats go by from one picture to the next: the device does not wait for
+/// them.
+constexpr int kBeatsBetween = 3;
 
 constexpr std::string_view kClosesLater = "Fenster schließt nach erfolgreicher Programmierung";
 
@@ -23,6 +26,7 @@ UpdateProgress::UpdateProgress(Window& window, Clock& clock)
       clock_(clock) {
   Bar.SetVisible(false);
   Beat.onTick = [this] {
+    if (estimate_.Sends() && ++beats_ % kBeatsBetween != 0) return;
     try {
       Show();
     } catch (const std::bad_alloc&) {

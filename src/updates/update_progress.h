@@ -44,6 +44,7 @@ class UpdateProgress {
 
   Clock& clock_;
   UpdateEstimate estimate_;
+  int beats_ = 0;
 };
 
 }  // namespace ox

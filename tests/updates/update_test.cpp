@@ -141,7 +141,7 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
   rig.start.Click();
   look();
   EXPECT_EQ(seen, (Strings{"|||", "?|Gerät bereitet sich vor ...|seit 2 s|",
-                           "50|Tabellen werden übertragen ...|noch 5 s|"
+                           "48|Tabellen werden übertragen ...|noch 5 s|"
                            "Fenster schließt nach erfolgreicher Programmierung",
                            "|||"}));
   EXPECT_FALSE(shown.Beat.Enabled());

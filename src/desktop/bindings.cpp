@@ -27,16 +27,11 @@ constexpr Pairing Pair() {
 }
 
 constexpr std::array kPairings = {
-    Pair<Button, QPushButton, TieButton>(),
-    Pair<CheckBox, QCheckBox, TieCheckBox>(),
-    Pair<Label, QLabel, TieLabel>(),
-    Pair<ProgressBar, SteadyBar, TieProgressBar>(),
-    Pair<TextBox, QLineEdit, TieField>(),
-    Pair<TextBox, QPlainTextEdit, TieTrace>(),
-    Pair<ListBox, QListWidget, TieList>(),
-    Pair<ListBox, QComboBox, TieDropDown>(),
-    Pair<MenuEntry, QMenu, TieMenu>(),
-    Pair<MenuEntry, QAction, TieMenuCommand>(),
+    Pair<Button, QPushButton, TieButton>(), Pair<CheckBox, QCheckBox, TieCheckBox>(),
+    Pair<Label, QLabel, TieLabel>(),        Pair<ProgressBar, SteadyBar, TieProgressBar>(),
+    Pair<TextBox, QLineEdit, TieField>(),   Pair<TextBox, QPlainTextEdit, TieTrace>(),
+    Pair<ListBox, QListWidget, TieList>(),  Pair<ListBox, QComboBox, TieDropDown>(),
+    Pair<MenuEntry, QMenu, TieMenu>(),      Pair<MenuEntry, QAction, TieMenuCommand>(),
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ void ExpectChoices(UpdateRig& rig, const std::vector<Choice>& choices) {
     EXPECT_EQ(rig.host.windows.TakeMessages(), said);
     EXPECT_EQ(rig.Box(box).Checked(), !status.empty());
     EXPECT_EQ(rig.go.Text(), status);
-    EXPECT_EQ(rig.All<Label>()[1 + box]->Text().empty(), status.empty()) << "what the file holds";
+    EXPECT_EQ(rig.The<Label>(box + "Contents").Text().empty(), status.empty());
     EXPECT_EQ(rig.start.Enabled(), start);
   }
   rig.leave.Click();

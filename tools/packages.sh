@@ -25,7 +25,7 @@ build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsystemd-dev lib
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev lld git ccache)
 # What making a Debian package of it takes, and what checking that package takes on top.
 package_packages=(dpkg-dev file pandoc)
-package_check_packages=(appstream desktop-file-utils lintian)
+package_check_packages=(appstream desktop-file-utils lintian udev)
 # What starting the installed program takes, seen on the accessibility bus; and the tests on 32 bit.
 start_packages=(xvfb dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3-xlib)
 multilib_packages=(g++-multilib)

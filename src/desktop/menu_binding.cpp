@@ -1,4 +1,8 @@
 // Menu entries: commands, and menus that hold commands.
+#include <QTimer>
+#include <QToolTip>
+#include <chrono>
+
 #include "desktop/control_ties.h"
 #include "desktop/screen_text.h"
 
@@ -33,6 +37,16 @@ void ShowHints(QMenu& menu) {
   menu.setAccessibleDescription(hints.join(u'\n'));
 }
 
+/// Shows an entry's hint beside the menu: also for who walks through it by keyboard, and without hiding the
+/// next entries.
+void ShowHint(QAction& entry, QMenu& menu) {
+  if (entry.statusTip().isEmpty() || !menu.isVisible() || menu.activeAction() != &entry) return;
+  QToolTip::showText(menu.mapToGlobal(menu.actionGeometry(&entry).topRight()), entry.toolTip(), &menu);
+}
+
+/// Once the toolkit is done with opening the menu, which hides every tooltip.
+constexpr std::chrono::milliseconds kHintDelay{200};
+
 }  // namespace
 
 void TieMenuCommand(MenuEntry& control, QAction& widget) {
@@ -50,6 +64,10 @@ void TieMenu(MenuEntry& control, QMenu& widget) {
     AtBorder([&control] { control.Show(); });
     ShowHints(widget);
   });
+  QObject::connect(&widget, &QMenu::hovered, &widget, [&widget](QAction* entry) {
+    QTimer::singleShot(kHintDelay, entry, [entry, &widget] { ShowHint(*entry, widget); });
+  });
+  QObject::connect(&widget, &QMenu::aboutToHide, &widget, [] { QToolTip::hideText(); });
   FollowEntry(control, *widget.menuAction());
 }
 

@@ -185,6 +185,17 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   WriteFile(host.processes / "locks", lock);
   WriteFile(host.processes / "4711/comm", "minicom\n");
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": belegt von minicom");
+  PosixSerialPorts ports(openPorts_, host);
+  port_ = ports.Create();
+  Open(kUsual, 6);
+  fs::remove("COM6");
+  farEnd_.reset();
+  plugIn("ttyUSB4", "usb2", "pl2303");
+  plugIn("ttyUSB5", "usb3", "pl2303");
+  EXPECT_EQ(told(6), "COM6 ist /dev/ttyUSB5: nicht vorhanden");
+  port_ = ports.Create();
+  EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }).reason, "nicht mehr vorhanden") << "no other unnoticed";
+  EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }).device, host.devices / "ttyUSB5");
   fs::remove_all(ttys / "ttyUSB1");
   EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB0: nicht vorhanden") << "plugged out while the program runs";
 }

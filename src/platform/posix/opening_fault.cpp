@@ -44,11 +44,6 @@ std::string GroupAdvice(const std::string& path) {
   return "Benutzer in die Gruppe " + name + " aufnehmen, neu anmelden";
 }
 
-/// The path is an entry of the working folder, which the user made.
-bool IsEntry(const std::string& path) {
-  return !fs::path(path).is_absolute();
-}
-
 PortError TakenFault(const std::string& path, const HostFolders& host) {
   const std::string holder = HolderOf(host, path).value_or("");
   if (holder.empty()) return PortError("von einem anderen Programm belegt", "Das andere Programm beenden");

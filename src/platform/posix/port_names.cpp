@@ -56,6 +56,10 @@ std::optional<std::string> FindPort(const HostFolders& host, int number) {
   return lowerFree < adapters.size() ? std::optional(adapters[lowerFree]) : std::nullopt;
 }
 
+bool IsEntry(const std::string& path) {
+  return !fs::path(path).is_absolute();
+}
+
 std::string DeviceBehind(const std::string& path) {
   constexpr int kMostLinks = 8;
   std::error_code failed;

@@ -14,6 +14,9 @@ namespace ox {
 /// leads to. Nothing when no device has the number.
 std::optional<std::string> FindPort(const HostFolders& host, int number);
 
+/// Whether a path that FindPort gave is an entry of the working folder.
+bool IsEntry(const std::string& path);
+
 /// What the path leads to, for people: the device behind all links, or the last name that a broken link
 /// holds.
 std::string DeviceBehind(const std::string& path);

@@ -16,22 +16,34 @@ namespace {
 /// The error, with the device that it is about.
 PortError With(const std::string& device, const PortError& error) {
   PortFault fault = error.Fault();
-  fault.device = device;
+  if (fault.device.empty()) fault.device = device;
   return PortError(fault);
+}
+
+bool Exists(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0;
 }
 
 /// Of a line that failed in use. A device that is not there any more was pulled out.
 PortError BrokenOff(const std::string& device, const PortError& error) {
-  struct stat status {};
-  if (stat(device.c_str(), &status) == 0) return With(device, error);
+  if (Exists(device)) return With(device, error);
   return PortError(
       {device, "während der Arbeit abgezogen", "Adapter wieder einstecken, dann den Befehl wiederholen"});
+}
+
+/// Of a number that has passed to another device.
+PortError OtherDevice(int number, const std::string& before, const std::string& now) {
+  const std::string next = PortName(number) + " ist mit dem nächsten Befehl " + now;
+  if (Exists(before)) return PortError({before, "hat jetzt eine andere Nummer", next});
+  return PortError({before, "nicht mehr vorhanden", "Adapter wieder einstecken, sonst: " + next});
 }
 
 }  // namespace
 
 void PosixSerialPort::SetCommPort(int number) {
   if (PortOpen()) throw PortError("ist geöffnet");
+  if (number != number_) used_.clear();
   number_ = number;
 }
 
@@ -39,10 +51,9 @@ void PosixSerialPort::Open() {
   if (PortOpen()) return;
   device_.clear();
   try {
-    const std::optional<std::string> path = FindPort(host_, number_);
-    if (!path) throw NoSuchPort();
-    device_ = DeviceBehind(*path);
-    line_ = std::make_unique<OpenLine>(*path, ParseLineSettings(settings_));
+    const std::string path = DevicePath();
+    device_ = DeviceBehind(path);
+    line_ = std::make_unique<OpenLine>(path, ParseLineSettings(settings_));
   } catch (const PortError& error) {
     const PortError whole = With(device_, error);
     std::cerr << Sentences(number_, whole.Fault()) << std::endl;
@@ -52,10 +63,21 @@ void PosixSerialPort::Open() {
   NoteDevice();
 }
 
+std::string PosixSerialPort::DevicePath() {
+  const std::optional<std::string> found = FindPort(host_, number_);
+  if (found && IsEntry(*found)) return *found;
+  if (!used_.empty() && Exists(used_)) return used_;
+  if (!found) throw NoSuchPort();
+  std::string& known = known_->devices[number_];
+  if (known.empty() || known == *found) return *found;
+  const std::string before = std::exchange(known, *found);
+  throw OtherDevice(number_, before, *found);
+}
+
 void PosixSerialPort::NoteDevice() {
-  if (noted_ == device_) return;
+  used_ = device_;
+  if (std::exchange(known_->devices[number_], device_) == device_) return;
   std::cerr << Identity(number_, PosixPortList(host_).Look(number_)) << std::endl;
-  noted_ = device_;
 }
 
 void PosixSerialPort::Close() noexcept {

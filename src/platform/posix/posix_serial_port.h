@@ -1,6 +1,7 @@
 // The serial ports of this host.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,13 +13,21 @@
 
 namespace ox {
 
+/// What every port was when it was last open; shared by all ports of the host.
+struct KnownDevices {
+  std::map<int, std::string> devices;  // by port number
+};
+
 /// A port is closed again by every PortError, so a line that has hung up is reported once and can be opened
-/// anew.
+/// anew. It stays with its device as long as that is there. A number that has passed to another device since
+/// it was last open is refused once, and told, so that nobody works on another device than he thinks; an
+/// entry of the working folder says itself what it is.
 class PosixSerialPort : public SerialPort {
  public:
   /// The registry must outlive the port.
-  explicit PosixSerialPort(OpenPorts& openPorts, HostFolders host = {})
-      : openPorts_(openPorts), host_(std::move(host)) {}
+  explicit PosixSerialPort(OpenPorts& openPorts, HostFolders host = {},
+                           std::shared_ptr<KnownDevices> known = std::make_shared<KnownDevices>())
+      : openPorts_(openPorts), host_(std::move(host)), known_(std::move(known)) {}
   ~PosixSerialPort() override { Close(); }
 
   void SetSettings(std::string_view settings) override { settings_ = settings; }
@@ -36,14 +45,17 @@ class PosixSerialPort : public SerialPort {
   template <typename Operation>
   auto OnLine(Operation operation);
   void Drop() noexcept;
+  /// Path of the device to open. Throws PortError.
+  std::string DevicePath();
   void NoteDevice();
 
   OpenPorts& openPorts_;
   HostFolders host_;
+  std::shared_ptr<KnownDevices> known_;
   std::string settings_ = "9600,N,8,1";
   int number_ = 1;
   std::string device_;              // of the last opening, for people
-  std::string noted_;               // the device that was told last
+  std::string used_;                // the device that was open last under the number
   std::unique_ptr<OpenLine> line_;  // null while the port is closed
 };
 
@@ -53,12 +65,13 @@ class PosixSerialPorts : public SerialPorts {
       : openPorts_(openPorts), host_(std::move(host)) {}
 
   std::unique_ptr<SerialPort> Create() override {
-    return std::make_unique<PosixSerialPort>(openPorts_, host_);
+    return std::make_unique<PosixSerialPort>(openPorts_, host_, known_);
   }
 
  private:
   OpenPorts& openPorts_;
   HostFolders host_;
+  std::shared_ptr<KnownDevices> known_ = std::make_shared<KnownDevices>();
 };
 
 }  // namespace ox

@@ -93,11 +93,15 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
   dialogue.work.onClick = [&] { dialogue.life += "worked "; };
   dialogue.leave.onClick = [&] { dialogue.life += "left "; };
   EXPECT_EQ(Life([&] {
-              Later([&, upper = Top()] {
+              const User closeAbove = [upper = Top()] {
                 EXPECT_EQ(Top()->parentWidget(), upper);
                 kCloseBox();
-              });
+              };
+              Later(closeAbove);
               windows.ShowMessage("Frage");
+              TwoButtons third(windows);
+              Later(closeAbove);
+              windows.ShowModal(third);
               dialogue.leave.SetFocus();
               Press(Qt::Key_Return)();
               kCloseBox();

@@ -131,8 +131,7 @@ TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
   host_.windows.In(0.99, [this] { EXPECT_EQ(host_.ports.modemLine, std::vector<bool>{false}); });
   host_.windows.In(1.1, [this] {
     EXPECT_EQ(host_.ports.modemLine, (std::vector<bool>{false, true}));
-    modem_.Expect("!", Pieces{{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}});
-    modem_.Receive("!", modem_.Line(), host_.clock.Elapsed());
+    modem_.Say({{0.2, "CONNECT\r"}, {1.1, "123"}, {2.5, "late"}}, host_.clock.Elapsed());
   });
   EXPECT_EQ(Click(window_.Command4), Strings());
   EXPECT_NEAR(host_.clock.Elapsed(), 1.1 + 1.1 + 1.0, 0.05);

@@ -43,7 +43,7 @@ struct OnAPseudoTerminal : OnThisHost {
 struct OnTheSimulatedLine : OnThisHost {
   ScriptedDevice end;
   sim::LineHost host{end, {"COM1", false, std::nullopt}};
-  void Say(char said) override { end.Expect("!", Bytes(1, said)).Receive("!", end.Line(), 0); }
+  void Say(char said) override { end.Say({{0, Bytes(1, said)}}); }
   void Work() override { host.Work(); }
 };
 
@@ -55,7 +55,7 @@ struct InMemory : Line {
   ScriptedDevice end;
   TestHost host;
   SerialPorts& Ports() override { return host.ports; }
-  void Say(char said) override { end.Expect("!", Bytes(1, said)).Receive("!", end.Line(), 0); }
+  void Say(char said) override { end.Say({{0, Bytes(1, said)}}); }
   void Pull() override { host.ports.Break(); }
 };
 
@@ -109,9 +109,9 @@ TEST_F(PortContract, WhatItRefusesAndWhetherItIsOpenThen) {
       {"taken", "tosfotc", "c!c!cco!oc"},
       {"a pulled cable, read", "opisco", "oo!c!cc!c"},
       {"a pulled cable, written", "opsio", "oo!c!c!c"},
+      {"a pulled cable, its modem line", "opm", "oo!c"},
       {"a pulled cable, closed", "opco", "ooc!c"},
   };
-  std::string happened;
   for (const bool inMemory : {false, true}) {
     for (const auto& [what, letters, expected] : rows) {
       const std::unique_ptr<Line> line =
@@ -122,6 +122,9 @@ TEST_F(PortContract, WhatItRefusesAndWhetherItIsOpenThen) {
       for (const char letter : letters) {
         if (!Try(letter, *port_, *other_, *line)) seen += '!';
         seen += port_->PortOpen() ? 'o' : 'c';
+        const auto* host = dynamic_cast<OnThisHost*>(line.get());
+        const int open = (port_->PortOpen() ? 1 : 0) + (other_->PortOpen() ? 1 : 0);
+        EXPECT_TRUE(host == nullptr || std::ssize(host->openPorts.Handles()) == open) << "what Rest waits on";
       }
       testing::internal::GetCapturedStderr();
       EXPECT_EQ(seen, expected) << what << (inMemory ? " in memory" : "");

@@ -149,10 +149,10 @@ TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {
 
 TEST_F(PowerMonitorTest, AFailureBesideATurnLetsItEndAndStopsBeforeTheNext) {
   Answer({{0.5, kSample}});
-  monitor_.CPreset.onClick = [] { throw std::bad_alloc(); };
+  monitor_.CPreset.onClick = [] { throw std::runtime_error("unexpected"); };
   host_.windows.In(1.2, [this] { monitor_.CPreset.Click(); });
   Run(1);
-  EXPECT_EQ(State(), "running: Nicht genügend Speicher: Vorgang abgebrochen!");
+  EXPECT_EQ(State(), "running: Unerwarteter Fehler: Vorgang abgebrochen!");
   EXPECT_TRUE(host_.files.content[kLog].ends_with("Schnellladung\r\n"));
   host_.windows.Pass(1);
   EXPECT_EQ(State(), "idle");

@@ -28,6 +28,11 @@ class ScriptedDevice : public sim::Endpoint {
     return Expect(std::move(request), {{0, answer}});
   }
 
+  /// Says this unasked, the delays counted from `now` on.
+  void Say(const std::vector<Piece>& pieces, sim::Seconds now = 0) {
+    for (const auto& [delay, bytes] : pieces) output_.Add(now + delay, bytes);
+  }
+
   /// True when every expected text came, and nothing else.
   bool Done() const { return steps_.empty() && !surprised_; }
 
@@ -38,7 +43,7 @@ class ScriptedDevice : public sim::Endpoint {
       surprised_ = true;
       heard_.clear();
     } else if (steps_.front().first == heard_) {
-      for (const auto& [delay, bytes] : steps_.front().second) output_.Add(now + delay, bytes);
+      Say(steps_.front().second, now);
       steps_.pop_front();
       heard_.clear();
     }

@@ -317,6 +317,10 @@ TEST_F(Forms, AssistiveTechnologyDoesWhatAHandDoes) {
   EXPECT_EQ(chosen, 0) << "the caller waits for nothing";
   QCoreApplication::processEvents();
   EXPECT_EQ(std::pair(chosen, tables.ChMes.Checked()), std::pair(1, true));
+  QTest::mouseClick(box, Qt::LeftButton, {}, {8, box->height() / 2});
+  QTest::mouseClick(box, Qt::LeftButton, {}, {8, box->height() / 2});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(std::exchange(chosen, 1), 3) << "a click is handed on once";
 
   const auto menu = Show(start);
   auto* command = Find<QAction>(*menu, start.MenuInfo);

@@ -145,7 +145,8 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
       if (part % 4 == 3) estimate.BlockSent(clock.SecondsSinceMidnight());
       const int figure = estimate.SecondsLeft(clock.SecondsSinceMidnight());
       EXPECT_LE(figure - last, 1) << what;
-      if (left <= (1 - knownFrom) * kBlocks * block) EXPECT_NEAR(figure, left + 0.5, 1.1) << what;
+      const bool known = left <= (1 - knownFrom) * kBlocks * block;
+      EXPECT_NEAR(known ? figure : left, left + 0.5, 1.1) << what;
       last = figure;
     }
     EXPECT_EQ(estimate.Percent(), 100);

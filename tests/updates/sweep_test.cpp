@@ -130,9 +130,10 @@ struct Sweep : testing::TestWithParam<Procedure> {
     brokenAndAfter.push_back(rig_.host.clock.Elapsed());
     const bool searches =
         others == 0 && step.letter == 'V';  // behind the silence, for a device in its dialogue
-    if (how.fault.kind == Kind::kSilence && !how.cablePulled && !searches)
+    if (how.fault.kind == Kind::kSilence && !how.cablePulled && !searches) {
       EXPECT_NEAR(brokenAndAfter[1] - brokenAndAfter[0], stage == Stage::kLoaderWakeUp ? 1 : step.seconds,
                   0.1);
+    }
     // The port has the word before the loader is spoken to, and where the request's own message has no
     // number.
     const bool portTells = step.letter == '@' ? !how.whileAwaited

@@ -48,6 +48,7 @@ std::string Mismatch(const CLI::App& app, const std::string& told) {
   const CLI::Option* option = OptionIn(app, told);
   if (option == nullptr) return "die Angaben sind nicht zu verstehen";
   const std::string name = option->get_name();
+  if (option->get_positional()) return name + " ist zu selten angegeben";
   if (option->get_items_expected_max() == 0) return name + " nimmt keinen Wert";
   const bool given = option->count() > 0 && option->get_items_expected_max() == 1;
   return name + (given ? " ist mehrfach angegeben" : " braucht einen Wert");

@@ -13,9 +13,6 @@ namespace {
 
 constexpr double kHighestFiller = 250;
 
-/// No loader file is larger: the whole memory, one byte a line, stays below a megabyte.
-constexpr std::size_t kMaxLoaderFile = std::size_t{4} * 1024 * 1024;  // bytes
-
 std::string OpeningFailed(const std::string& path) {
   return "Fehler beim Öffnen von " + path + " !";
 }

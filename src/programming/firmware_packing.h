@@ -1,6 +1,7 @@
 // From a loader hex file to the generation III program file that the update loads.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -9,6 +10,9 @@
 #include "platform/random_numbers.h"
 
 namespace ox {
+
+/// No loader file is larger: the whole memory, one byte a line, stays below a megabyte.
+constexpr std::size_t kMaxLoaderFile = std::size_t{4} * 1024 * 1024;  // bytes
 
 /// The content of the ".pr3" file for a loader hex text; nothing when the text is faulty. Bytes that it does
 /// not tell are filled with random ones, 0 to 250.

@@ -5,6 +5,8 @@
 #include <optional>
 
 #include "platform/field_reader.h"
+#include "platform/line_ends.h"
+#include "programming/program_file.h"
 
 namespace ox {
 namespace {
@@ -55,17 +57,34 @@ bool Store(BytesView record, Bytes& image) {
   return true;
 }
 
-}  // namespace
-
-bool ReadLoaderHex(BytesView text, Bytes& image) {
+/// The first field that makes the file faulty, the empty rest of the text where the end record is missing;
+/// nothing when the file is sound.
+std::optional<BytesView> FaultyField(BytesView text, Bytes& image) {
   FieldReader fields(text);
   while (!fields.AtEnd()) {
     const BytesView field = fields.Next();
-    if (field.starts_with(kEndRecord)) return true;
+    if (field.starts_with(kEndRecord)) return std::nullopt;
     const std::optional<Bytes> record = Decode(field);
-    if (!record || !Store(*record, image)) return false;
+    if (!record || !Store(*record, image)) return field;
   }
-  return false;
+  return text.substr(text.size());
+}
+
+}  // namespace
+
+bool ReadLoaderHex(BytesView text, Bytes& image) {
+  return !FaultyField(text, image);
+}
+
+int FaultyHexLine(BytesView text) {
+  Bytes image(kProgramFormat3.ProgramSize(), '\0');
+  const auto field = FaultyField(text, image);
+  if (!field) return 0;
+  int line = 1;
+  for (const char* at = text.data(); at != field->data(); ++at) {
+    if (*at == kLf || (*at == kCr && (at + 1 == field->data() || at[1] != kLf))) ++line;
+  }
+  return line;
 }
 
 }  // namespace ox

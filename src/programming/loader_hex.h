@@ -15,4 +15,8 @@ namespace ox {
 /// and so does a missing end record.
 bool ReadLoaderHex(BytesView text, Bytes& image);
 
+/// The line, from 1, of what makes a loader hex file faulty; 0 when nothing does. Where the end record is
+/// missing, the last one.
+int FaultyHexLine(BytesView text);
+
 }  // namespace ox

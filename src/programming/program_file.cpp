@@ -2,9 +2,9 @@
 #include "programming/program_file.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <utility>
+
+#include "platform/hex_text.h"
 
 namespace ox {
 namespace {
@@ -18,39 +18,40 @@ char Scrambled(char byte) {
   return ByteOf(~ByteValue(byte) ^ kScramble);
 }
 
-unsigned SumOf(BytesView bytes) {
+}  // namespace
+
+unsigned ByteSum(BytesView bytes) {
   unsigned sum = 0;
   for (const char byte : bytes) sum += ByteValue(byte);
   return sum;
 }
 
-/// Record `number` of a file in plain bytes: only the first is stored so.
-Bytes PlainRecord(BytesView file, std::size_t number) {
-  Bytes record(file.substr(number * kProgramRecordSize, kProgramRecordSize));
-  if (number > 0) std::ranges::transform(record, record.begin(), Scrambled);
-  return record;
+Bytes PlainProgramRecord(BytesView file, std::size_t record) {
+  Bytes plain(file.substr(record * kProgramRecordSize, kProgramRecordSize));
+  if (record > 0) std::ranges::transform(plain, plain.begin(), Scrambled);
+  return plain;
 }
-
-}  // namespace
 
 LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format) {
   if (file.size() != format.FileSize()) return {ProgramFileStatus::kWrongSize, {}};
   Bytes program;
   program.reserve(format.ProgramSize());
   for (std::size_t number = 0; number < format.records; ++number) {
-    const Bytes record = PlainRecord(file, number);
-    if (ByteOf(SumOf(record)) != '\0') return {ProgramFileStatus::kChecksumError, {}};
+    const Bytes record = PlainProgramRecord(file, number);
+    if (ByteOf(ByteSum(record)) != '\0') return {ProgramFileStatus::kChecksumError, {}};
     program.append(record, 1, kProgramPageSize);
   }
   if (format.checkWordMissing) InsertCheckWord(program, format);
   return {ProgramFileStatus::kGood, std::move(program)};
 }
 
-std::string DescribeProgram(BytesView program) {
+unsigned CheckWordIn(BytesView program) {
   const BytesView word = program.substr(program.size() - kCheckWordSize);
-  std::array<char, sizeof "FFFF"> hex{};
-  std::snprintf(hex.data(), hex.size(), "%02X%02X", ByteValue(word[1]), ByteValue(word[0]));
-  return std::to_string(program.size()) + " Bytes, Prüfwort " + hex.data() + " hex";
+  return ByteValue(word[0]) | ByteValue(word[1]) << kByteBits;
+}
+
+std::string DescribeProgram(BytesView program) {
+  return std::to_string(program.size()) + " Bytes, Prüfwort " + HexWord(CheckWordIn(program)) + " hex";
 }
 
 std::string ProgramFileFault(ProgramFileStatus status, const std::string& path) {
@@ -64,7 +65,7 @@ Bytes BuildProgramFile(BytesView program) {
   for (std::size_t number = 0; number * kProgramPageSize < program.size(); ++number) {
     Bytes record(1, ByteOf(static_cast<unsigned>(number)));
     record += program.substr(number * kProgramPageSize, kProgramPageSize);
-    record += ByteOf(0U - SumOf(record));
+    record += ByteOf(0U - ByteSum(record));
     if (number > 0) std::ranges::transform(record, record.begin(), Scrambled);
     file += record;
   }
@@ -73,7 +74,7 @@ Bytes BuildProgramFile(BytesView program) {
 
 void InsertCheckWord(Bytes& program, const ProgramFormat& format) {
   const std::size_t end = program.size() - kCheckWordSize;
-  const unsigned word = format.checkWordStart + SumOf(BytesView(program).substr(0, end));
+  const unsigned word = format.checkWordStart + ByteSum(BytesView(program).substr(0, end));
   program[end] = ByteOf(word);
   program[end + 1] = ByteOf(word >> kByteBits);
 }

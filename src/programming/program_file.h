@@ -42,6 +42,17 @@ LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format);
 /// The size and the check word of a program that was read: "32768 Bytes, Prüfwort 3F2A hex", UTF-8.
 std::string DescribeProgram(BytesView program);
 
+// What a file is made of, for those who look for its faults.
+
+/// Record `record`, from 0, of a file that has it, in plain bytes.
+Bytes PlainProgramRecord(BytesView file, std::size_t record);
+
+/// The sum of all bytes.
+unsigned ByteSum(BytesView bytes);
+
+/// The check word that a program has.
+unsigned CheckWordIn(BytesView program);
+
 /// What is told of the file `path` (UTF-8) when it is not good.
 std::string ProgramFileFault(ProgramFileStatus status, const std::string& path);
 

@@ -16,14 +16,14 @@ class NoMessages : public TableMessages {
   bool Confirm(const std::string& /*text*/) override { return true; }
 };
 
-std::string ShareOf(std::size_t used) {
+}  // namespace
+
+std::string DescribeShare(std::size_t used) {
   constexpr std::size_t kWhole = 100;
   const std::size_t percent = (used * kWhole + kMaxImageBody - 1) / kMaxImageBody;
   return std::to_string(used) + " von " + std::to_string(kMaxImageBody) + " Bytes (" +
          std::to_string(percent) + " %)";
 }
-
-}  // namespace
 
 std::optional<TableImages> BuildImagesSilently(BytesView points, BytesView parameters,
                                                BytesView assignments) {
@@ -36,9 +36,9 @@ std::optional<TableImages> BuildImagesSilently(BytesView points, BytesView param
 
 std::string DescribeFill(const TableImage& image) {
   if (image.status == ImageStatus::kUnusable) return "Tabellen nicht verwendbar";
-  if (image.status == ImageStatus::kBuilt) return ShareOf(image.bodySize);
+  if (image.status == ImageStatus::kBuilt) return DescribeShare(image.bodySize);
   return image.bodySize == 0 ? "mehr als " + std::to_string(kMaxPoints) + " Messstellen"
-                             : "zu groß: " + ShareOf(image.bodySize);
+                             : "zu groß: " + DescribeShare(image.bodySize);
 }
 
 }  // namespace ox

@@ -10,8 +10,6 @@
 namespace ox {
 namespace {
 
-constexpr std::size_t kVersionShown = 12;
-
 /// Where a parameter entry holds its blanks and its texts.
 constexpr std::size_t kFirstBlank = kParameterNumberLength;
 constexpr std::size_t kDesignation = kFirstBlank + 1;

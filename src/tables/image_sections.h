@@ -17,6 +17,9 @@ namespace ox {
 /// Stands behind the records of every section but the version.
 constexpr BytesView kRecordsEnd{"\xFF\xFF", 2};
 
+/// Characters of a version that the device shows.
+constexpr std::size_t kVersionShown = 12;
+
 /// What a section with a number of records begins with.
 Bytes SectionHead(std::size_t records);
 

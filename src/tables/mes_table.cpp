@@ -1,6 +1,8 @@
 // Grammar and checks of the measuring-point table.
 #include "tables/mes_table.h"
 
+#include <utility>
+
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
 #include "tables/table_reader.h"
@@ -70,17 +72,19 @@ bool ReadPoint(TableReader& reader, Bytes& packed) {
   return true;
 }
 
-/// The mark /A/ has been read.
-bool ReadOffice(TableReader& reader, Bytes& packed) {
-  if (!ReadOfficeHead(reader, packed)) return false;
-  while (reader.ReadMark('N', 'B')) {
-    if (reader.Mark() == 'B') {
-      packed.append(kNulPair);
-      return true;
-    }
-    if (!ReadPoint(reader, packed)) return false;
+/// The next mark with all that belongs to it; `inOffice` tells where it stands, and where the next one will.
+bool ReadEntry(TableReader& reader, bool& inOffice, Bytes& packed) {
+  if (inOffice) {
+    if (!reader.ReadMark('N', 'B')) return false;
+    if (reader.Mark() == 'N') return ReadPoint(reader, packed);
+    inOffice = false;
+    packed.append(kNulPair);
+    return true;
   }
-  return false;
+  if (!reader.ReadMark('A', 'E')) return false;
+  if (reader.Mark() == 'E') return true;
+  inOffice = true;
+  return ReadOfficeHead(reader, packed);
 }
 
 }  // namespace
@@ -88,15 +92,18 @@ bool ReadOffice(TableReader& reader, Bytes& packed) {
 Bytes ParseMesTable(const TableText& tableText, TableMessages& messages) {
   TableReader reader(tableText, messages);
   Bytes packed;
-  if (!ReadVersion(reader, packed)) return {};
-  while (reader.ReadMark('A', 'E')) {
-    if (reader.Mark() == 'E') {
-      packed.push_back(kNul);
-      return packed;
+  bool inOffice = false;
+  bool sound = ReadVersion(reader, packed);
+  while (!sound || reader.Mark() != 'E') {
+    if (!sound) {
+      if (!reader.GoOn("ANBE")) return {};
+      // What comes next tells where it stands.
+      inOffice = reader.Mark() == 'N' || reader.Mark() == 'B';
     }
-    if (!ReadOffice(reader, packed)) return {};
+    sound = ReadEntry(reader, inOffice, packed);
   }
-  return {};
+  packed.push_back(kNul);
+  return reader.Result(std::move(packed));
 }
 
 }  // namespace ox

@@ -1,6 +1,8 @@
 // Grammar and checks of the parameter list.
 #include "tables/par_table.h"
 
+#include <utility>
+
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
 #include "tables/table_reader.h"
@@ -39,11 +41,11 @@ bool ReadParameter(TableReader& reader, Bytes& packed) {
 Bytes ParseParTable(const TableText& tableText, TableMessages& messages) {
   TableReader reader(tableText, messages);
   Bytes packed;
-  while (reader.ReadMark('P', 'E')) {
-    if (reader.Mark() == 'E') return packed.append(kNulPair);
-    if (!ReadParameter(reader, packed)) return {};
+  for (;;) {
+    const bool expected = reader.ReadMark('P', 'E');
+    if (expected && reader.Mark() == 'E') return reader.Result(std::move(packed.append(kNulPair)));
+    if ((!expected || !ReadParameter(reader, packed)) && !reader.GoOn("PE")) return {};
   }
-  return {};
 }
 
 }  // namespace ox

@@ -9,7 +9,7 @@ namespace ox {
 
 /// Packs a parameter list (layout: packed_tables.h) out of its table text: per parameter the
 /// marks /P/ number, /T/ designation, /M/ unit; then /E/. A short designation is padded with blanks, a short
-/// unit is not. Texts are translated to the device's characters. The first error is shown and gives the empty
+/// unit is not. Texts are translated to the device's characters. A fault is shown and gives the empty
 /// string.
 Bytes ParseParTable(const TableText& tableText, TableMessages& messages);
 

@@ -12,8 +12,6 @@ namespace ox {
 namespace {
 
 constexpr std::size_t kWordSize = 2;
-constexpr std::size_t kPackedEntrySize = 18;
-constexpr BytesView kAreaEnd{"\xFF\xFF\xFF\xFF", 4};
 
 struct Point {
   BytesView officeCode;

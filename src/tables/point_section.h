@@ -16,6 +16,10 @@ namespace ox {
 /// The measuring points that the section can hold.
 constexpr std::size_t kMaxPoints = 1000;
 
+/// Bytes of an entry, and what stands behind the entries and behind the parameter blocks.
+constexpr std::size_t kPackedEntrySize = 18;
+constexpr BytesView kAreaEnd{"\xFF\xFF\xFF\xFF", 4};
+
 enum class PointSectionStatus {
   kBuilt,
   kWithoutEntries,  ///< no point in the table, or one that cannot be written, such as one without parameters

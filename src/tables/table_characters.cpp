@@ -6,7 +6,6 @@
 #include <string>
 
 #include "tables/device_characters.h"
-#include "tables/line_error.h"
 #include "tables/packed_tables.h"
 
 namespace ox {
@@ -17,7 +16,7 @@ Bytes CheckTableText(const TableText& tableText, BytesView value, int line, Tabl
     const char shown = DeviceCharacter(value[at]);
     if (!DeviceShows(shown)) {
       const std::string refused = tableText.Written(value.substr(at, 1));
-      ReportLineError(line, ", " + refused + " nicht erlaubt!", tableText, messages);
+      messages.ShowFault(line, ", " + refused + " nicht erlaubt!", tableText);
       return {};
     }
     translated.push_back(shown);

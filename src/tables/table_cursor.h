@@ -24,6 +24,12 @@ class TableCursor {
   /// of the characters.
   BytesView ReadFramedValue();
 
+  /// Counts a line whose end was read as a mark, behind which the position stands.
+  void CountLine() { ++line_; }
+
+  /// Whether the mark that stands behind the end of every text has been found.
+  bool AtEnd() const { return position_ + 1 >= text_.size(); }
+
   /// Number of the current line, from 1; one past the last line at the end of the text.
   int Line() const { return line_; }
 

@@ -12,11 +12,6 @@ namespace ox {
 namespace {
 
 constexpr char kFiller = '\xFF';
-constexpr std::size_t kAlignment = 4;
-
-constexpr std::size_t kDeviceMemory = 0x8000;  // device address of an image's first byte
-constexpr std::size_t kSlotSize = 4;           // a word, 00 and 00
-constexpr std::size_t kOlderHeadSize = 2 * kSlotSize;
 
 Bytes Slot(std::size_t number) {
   return PackWord(number).append(kSlotSize - 2, '\0');
@@ -30,8 +25,7 @@ TableImage FinishImage(Bytes body) {
 }
 
 TableImage BuildOlderImage(BytesView linked, BytesView parameters) {
-  constexpr std::size_t kPoints = kDeviceMemory + kOlderHeadSize;
-  Bytes body = Slot(kPoints) + Slot(kPoints + linked.size());
+  Bytes body = Slot(kOlderPointsAddress) + Slot(kOlderPointsAddress + linked.size());
   return FinishImage(body.append(linked).append(parameters));
 }
 
@@ -40,13 +34,13 @@ TableImage BuildGeneration3Image(BytesView linked, BytesView parameters) {
   if (points.status == PointSectionStatus::kTooManyPoints) return {ImageStatus::kOverflow, {}};
   const std::array<Bytes, 4> sections = {BuildVersionField(linked), BuildParameterImage(parameters),
                                          BuildOfficeImage(linked), points.bytes};
-  const std::size_t bodyOffset = sections.size() * kSlotSize;
+  static_assert(sections.size() * kSlotSize == kGeneration3HeadSize);
   bool usable = points.status == PointSectionStatus::kBuilt;
   Bytes head;
   Bytes body;
   for (const Bytes& section : sections) {
     usable = usable && !section.empty();
-    head += Slot(bodyOffset + body.size() - head.size());
+    head += Slot(kGeneration3HeadSize + body.size() - head.size());
     body.append(section).append(kAlignment - section.size() % kAlignment, kFiller);
   }
   TableImage image = FinishImage(head + body);

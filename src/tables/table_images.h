@@ -23,6 +23,14 @@ constexpr std::size_t kImageSize = 16384;
 constexpr std::size_t kChecksumOffset = 16382;
 constexpr std::size_t kMaxImageBody = 16380;
 
+constexpr std::size_t kSlotSize = 4;           // a word of an image's head, 00 and 00
+constexpr std::size_t kDeviceMemory = 0x8000;  // device address of an image's first byte
+/// The first word of an image tells which one it is: where its first part begins.
+constexpr std::size_t kOlderPointsAddress = kDeviceMemory + 2 * kSlotSize;
+constexpr std::size_t kGeneration3HeadSize = 4 * kSlotSize;
+/// The length of a section of generation III, with its filler bytes, is a multiple of this.
+constexpr std::size_t kAlignment = 4;
+
 enum class ImageStatus {
   kBuilt,
   kUnusable,  ///< a section could not be built, or the measuring points came out without entries

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tables/line_error.h"
+#include "platform/line_ends.h"
 #include "tables/table_characters.h"
 
 namespace ox {
@@ -19,14 +19,14 @@ TableReader::TableReader(const TableText& tableText, TableMessages& messages)
     : text_(tableText), cursor_(tableText.Characters()), messages_(messages) {}
 
 bool TableReader::ReadMark(char expected) {
-  mark_ = cursor_.FindControlMark();
-  return mark_ == expected || Fail(", Steuerzeichen " + Slashed(expected) + " erwartet!");
+  NextMark();
+  return mark_ == expected || FailAtMark(", Steuerzeichen " + Slashed(expected) + " erwartet!");
 }
 
 bool TableReader::ReadMark(char expected, char orElse) {
-  mark_ = cursor_.FindControlMark();
+  NextMark();
   return mark_ == expected || mark_ == orElse ||
-         Fail(", Steuerzeichen " + Slashed(expected) + " oder " + Slashed(orElse) + " erwartet!");
+         FailAtMark(", Steuerzeichen " + Slashed(expected) + " oder " + Slashed(orElse) + " erwartet!");
 }
 
 BytesView TableReader::ReadValue(std::string_view name) {
@@ -52,8 +52,33 @@ Bytes TableReader::Translate(BytesView value) {
 }
 
 bool TableReader::Fail(std::string_view specific) {
-  ReportLineError(cursor_.Line(), specific, text_, messages_);
+  messages_.ShowFault(cursor_.Line(), specific, text_);
   return false;
+}
+
+bool TableReader::FailAtMark(std::string_view specific) {
+  unexpected_ = true;
+  return Fail(specific);
+}
+
+void TableReader::NextMark() {
+  if (!ahead_) mark_ = cursor_.FindControlMark();
+  ahead_ = false;
+  unexpected_ = false;
+}
+
+bool TableReader::GoOn(std::string_view starts) {
+  faulty_ = true;
+  if (!messages_.WantsFurtherFaults() || cursor_.AtEnd()) return false;
+  const auto begins = [&] { return starts.find(mark_) != std::string_view::npos; };
+  ahead_ = unexpected_ && begins();
+  while (!ahead_) {
+    const int line = cursor_.Line();
+    if (mark_ == kCr) cursor_.CountLine();
+    mark_ = cursor_.FindControlMark();
+    ahead_ = cursor_.AtEnd() || (cursor_.Line() > line && begins());
+  }
+  return true;
 }
 
 }  // namespace ox

@@ -12,8 +12,8 @@
 
 namespace ox {
 
-/// Reads a table text piece by piece. The first thing that is not as expected is reported to the user, once,
-/// and the call returns false or the empty string; the parser then gives up.
+/// Reads a table text piece by piece. What is not as expected is told, and the call returns false or the
+/// empty string; the parser then gives up, unless GoOn leads it to the next entry.
 class TableReader {
  public:
   /// Text and messages must outlive the reader.
@@ -24,6 +24,18 @@ class TableReader {
 
   /// Goes on to the next control mark, which must be one of the two.
   bool ReadMark(char expected, char orElse);
+
+  /// After a fault: goes on to a mark that can begin or end an entry, one of `starts`, which the next
+  /// ReadMark reads. It is the unexpected mark itself, or else the first of a later line; in a text without
+  /// any, its end, where ReadMark tells what is missing. False when no further fault is wanted or none can
+  /// come.
+  bool GoOn(std::string_view starts);
+
+  /// What the parser returns at the table's end mark: the packed table, or nothing after a fault.
+  Bytes Result(Bytes packed) const {
+    if (faulty_) packed.clear();
+    return packed;
+  }
 
   /// The control mark just read.
   char Mark() const { return mark_; }
@@ -43,10 +55,16 @@ class TableReader {
   bool Fail(std::string_view specific);
 
  private:
+  void NextMark();
+  bool FailAtMark(std::string_view specific);
+
   const TableText& text_;
   TableCursor cursor_;
   TableMessages& messages_;
   char mark_ = TableText::kEndMark;
+  bool unexpected_ = false;  // the mark just read is a fault
+  bool ahead_ = false;       // the mark has been read for the next ReadMark
+  bool faulty_ = false;
 };
 
 }  // namespace ox

@@ -2,6 +2,7 @@
 #include "tables/zuo_table.h"
 
 #include <string_view>
+#include <utility>
 
 #include "tables/packed_tables.h"
 #include "tables/table_characters.h"
@@ -58,14 +59,11 @@ bool ReadAssignment(TableReader& reader, Bytes& packed) {
 Bytes ParseZuoTable(const TableText& tableText, TableMessages& messages) {
   TableReader reader(tableText, messages);
   Bytes packed;
-  while (reader.ReadMark('N', 'E')) {
-    if (reader.Mark() == 'E') {
-      packed.push_back(kNul);
-      return packed;
-    }
-    if (!ReadAssignment(reader, packed)) return {};
+  for (;;) {
+    const bool expected = reader.ReadMark('N', 'E');
+    if (expected && reader.Mark() == 'E') return reader.Result(std::move(packed.append(1, kNul)));
+    if ((!expected || !ReadAssignment(reader, packed)) && !reader.GoOn("NE")) return {};
   }
-  return {};
 }
 
 }  // namespace ox

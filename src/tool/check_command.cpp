@@ -2,59 +2,83 @@
 #include <algorithm>
 #include <memory>
 #include <ostream>
-#include <string>
-#include <vector>
 
-#include "platform/line_ends.h"
-#include "tables/mes_table.h"
-#include "tables/par_table.h"
-#include "tables/table_file.h"
-#include "tables/zuo_table.h"
+#include "programming/device_kind.h"
+#include "tables/image_fill.h"
 #include "tool/commands.h"
+#include "tool/common_options.h"
+#include "tool/json_output.h"
+#include "tool/table_check.h"
 
 namespace ox::tool {
 namespace {
 
-struct Kind {
-  std::string_view ending;
-  Bytes (*parse)(const TableText&, TableMessages&);
-};
+/// "3 Fehler, 1 Warnung".
+std::string Counts(const TableReport& report) {
+  const std::size_t warnings = report.warnings.size();
+  return std::to_string(report.faults.size()) + " Fehler, " + std::to_string(warnings) +
+         (warnings == 1 ? " Warnung" : " Warnungen");
+}
 
-constexpr Kind kKinds[] = {{".mes", ParseMesTable}, {".par", ParseParTable}, {".zuo", ParseZuoTable}};
-
-class Lines : public TableMessages {
- public:
-  Lines(Console& console, std::string path) : console_(console), path_(std::move(path)) {}
-
-  void Show(const std::string& text) override {
-    console_.output << path_ << ": " << text.substr(0, text.find(kCr)) << "\n";
+void WriteText(const TableReport& report, Console& console) {
+  std::ostream& out = console.output;
+  WriteFindings(report, out, console.ColoursOnOutput());
+  for (const Finding& file : report.summaries) {
+    out << file.path << ": " << (file.text.empty() ? "nicht in Ordnung" : file.text) << "\n";
   }
-  bool Confirm(const std::string& text) override { return Show(text), true; }
+  for (const DeviceKind& kind : DeviceKinds()) {
+    if (!report.images) break;
+    out << "Abbild für " << kind.name << ": " << DescribeFill((*report.images).*kind.tables.image) << "\n";
+  }
+  if (!report.summaries.empty()) out << Counts(report) << "\n";
+}
 
- private:
-  Console& console_;
-  std::string path_;
-};
-
-ExitStatus CheckFile(const std::string& path, Console& console) {
-  const auto* kind =
-      std::ranges::find_if(kKinds, [&](const Kind& each) { return path.ends_with(each.ending); });
-  if (kind == std::end(kKinds)) return console.Fail(path + ": *.mes, *.par oder *.zuo erwartet");
-  const auto text = ReadTableText(console.machine.files, path);
-  if (!text) return console.Fail(path + ": lässt sich nicht lesen");
-  Lines lines(console, path);
-  return kind->parse(*text, lines).empty() ? ExitStatus::kFailed : ExitStatus::kFine;
+void WriteJson(const TableReport& report, bool fine, Console& console) {
+  const auto findings = [](const std::vector<Finding>& all) {
+    Json list = Json::array();
+    for (const auto& [path, line, text] : all) {
+      list.push_back({{"file", path}, {"line", line == 0 ? Json() : Json(line)}, {"text", text}});
+    }
+    return list;
+  };
+  Json json{{"fine", fine}, {"faults", findings(report.faults)}, {"warnings", findings(report.warnings)}};
+  json["files"] = Json::array();
+  for (const Finding& file : report.summaries) {
+    json["files"].push_back({{"file", file.path}, {"fine", !file.text.empty()}, {"holds", file.text}});
+  }
+  json["images"] = Json::array();
+  for (const DeviceKind& kind : DeviceKinds()) {
+    if (!report.images) break;
+    const TableImage& image = (*report.images).*kind.tables.image;
+    json["images"].push_back({{"for", kind.name},
+                              {"built", image.status == ImageStatus::kBuilt},
+                              {"bytes", image.bodySize},
+                              {"room", kMaxImageBody}});
+  }
+  WriteJsonDocument(json, console);
 }
 
 }  // namespace
 
 Action DefineCheck(CLI::App& app) {
-  auto paths = std::make_shared<std::vector<std::string>>();
-  app.add_option("DATEI", *paths, "Tabellen (*.mes, *.par, *.zuo)")->required();
-  return [paths](Console& console) {
-    ExitStatus status = ExitStatus::kFine;
-    for (const std::string& path : *paths) status = std::max(status, CheckFile(path, console));
-    return status;
+  struct Options {
+    std::vector<std::string> paths;
+    bool json = false;
+  };
+  auto options = std::make_shared<Options>();
+  TakeTables(app, options->paths)->expected(1, kTableKinds);
+  TakeJson(app, options->json);
+  return [options](Console& console) {
+    if (TwoOfAKind(options->paths)) return console.WrongUse("zwei Tabellen derselben Art");
+    const TableSet set = LoadTables(console, options->paths);
+    const TableReport report = CheckTables(set);
+    const bool fine = report.faults.empty() && report.summaries.size() == options->paths.size();
+    if (options->json) {
+      WriteJson(report, fine, console);
+    } else {
+      WriteText(report, console);
+    }
+    return fine ? ExitStatus::kFine : ExitStatus::kFailed;
   };
 }
 

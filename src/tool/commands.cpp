@@ -6,6 +6,12 @@ namespace ox::tool {
 std::span<const Command> Commands() {
   static constexpr Command kCommands[] = {
       {"check", "prüft Stationstabellen und nennt alle Fehler", DefineCheck},
+      {"image", "schreibt das Abbild, das ein Gerät von den Tabellen erhält", DefineImage},
+      {"tables", "zeigt die Tabellen in einem Abbild", DefineTables},
+      {"program", "prüft eine Programmdatei", DefineProgram},
+      {"unpack", "schreibt die Bytes einer Programmdatei, mit Prüfwort", DefineUnpack},
+      {"pack", "macht aus einer Ladedatei eine Programmdatei für OX III", DefinePack},
+      {"log", "zeigt das Protokoll der Stromversorgung", DefineLog},
   };
   return kCommands;
 }

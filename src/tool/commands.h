@@ -24,5 +24,11 @@ struct Command {
 std::span<const Command> Commands();
 
 Action DefineCheck(CLI::App& app);
+Action DefineImage(CLI::App& app);
+Action DefineLog(CLI::App& app);
+Action DefinePack(CLI::App& app);
+Action DefineProgram(CLI::App& app);
+Action DefineTables(CLI::App& app);
+Action DefineUnpack(CLI::App& app);
 
 }  // namespace ox::tool

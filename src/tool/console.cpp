@@ -10,9 +10,13 @@ void Console::Say(std::string_view text) const {
 }
 
 ExitStatus Console::Fail(std::string_view text) const {
-  const bool red = terminals.messages && terminals.colours;
-  messages << (red ? "\033[31moxtool:\033[0m " : "oxtool: ") << text << std::endl;
+  messages << (ColoursOnMessages() ? "\033[31moxtool:\033[0m " : "oxtool: ") << text << std::endl;
   return ExitStatus::kFailed;
+}
+
+ExitStatus Console::WrongUse(const std::string& text) const {
+  Fail(text + " (siehe oxtool --help)");
+  return ExitStatus::kWrongUse;
 }
 
 }  // namespace ox::tool

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <string>
 #include <string_view>
 
 #include "platform/machine.h"
@@ -37,6 +38,12 @@ struct Console {
 
   /// Says why a command ends without success; kFailed.
   ExitStatus Fail(std::string_view text) const;
+
+  /// Says what is wrong with the command line; kWrongUse.
+  ExitStatus WrongUse(const std::string& text) const;
+
+  bool ColoursOnOutput() const { return terminals.output && terminals.colours; }
+  bool ColoursOnMessages() const { return terminals.messages && terminals.colours; }
 };
 
 }  // namespace ox::tool

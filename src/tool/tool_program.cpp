@@ -11,11 +11,6 @@
 namespace ox::tool {
 namespace {
 
-ExitStatus WrongUse(const Console& console, const std::string& text) {
-  console.Fail(text + " (siehe oxtool --help)");
-  return ExitStatus::kWrongUse;
-}
-
 ExitStatus RunAction(const Action& action, Console& console) {
   ExitStatus status = ExitStatus::kFailed;
   try {
@@ -50,12 +45,12 @@ ExitStatus RunTool(const std::vector<std::string>& arguments, Console& console) 
     return ExitStatus::kFine;
   } catch (const CLI::ParseError& error) {
     const std::string unknown = UnknownWord(app);  // a word that nothing took makes others miss
-    return WrongUse(console, unknown.empty() ? GermanError(app, error) : unknown);
+    return console.WrongUse(unknown.empty() ? GermanError(app, error) : unknown);
   }
   const std::string unknown = UnknownWord(app);
-  if (!unknown.empty()) return WrongUse(console, unknown);
+  if (!unknown.empty()) return console.WrongUse(unknown);
   const auto chosen = app.get_subcommands();
-  if (chosen.size() != 1) return WrongUse(console, "genau ein Befehl muss angegeben sein");
+  if (chosen.size() != 1) return console.WrongUse("genau ein Befehl muss angegeben sein");
   return RunAction(actions[chosen.front()->get_name()], console);
 }
 

@@ -43,7 +43,12 @@ using Result = std::pair<Bytes, Texts>;  // the packed table, and what the user 
 
 Result Parse(Parser parse, const std::string& file) {
   RecordedMessages messages;
-  return {parse(TableText(file), messages), messages.texts};
+  RecordedMessages all;
+  all.wantsAll = true;
+  const Result result{parse(TableText(file), messages), messages.texts};
+  EXPECT_EQ(parse(TableText(file), all), result.first) << "who wants all faults gets the same table";
+  EXPECT_EQ(Texts(all.texts.begin(), all.texts.begin() + !all.texts.empty()), result.second);
+  return result;
 }
 
 Texts Split(const std::string& text, char at) {
@@ -79,6 +84,29 @@ TEST(TableFiles, MeasuringPointTable) {
   ExpectTable(ParseMesTable, "mes",
               "Stand 16 Zeichen__K|ln_A1~_99999999 0012-9999a/b/c_^00000000-0000 9999Br}  _^__"
               "14 Zeichen ja!_045____");
+}
+
+TEST(TableFiles, FurtherFaultsAreLookedForFromTheNextEntryOn) {
+  // Each line that ends in "!" has one fault of its own.
+  const std::string faulty = R"(/S/"17 Zeichen lang!!" !
+/A/"Amt" /Z/"12" !
+/N/"1234567" /D/" 0012" /M/" 0000" /T/"Pegel" !
+/N/"12345678" /D/" 0012"
+/M/" 0000" /T/"zu lang" !
+/N/"12345678" /D/" 0012" /M/" 0000"
+/N/"12345679" !/D/"+0012" /M/" 0000" /T/"Pegel" !
+/B/
+/A/"Amt" /Z/"123"
+/X/"1" !
+/E/)";
+  RecordedMessages all;
+  all.wantsAll = true;
+  EXPECT_EQ(ParseMesTable(TableText(faulty), all), "");
+  Texts lines;
+  for (const std::string& text : all.texts) lines.push_back(text.substr(0, text.find(',')));
+  EXPECT_EQ(lines,
+            (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 5",
+                   "Fehler in Zeile 7", "Fehler in Zeile 7", "Fehler in Zeile 8", "Fehler in Zeile 10"}));
 }
 
 TEST(TableFiles, ParameterList) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "support/difference.h"
+#include "tables/content_text.h"
+#include "tables/image_content.h"
 #include "tables/image_fill.h"
 #include "tables/table_rig.h"
 #include "tables/table_summary.h"
@@ -38,6 +40,47 @@ TEST(TableImages, HoldTheTablesByteForByte) {
       "^^^^\x01_\x12_^^\x23\x10^^\x01_^^^^^^";
   const Bytes generation3 = WholeImage(body, "\x6F\x3D");
   EXPECT_EQ(test::Difference(images.generation3.bytes, generation3, test::PartsOfImage(generation3)), "");
+}
+
+TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
+  const Bytes linked =
+      "Version 2026 neu__Leer_045___]ber  _123_12345678 0012-9999Pegel_00010012^"
+      "99999999-0000 9999\x7Fh   _1023^___";
+  const auto [newer, older] =
+      BuildTableImages(Packed(linked), Packed("0001 \x1F{        [m2_1023 P         m/s___"));
+  const auto points = [](const std::string& version, const std::string& name, const std::string& difference) {
+    return "/S/\"" + version + "\"\n/A/\"Leer\" /Z/\"045\"\n/B/ Ende\n/A/\"" + name +
+           "\" /Z/\"123\"\n/N/\"12345678\" /D/\" 0012\" /M/\"-9999\" /T/\"Pegel\"\n/N/\"99999999\" /D/\"" +
+           difference + "\" /M/\" 9999\" /T/\"\\7Fh\"\n/B/ Ende\n/E/\n";
+  };
+  for (const auto& [image, mes] : {std::pair(newer, points("Version 2026", "Über", " 0000")),
+                                   {older, points("Version 2026 neu", "Über  ", "-0000")}}) {
+    const ImageContent content = ReadTableImage(image.bytes);
+    EXPECT_EQ(content.faults, Texts());
+    EXPECT_EQ(content.bodySize, image.bodySize);
+    EXPECT_EQ(PointTableText(content.tables), mes);
+    EXPECT_EQ(ParameterListText(content.tables),
+              "/P/\"0001\" /T/\"°ä\" /M/\"Äm2\"\n/P/\"1023\" /T/\"P\" /M/\"m/s\"\n/E/\n");
+    EXPECT_EQ(AssignmentTableText(content.tables),
+              "/N/\"12345678\" /P/\"0001,0012\"\n/N/\"99999999\" /P/\"1023\"\n/E/\n");
+  }
+  // A byte changed, and what is said of it besides the checksum.
+  using Damage = std::tuple<TableImage, std::size_t, std::string>;
+  for (const auto& [image, at, told] : {Damage{newer, 16000, ""},
+                                        {newer, 4, "Abschnitt 2 (Parameter) ist beschädigt"},
+                                        {newer, 112 + 4, "Abschnitt 4 (Messstellen) ist beschädigt"},
+                                        {older, 5, "die Adresse der Parameterliste liegt nicht im Abbild"},
+                                        {older, 24, "die Messstellentabelle ist beschädigt"}}) {
+    Bytes damaged = image.bytes;
+    damaged[at] = 'z';
+    const Texts faults = ReadTableImage(damaged).faults;
+    ASSERT_EQ(faults.size(), told.empty() ? 1U : 2U) << at << told;
+    EXPECT_TRUE(faults[0].starts_with("Prüfsumme ")) << faults[0];
+    EXPECT_EQ(faults.back().starts_with("Prüf") ? "" : faults.back(), told);
+  }
+  EXPECT_EQ(ReadTableImage(Bytes(16384, 'a')).faults,
+            Texts{"beginnt mit 6161 hex, ein Abbild mit 0010 oder 8008"});
+  EXPECT_EQ(ReadTableImage("").faults, Texts{"0 Bytes, ein Abbild hat 16384"});
 }
 
 TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {

@@ -21,8 +21,11 @@ class RecordedMessages : public TableMessages {
     return answer;
   }
 
+  bool WantsFurtherFaults() const override { return wantsAll; }
+
   Texts texts;
   bool answer = true;
+  bool wantsAll = false;
 };
 
 /// Packed bytes out of a text in which "_" stands for NUL and "^" for 255.

@@ -1,0 +1,22 @@
+// Options that several commands have.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+namespace ox::tool {
+
+/// --json.
+CLI::Option* TakeJson(CLI::App& app, bool& json);
+
+/// Station tables, known by the endings of their names; the caller says how many.
+CLI::Option* TakeTables(CLI::App& app, std::vector<std::string>& paths);
+
+/// The file that is read, the one word without an option.
+CLI::Option* TakeFile(CLI::App& app, std::string& path, const std::string& help);
+
+/// -o, --output: the file that is written; must be given.
+CLI::Option* TakeOutput(CLI::App& app, std::string& path);
+
+}  // namespace ox::tool

@@ -1,0 +1,55 @@
+// oxtool image: the tables as a device takes them.
+#include <memory>
+#include <ostream>
+
+#include "programming/device_kind.h"
+#include "tables/image_fill.h"
+#include "tool/commands.h"
+#include "tool/common_options.h"
+#include "tool/files.h"
+#include "tool/table_check.h"
+
+namespace ox::tool {
+namespace {
+
+struct Options {
+  std::string generation;
+  std::vector<std::string> paths;
+  std::string output;
+};
+
+std::string GenerationFault(const std::string& generation) {
+  return generation == "2" || generation == "3" ? "" : generation + " geht nicht, 2 oder 3 erwartet";
+}
+
+ExitStatus MakeImage(const Options& options, Console& console) {
+  if (TwoOfAKind(options.paths)) return console.WrongUse("zwei Tabellen derselben Art");
+  const TableSet set = LoadTables(console, options.paths);
+  const TableReport report = CheckTables(set);
+  WriteFindings(report, console.messages, console.ColoursOnMessages());
+  if (!report.images) return ExitStatus::kFailed;
+  const DeviceKind& kind = *FindDeviceKind("OX " + options.generation);
+  const TableImage& image = (*report.images).*kind.tables.image;
+  if (image.status == ImageStatus::kUnusable) return console.Fail(std::string(kind.tables.unusable));
+  if (image.status != ImageStatus::kBuilt) return ExitStatus::kFailed;  // told as a fault
+  const ExitStatus written = WriteOutput(console, options.output, image.bytes, options.paths);
+  if (written == ExitStatus::kFine) {
+    console.Say(options.output + ": Abbild für " + std::string(kind.name) + ", " + DescribeFill(image));
+  }
+  return written;
+}
+
+}  // namespace
+
+Action DefineImage(CLI::App& app) {
+  auto options = std::make_shared<Options>();
+  app.add_option("--generation", options->generation, "Generation der Geräte")
+      ->type_name("2|3")
+      ->required()
+      ->check(GenerationFault);
+  TakeTables(app, options->paths)->expected(kTableKinds);
+  TakeOutput(app, options->output);
+  return [options](Console& console) { return MakeImage(*options, console); };
+}
+
+}  // namespace ox::tool

@@ -1,0 +1,26 @@
+// The size tells the kind.
+#include "tool/program_files.h"
+
+#include <algorithm>
+
+#include "tool/files.h"
+
+namespace ox::tool {
+
+std::optional<ProgramContent> ReadProgram(const Console& console, const std::string& path) {
+  constexpr std::size_t kMaxFile = std::size_t{1024} * 1024;  // bytes; to name the size of what is no program
+  auto file = ReadInput(console, path, kMaxFile);
+  if (!file) return std::nullopt;
+  std::string expected;
+  for (const DeviceKind& kind : DeviceKinds()) {
+    const std::size_t size = kind.program.format.FileSize();
+    if (file->size() == size) return ProgramContent{&kind, std::move(*file)};
+    expected.append(expected.empty() ? "" : " oder ").append(std::to_string(size));
+    expected.append(" (").append(kind.name).append(")");
+  }
+  console.Say(path + ": " + std::to_string(file->size()) + " Bytes, erwartet " + expected);
+  console.Fail(ProgramFileFault(ProgramFileStatus::kWrongSize, path));
+  return std::nullopt;
+}
+
+}  // namespace ox::tool

@@ -26,15 +26,15 @@ constexpr double kHeight = kFirstPanel + 3 * kPanelStep + 30;
 constexpr double kLabelGap = 18;
 
 struct Curve {
-  LogValue value;
-  const char* name;
-  const char* colour;
+  LogValue value = LogValue::kCharge;
+  const char* name = "";
+  const char* colour = "";
 };
 
 struct Panel {
-  const char* unit;
-  double step;  // its range ends at multiples of this
-  bool fromZero;
+  const char* unit = "";
+  double step = 1;  // its range ends at multiples of this
+  bool fromZero = false;
   std::array<std::optional<Curve>, 2> curves;
 };
 

@@ -27,11 +27,11 @@ ExitStatus MakeImage(const Options& options, Console& console) {
   const TableSet set = LoadTables(console, options.paths);
   const TableReport report = CheckTables(set);
   WriteFindings(report, console.messages, console.ColoursOnMessages());
-  if (!report.images) return ExitStatus::kFailed;
+  // As in the window, tables that are too many for one generation are written for none.
+  if (!report.faults.empty() || !report.images) return ExitStatus::kFailed;
   const DeviceKind& kind = *FindDeviceKind("OX " + options.generation);
   const TableImage& image = (*report.images).*kind.tables.image;
   if (image.status == ImageStatus::kUnusable) return console.Fail(std::string(kind.tables.unusable));
-  if (image.status != ImageStatus::kBuilt) return ExitStatus::kFailed;  // told as a fault
   const ExitStatus written = WriteOutput(console, options.output, image.bytes, options.paths);
   if (written == ExitStatus::kFine) {
     console.Say(options.output + ": Abbild für " + std::string(kind.name) + ", " + DescribeFill(image));

@@ -23,6 +23,7 @@
 #include "chooser/dateiwahl.h"
 #include "desktop/bindings.h"
 #include "desktop/file_drops.h"
+#include "desktop/quiet_label.h"
 #include "exchange/datenaustausch.h"
 #include "link/verbindungstest.h"
 #include "modem/modem.h"
@@ -189,6 +190,17 @@ TEST_F(Forms, NoTextWidensOrHeightensAWindow) {
     show(longText);
     EXPECT_EQ(form->size(), before) << window->Name();
   }
+}
+
+TEST_F(Forms, AQuietLineIsPaintedAsAnyTextThatFits) {
+  QuietLabel quiet(nullptr);
+  QLabel usual;
+  usual.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  for (QLabel* label : {static_cast<QLabel*>(&quiet), &usual}) {
+    label->resize(200, 100);
+    label->setText("eins\nzwei");
+  }
+  EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
 }
 
 TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {

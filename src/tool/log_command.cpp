@@ -113,14 +113,14 @@ ExitStatus ShowLog(const Options& options, Console& console) {
   if (listing.Entries() == 0) return console.Fail(options.path + ": keine Zeile eines Stromprotokolls");
   ExitStatus status = ExitStatus::kFine;
   if (listing.NotUnderstood() > 0) {
-    status = console.Fail(options.path + ": " + std::to_string(listing.NotUnderstood()) +
-                          " Zeilen nicht verstanden");
+    status =
+        console.Fail(options.path + ": nicht verstandene Zeilen: " + std::to_string(listing.NotUnderstood()));
   }
   if (options.svg.empty()) return status;
   const ExitStatus written = WriteOutput(console, options.svg, LogCurves(*log), {options.path});
   if (written != ExitStatus::kFine) return written;
-  console.Say(options.svg + ": " + std::to_string(listing.Entries()) + " Zeilen aus " +
-              std::to_string(listing.Sessions()) + " Sitzungen");
+  console.Say(options.svg + ": Sitzungen: " + std::to_string(listing.Sessions()) +
+              ", Zeilen: " + std::to_string(listing.Entries()));
   return status;
 }
 

@@ -73,6 +73,14 @@ std::string TimeText(double seconds) {
   return text.data();
 }
 
+std::string WithComma(double value) {
+  std::ostringstream text;
+  text << value;
+  std::string written = text.str();
+  std::ranges::replace(written, '.', ',');
+  return written;
+}
+
 struct Range {
   double low = INFINITY;
   double high = -INFINITY;
@@ -150,7 +158,7 @@ class Picture {
       const double y = top + kPanelHeight * (1 - share);
       Line(kLeft, y, kLeft + kColumns, y);
       const double value = range.low + share * (range.high - range.low);
-      Text(kLeft - 6, y + 4, "end", "#333333") << value << " " << panel.unit << "</text>\n";
+      Text(kLeft - 6, y + 4, "end", "#333333") << WithComma(value) << " " << panel.unit << "</text>\n";
     }
     double name = kLeft;
     for (const auto& curve : panel.curves) {

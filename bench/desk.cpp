@@ -4,8 +4,10 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "chooser/dateiwahl.h"
+#include "journal/journal_folder.h"
 #include "ui/window.h"
 
 namespace ox::bench {
@@ -20,6 +22,13 @@ int& WithPlatform(int& argumentCount) {
   if (std::getenv("DISPLAY") == nullptr) qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_NO_GLIB", "1");  // as the program has it
   return argumentCount;
+}
+
+/// In the working folder; it switches the support log on.
+Files& WithLogFolder(Files& files) {
+  const char* const wanted = std::getenv("OX_BENCH_LOG");
+  if (wanted == nullptr || std::string(wanted) != "0") std::filesystem::create_directory(kJournalFolder);
+  return files;
 }
 
 }  // namespace
@@ -48,8 +57,16 @@ Answer PlayedUser::ShowMessage(std::string_view text, Buttons /*buttons*/) {
   return Answer::kOk;
 }
 
-Desk::Desk(int& argumentCount, char** arguments) : application(WithPlatform(argumentCount), arguments) {
+Desk::Desk(int& argumentCount, char** arguments)
+    : application(WithPlatform(argumentCount), arguments),
+      journal(WithLogFolder(posix.files), posix.clock, "bench", {}) {
   QApplication::setQuitOnLastWindowClosed(false);
+}
+
+Host Desk::HostWith(SerialPorts& ports) {
+  const Host plain{
+      {user, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList}, user, notices};
+  return hosts_.emplace_back(plain, journal).noted.host;
 }
 
 }  // namespace ox::bench

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <QApplication>
+#include <deque>
 #include <functional>
 #include <string>
 
 #include "desktop/qt_window_system.h"
+#include "journal/journaled_host.h"
 #include "platform/posix/posix_host.h"
 #include "support/scratch_folder.h"
 #include "ui/host.h"
@@ -40,15 +42,13 @@ class PlayedUser : public WindowSystem {
   std::string lastMessage_;
 };
 
-/// One per program. Without a DISPLAY the windows are painted off the screen.
+/// One per program. Without a DISPLAY the windows are painted off the screen. With OX_BENCH_LOG=0 in the
+/// environment there is no support log.
 struct Desk {
   Desk(int& argumentCount, char** arguments);
 
-  /// The host with the ports given; they outlive what uses it.
-  Host HostWith(SerialPorts& ports) {
-    return {
-        {user, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList}, user, notices};
-  }
+  /// The host with the ports given, noted in the support log; they outlive what uses it.
+  Host HostWith(SerialPorts& ports);
 
   ScratchFolder folder;
   QApplication application;
@@ -56,6 +56,15 @@ struct Desk {
   Notices notices;
   QtWindowSystem windows{posix.openPorts, posix.endRequests, posix.awake};
   PlayedUser user{windows};
+  Journal journal;
+
+ private:
+  struct NotedHost {
+    NotedHost(const Host& host, Journal& journal) : plain(host), noted(plain, journal) {}
+    Host plain;
+    JournaledHost noted;
+  };
+  std::deque<NotedHost> hosts_;
 };
 
 }  // namespace ox::bench

@@ -3,12 +3,15 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <string>
 
 #include "app/program.h"
 #include "desktop/qt_window_system.h"
+#include "journal/journaled_host.h"
 #include "link/port_notices.h"
 #include "platform/posix/posix_host.h"
 #include "ui/host.h"
+#include "version/version.h"
 
 namespace {
 
@@ -25,6 +28,11 @@ QIcon ProgramIcon() {
     icon.addFile(QStringLiteral(":/icons/oxservice-%1.png").arg(size), QSize(size, size));
   }
   return icon;
+}
+
+std::string NameAndBuild() {
+  const std::string commit = ox::kCommit;
+  return std::string("Orvanexe Service ") + ox::kVersion + (commit.empty() ? "" : " (" + commit + ")");
 }
 
 }  // namespace
@@ -49,7 +57,11 @@ int main(int argumentCount, char** arguments) {
   ox::Host host{{windows, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList},
                 windows,
                 notices};
-  ox::Program program(host);
-  windows.ShowModal(program.MainWindow());
+  ox::Journal journal(posix.files, posix.clock, NameAndBuild(), [&notices](const std::string& trouble) {
+    notices.Say(ox::Notices::From::kLog, trouble);
+  });
+  ox::JournaledHost logged(host, journal);
+  ox::Program program(logged.host);
+  logged.windows.ShowModal(program.MainWindow());
   return 0;
 }

@@ -1,6 +1,8 @@
 // Time as the program sees it.
 #pragma once
 
+#include <cstdint>
+
 namespace ox {
 
 /// A date and a time of day of the host's local time.
@@ -25,6 +27,9 @@ class Clock {
   virtual Seconds SecondsSinceMidnight() = 0;
 
   virtual CivilTime Now() = 0;
+
+  /// Milliseconds from an arbitrary start on, on a clock that nobody can set; for the times in a log.
+  virtual std::int64_t Milliseconds() = 0;
 };
 
 }  // namespace ox

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -17,7 +18,7 @@ class AppendFile {
  public:
   virtual ~AppendFile() = default;
 
-  /// Appends the bytes and hands them to the disk before it returns; false when that failed.
+  /// Appends the bytes; false when that failed.
   virtual bool Append(BytesView bytes) = 0;
 };
 
@@ -46,8 +47,19 @@ class Files {
   /// Whether both paths lead to one file that exists: by links, another spelling, another name of it.
   virtual bool SameFile(const std::string& one, const std::string& other) = 0;
 
-  /// Opens a file at its end, made when missing; null when that failed.
+  /// Opens a file at its end, made when missing; null when that failed. What is appended is on the disk when
+  /// Append returns.
   virtual std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) = 0;
+
+  /// Makes a new file to append to; null when something has that name already, or when that failed. Append
+  /// does not wait for the disk: what is appended outlives the program, and the PC some seconds later.
+  virtual std::unique_ptr<AppendFile> MakeLog(const std::string& path) = 0;
+
+  /// Size of a file in bytes; nothing when there is no file of that name.
+  virtual std::optional<std::uintmax_t> SizeOf(const std::string& path) = 0;
+
+  /// Deletes a file; false when that failed.
+  virtual bool Remove(const std::string& path) = 0;
 
   virtual PathStyle Style() const = 0;
 

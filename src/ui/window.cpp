@@ -63,6 +63,7 @@ void Window::Run(const std::function<void()>& handler) {
     ReportFailure(windows_, kUnexpected);
   }
   --running_;
+  if (running_ == 0) windows_.CommandEnded();
   if (running_ == 0 && closeRequested_ && open_) {
     closeRequested_ = false;
     Run([this] { OnClose(); });

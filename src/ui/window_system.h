@@ -22,6 +22,9 @@ class WindowSystem : public EventLoop {
   /// Closing the box without a choice answers Cancel where there is such a button, else Ok.
   virtual Answer ShowMessage(std::string_view text, Buttons buttons) = 0;
 
+  /// A handler of a window has ended and none runs any longer: the user has his turn. Must not throw.
+  virtual void CommandEnded() noexcept {}
+
   /// Ends the program at once: no window is asked, no unload handler runs.
   virtual void EndProgram() = 0;
 

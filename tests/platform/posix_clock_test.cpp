@@ -42,6 +42,7 @@ TEST(PosixClockTest, GoesOnFromTheTimeThatItWasMadeAtUntilMidnight) {
     wall.tv_sec = wallBefore.tv_sec + setBy + ran;
     running.tv_sec = runningBefore.tv_sec + ran;
     EXPECT_EQ(clock.SecondsSinceMidnight(), seen) << setBy << " " << ran;
+    EXPECT_EQ(clock.Milliseconds(), 1000'750 + 1000 * ran);
   }
   wall.tv_sec = wallBefore.tv_sec - 14 * 3600;
   EXPECT_EQ(Shown(clock.Now()), "2026 11 16 0 4 56 ") << "the log tells what the host shows";

@@ -101,6 +101,18 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
   EXPECT_EQ(ReadFile("real/target"), Bytes("new\0\r\nmore", 10));
 }
 
+TEST_F(PosixFilesTest, ALogIsMadeOnceAndGrowsAndGoes) {
+  failing["fsync"] = EIO;
+  const auto log = files_.MakeLog("log");
+  EXPECT_TRUE(log->Append("one") && log->Append("two")) << "it does not wait for the disk";
+  EXPECT_EQ(files_.MakeLog("log"), nullptr);
+  EXPECT_EQ(ReadFile("log"), "onetwo");
+  EXPECT_EQ(files_.SizeOf("log"), 6U);
+  EXPECT_EQ(files_.SizeOf("."), std::nullopt);
+  EXPECT_TRUE(files_.Remove("log"));
+  EXPECT_FALSE(files_.SizeOf("log").has_value() || files_.Remove("log"));
+}
+
 TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
   WriteFile("file", "same");
   WriteFile("twin", "same");

@@ -45,6 +45,15 @@ class MemoryFiles : public Files {
     return std::make_unique<Appender>(*this, path);
   }
 
+  std::unique_ptr<AppendFile> MakeLog(const std::string& path) override {
+    return content.contains(path) ? nullptr : OpenForAppending(path);
+  }
+  std::optional<std::uintmax_t> SizeOf(const std::string& path) override {
+    const auto file = content.find(path);
+    return file == content.end() ? std::nullopt : std::optional<std::uintmax_t>(file->second.size());
+  }
+  bool Remove(const std::string& path) override { return writable && content.erase(path) > 0; }
+
   PathStyle Style() const override { return style; }
   std::string WorkingFolder() override { return workingFolder; }
   std::vector<std::string> Drives() override { return drives; }

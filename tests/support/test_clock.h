@@ -19,6 +19,8 @@ class TestClock : public Clock {
     return {2026, 11, 16 + day, second / 3600, second / 60 % 60, second % 60};
   }
 
+  std::int64_t Milliseconds() override { return std::llround(elapsed_ * 1000); }
+
   void StartAt(int hour, int minute, double second) { start_ = hour * 3600 + minute * 60 + second; }
 
   void Advance(double seconds) { elapsed_ += seconds; }

@@ -10,6 +10,7 @@ constexpr int kSecondsPerMinute = 60;
 constexpr int kSecondsPerHour = 60 * kSecondsPerMinute;
 constexpr double kSecondsPerDay = 24.0 * kSecondsPerHour;
 constexpr double kNanosecond = 1e-9;
+constexpr double kMillisecondsPerSecond = 1000;
 constexpr int kFirstYear = 1900;  // tm_year counts from here
 constexpr int kFirstMonth = 1;    // tm_mon counts from 0
 
@@ -54,6 +55,10 @@ CivilTime PosixClock::Now() {
           local.tm_hour,
           local.tm_min,
           local.tm_sec};
+}
+
+std::int64_t PosixClock::Milliseconds() {
+  return static_cast<std::int64_t>(Running() * kMillisecondsPerSecond);
 }
 
 }  // namespace ox

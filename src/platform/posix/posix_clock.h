@@ -19,6 +19,7 @@ class PosixClock : public Clock {
 
   float SecondsSinceMidnight() override;
   CivilTime Now() override;
+  std::int64_t Milliseconds() override;
 
  private:
   timespec Read(clockid_t clock) const;

@@ -58,13 +58,19 @@ int ReplaceByNewFile(const fs::path& target, const struct stat* existing, BytesV
 
 class PosixAppendFile : public AppendFile {
  public:
-  explicit PosixAppendFile(Descriptor file) : file_(std::move(file)) {}
+  PosixAppendFile(Descriptor file, bool toDisk) : file_(std::move(file)), toDisk_(toDisk) {}
 
-  bool Append(BytesView bytes) override { return WriteAll(file_, bytes) && HandToDisk(file_); }
+  bool Append(BytesView bytes) override { return WriteAll(file_, bytes) && (!toDisk_ || HandToDisk(file_)); }
 
  private:
   Descriptor file_;
+  bool toDisk_;  // waits until the bytes are there
 };
+
+std::unique_ptr<AppendFile> AppendTo(Descriptor file, bool toDisk) {
+  if (!file.Valid()) return nullptr;
+  return std::make_unique<PosixAppendFile>(std::move(file), toDisk);
+}
 
 }  // namespace
 
@@ -113,9 +119,21 @@ bool PosixFiles::SameFile(const std::string& one, const std::string& other) {
 }
 
 std::unique_ptr<AppendFile> PosixFiles::OpenForAppending(const std::string& path) {
-  Descriptor file = OpenRegular(path, O_WRONLY | O_APPEND | O_CREAT);
-  if (!file.Valid()) return nullptr;
-  return std::make_unique<PosixAppendFile>(std::move(file));
+  return AppendTo(OpenRegular(path, O_WRONLY | O_APPEND | O_CREAT), true);
+}
+
+std::unique_ptr<AppendFile> PosixFiles::MakeLog(const std::string& path) {
+  return AppendTo(OpenRegular(path, O_WRONLY | O_APPEND | O_CREAT | O_EXCL), false);
+}
+
+std::optional<std::uintmax_t> PosixFiles::SizeOf(const std::string& path) {
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(path, error);  // fails on a folder and on a device
+  return error ? std::nullopt : std::optional(size);
+}
+
+bool PosixFiles::Remove(const std::string& path) {
+  return unlink(path.c_str()) == 0;
 }
 
 }  // namespace ox

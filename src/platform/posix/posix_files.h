@@ -15,6 +15,9 @@ class PosixFiles : public Files {
   bool Replace(const std::string& path, BytesView content) override;
   bool SameFile(const std::string& one, const std::string& other) override;
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override;
+  std::unique_ptr<AppendFile> MakeLog(const std::string& path) override;
+  std::optional<std::uintmax_t> SizeOf(const std::string& path) override;
+  bool Remove(const std::string& path) override;
 
   PathStyle Style() const override { return {'/', false}; }
   std::string WorkingFolder() override;

@@ -1,0 +1,189 @@
+// The support log: what stands in it, when it is handed over, and what becomes of old and of full ones.
+#include "journal/journaled_host.h"
+
+#include "journal/journal_folder.h"
+#include "support/test_host.h"
+
+namespace ox::test {
+namespace {
+
+const std::string kFolder = "/arbeit/Protokoll/";
+const std::string kFirst = kFolder + "2026-11-16_10-00-00.log";
+
+struct Logged : TestHost {
+  Logged() { files.content[kFolder + "liesmich.txt"]; }
+
+  void Begin() {
+    journal.emplace(files, clock, "Orvanexe Service 4.0.0 (0123456789)",
+                    [this](const std::string& trouble) { troubles.push_back(trouble); });
+    logged.emplace(host, *journal);
+    port = logged->ports.Create();
+  }
+  void End() {
+    port.reset();
+    logged.reset();
+    journal.reset();
+  }
+  Bytes Log() { return files.content.contains(kFirst) ? files.content.at(kFirst) : "-"; }
+
+  std::optional<Journal> journal;
+  std::optional<JournaledHost> logged;
+  std::unique_ptr<SerialPort> port;
+  Strings troubles;
+};
+
+TEST(Journal, TellsWhatHappensWithItsTime) {
+  Logged desk;
+  ScriptedDevice device;
+  device.Expect("S", {{0.020, "A"}, {0.025, "\x7F\"<>\x01"}, {0.050, "B"}}).Expect("K");
+  desk.ports.Connect(2, &device);
+  desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
+  desk.Begin();
+  SerialPort& port = *desk.port;
+  port.SetSettings("9600,O,7,1");
+  port.SetCommPort(3);
+  EXPECT_THROW(port.Open(), PortError);
+  port.SetCommPort(2);
+  port.Open();
+  port.SetModemLine(false);
+  desk.clock.Advance(1.5);
+  port.Output("S");
+  for (int read = 0; read < 60; ++read, desk.clock.Advance(0.001)) port.Input();
+  port.Output(Bytes(513, 'x'));
+  port.Close();
+  port.Open();
+  desk.ports.Break();
+  EXPECT_THROW(port.Output("K\r"), PortError);
+  EXPECT_THROW(port.Input(), PortError);
+  desk.windows.CancelNext();
+  desk.logged->windows.ShowMessage("Weiter?\r\n" + std::string(1990, 'm') + "ÖÖ", Buttons::kOkCancel);
+  desk.End();
+  EXPECT_EQ(desk.Log(), R"(Orvanexe Service 4.0.0 (0123456789), Protokoll 1, begonnen 2026-11-16 10:00:00
+        0 COM3 ist "" ""
+        0 COM3 nicht geöffnet "9600,O,7,1" "" "wrongly set, broken, taken or missing"
+        0 COM2 ist "/dev/ttyUSB0" "Adapter Ö"
+        0 COM2 Öffnung 1 "9600,O,7,1"
+        0 COM2 DTR aus
+     1500 COM2 > "S"
+     1521 COM2 < "A<7F><22><3C>><01>" +5
+     1551 COM2 < "B"
+     1560 COM2 > ")" + std::string(512, 'x') +
+                            R"("
+     1560 COM2 > "x"
+     1560 COM2 zu
+     1560 COM2 Öffnung 2 "9600,O,7,1"
+     1560 COM2 > "K<0D>"
+     1560 COM2 abgerissen "" "not open or broken"
+     1560 COM2 Fehler "" "not open or broken"
+     1560 Meldung "Weiter?<0D><0A>)" +
+                            std::string(1990, 'm') + R"(..." OK/Abbrechen
+     1560 Antwort Abbrechen
+     1560 Ende
+)");
+}
+
+TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
+  Logged desk;
+  ScriptedDevice device;
+  desk.ports.Connect(1, &device.Expect("S", Bytes("A")));
+  desk.Begin();
+  desk.port->SetSettings("9600,O,7,1");
+  desk.port->SetCommPort(1);
+  desk.port->Open();
+  desk.port->Output("S");
+  desk.port->Input();
+  const auto ends = [&](const char* line) { return desk.Log().ends_with(std::string(line) + "\n"); };
+  desk.logged->windows.Rest();
+  EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00"));
+  desk.clock.Advance(0.25);
+  desk.logged->windows.Yield();
+  EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00")) << "a device may wait for its acknowledgement";
+  desk.logged->windows.Rest();
+  EXPECT_TRUE(ends("COM1 < \"A\""));
+  desk.windows.OnMessage([&](const std::string&) { EXPECT_TRUE(ends("Meldung \"!\" OK")); });
+  desk.logged->windows.ShowMessage("!");
+  desk.journal->Note({{"x"}});
+  Window(desk.logged->windows, "Modem", "").Run([] {});
+  EXPECT_TRUE(ends("x")) << "its port stays open";
+  desk.port->Close();
+  EXPECT_TRUE(ends("COM1 zu"));
+  desk.logged->windows.EndProgram();
+  EXPECT_TRUE(ends("Ende, Einstellungen nicht gespeichert"));
+  EXPECT_TRUE(desk.windows.Ended());
+}
+
+TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
+  const std::string none = "Es wird kein Protokoll geführt: ";
+  const std::string notMade = none + "Im Ordner \"Protokoll\" lässt sich keine Datei anlegen.";
+  const std::string full =
+      "Das Protokoll endet hier: In den Ordner \"Protokoll\" lässt sich nicht mehr schreiben (Datenträger "
+      "voll?).";
+  const std::tuple<const char*, std::function<void(MemoryFiles&)>, Strings, bool> rows[] = {
+      {"no folder",
+       [](MemoryFiles& files) {
+         files.content = {{"/arbeit/x", ""}};
+       },
+       {},
+       false},
+      {"a file",
+       [](MemoryFiles& files) {
+         files.content = {{"/arbeit/Protokoll", ""}};
+       },
+       {none + "\"Protokoll\" ist kein Ordner."},
+       false},
+      {"not to be read",
+       [](MemoryFiles& files) { files.unreadable = {"/arbeit/Protokoll"}; },
+       {notMade},
+       false},
+      {"not to be written", [](MemoryFiles& files) { files.writable = false; }, {notMade}, false},
+      {"full", [](MemoryFiles& files) { files.appendable = 0; }, {full}, false},
+      {"full later", [](MemoryFiles& files) { files.appendable = 2; }, {full}, true}};
+  for (const auto& [name, make, troubles, begun] : rows) {
+    Logged desk;
+    make(desk.files);
+    desk.Begin();
+    for (int session = 0; session < 3; ++session) {
+      desk.port->SetCommPort(1);
+      desk.port->SetSettings("9600,O,7,1");
+      desk.port->Open();
+      desk.port->Output("S");
+      desk.port->Close();
+    }
+    EXPECT_EQ(desk.ports.sent, "SSS") << name;
+    EXPECT_EQ(desk.troubles, troubles) << name;
+    EXPECT_EQ(desk.Log() != "-", begun) << name;
+    EXPECT_EQ(desk.files.openForAppending, 0) << name;
+  }
+}
+
+TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
+  Logged desk;
+  const auto keep = [&](const std::string& name, std::size_t size) {
+    desk.files.content[kFolder + name] = Bytes(size, 'x');
+  };
+  for (int year = 1900; year < 2020; ++year) keep(std::to_string(year) + "-01-01_00-00-00.log", 10);
+  keep("1800-01-01_00-00-00.text", 10);
+  keep("2020-01-01_00-00-00_2.log", kMostJournalBytes - kLargestJournal - 200);
+  keep("2026-11-16_10-00-00.log", 0);
+  desk.Begin();
+  desk.journal->Note({{"1"}});
+  // 20 of 10 bytes, the large one, the empty one and the new one; two are no logs.
+  EXPECT_EQ(desk.files.content.size(), 25U);
+  EXPECT_FALSE(desk.files.content.contains(kFolder + "1999-01-01_00-00-00.log"));
+  EXPECT_TRUE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00.log"));
+  desk.files.content.erase(kFolder + "2020-01-01_00-00-00_2.log");
+  const std::string block(100'000, 'b');
+  for (std::size_t noted = 0; noted < kLargestJournal; noted += block.size()) desk.journal->Note({{block}});
+  desk.clock.Advance(5);
+  desk.journal->Note({{"2"}});
+  desk.End();
+  const Bytes first = desk.files.content.at(kFolder + "2026-11-16_10-00-00_2.log");
+  const Bytes second = desk.files.content.at(kFolder + "2026-11-16_10-00-00_3.log");
+  EXPECT_NE(first.find("        0 1\n"), Bytes::npos);
+  EXPECT_LT(first.size(), kLargestJournal + 100'000);
+  EXPECT_NE(second.find(" begonnen 2026-11-16 10:00:00\n"), Bytes::npos);
+  EXPECT_TRUE(second.ends_with("     5000 2\n     5000 Ende\n"));
+}
+
+}  // namespace
+}  // namespace ox::test

@@ -4,6 +4,7 @@
 #include "app/program.h"
 #include "chooser/dateiwahl.h"
 #include "exchange/datenaustausch.h"
+#include "journal/journaled_host.h"
 #include "modem/modem.h"
 #include "power/power_monitor.h"
 #include "simulator/device/device.h"
@@ -20,7 +21,8 @@ namespace ox::test {
 /// The working folder holds the demonstration files. What the user does counts as the program's doing.
 class Technician {
  public:
-  Technician() {
+  /// With a support log when it is wanted.
+  explicit Technician(bool logs = false) : journal_(WithLogs(host.files, logs), host.clock, kBuild, {}) {
     for (const char* name : {"netz.mes", "netz.par", "netz.zuo", "ox2.pro", "ox3.pr3", "OX3NEU.LDR"})
       host.files.content["/arbeit/" + std::string(name)] = ReadFile(std::string(OX_DEMO_FOLDER "/") + name);
     host.files.content["OX.CFG"] = "\\M\\\r\nEDT\r\n";
@@ -38,6 +40,8 @@ class Technician {
     host.ports.Remove(1);
     if (plugged) host.ports.Connect(1, device_.get());
   }
+  /// Something else than a device at COM1.
+  void Connect(sim::Endpoint& end) { host.ports.Connect(1, &end); }
   sim::Device& Device() { return *device_; }
   Start& Main() { return program_.MainWindow(); }
   Strings Messages() { return host.windows.TakeMessages(); }
@@ -188,8 +192,16 @@ class Technician {
     Click(control);
   }
 
+  static constexpr char kBuild[] = "Orvanexe Service 4.0.0 (0123456789)";
+  static Files& WithLogs(MemoryFiles& files, bool logs) {
+    if (logs) files.content["/arbeit/Protokoll/liesmich"] = "";
+    return files;
+  }
+
   std::unique_ptr<sim::Device> device_;
-  Program program_{host.host};
+  Journal journal_;
+  JournaledHost logged_{host.host, journal_};
+  Program program_{logged_.host};
   Window* visited_ = nullptr;
   bool plugged_ = true;
 };

@@ -37,9 +37,13 @@ class TestPort : public SerialPort {
     if (device != nullptr && !ports_.keeps_) device->TakeOutput(ports_.clock_.Elapsed());
     ports_.open_.push_back(this);
     ports_.openings.push_back(std::to_string(number_) + ":" + settings_);
+    if (device != nullptr) device->PortOpened(ports_.clock_.Elapsed());
   }
 
-  void Close() noexcept override { std::erase(ports_.open_, this); }
+  void Close() noexcept override {
+    const bool open = std::erase(ports_.open_, this) > 0;
+    if (open && Device() != nullptr) Device()->PortClosed(ports_.clock_.Elapsed());
+  }
 
   void Output(BytesView bytes) override {
     const Shelter shelter;

@@ -33,6 +33,14 @@ class Endpoint {
   virtual Bytes TakeSome(Seconds now, std::size_t most) = 0;
   /// The end's present settings.
   virtual LineSettings Line() const = 0;
+
+  /// A program at the PC has opened the port, or left it.
+  virtual void PortOpened(Seconds /*now*/) {}
+  virtual void PortClosed(Seconds /*now*/) {}
+  /// When the cable is pulled at this end; nothing while nobody pulls it.
+  virtual std::optional<Seconds> NextUnplugging() const { return std::nullopt; }
+  /// It was pulled, for whatever reason.
+  virtual void Unplugged(Seconds /*now*/) {}
 };
 
 }  // namespace ox::sim

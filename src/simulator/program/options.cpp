@@ -56,6 +56,14 @@ bool TakeLatency(SimulatorOptions& options, const std::string& value) {
   return true;
 }
 
+bool TakeOpening(SimulatorOptions& options, const std::string& value) {
+  constexpr std::uint32_t kMost = 999'999'999;
+  std::uint32_t number = 0;
+  if (!ReadNumber(value, number) || number < 1 || number > kMost) return false;
+  options.opening = static_cast<int>(number);
+  return true;
+}
+
 bool TakeKinds(SimulatorOptions& options, const std::string& value) {
   if (value.find_first_not_of("abc") != std::string::npos) return false;
   options.parts.device.loaderKinds = value;
@@ -106,6 +114,12 @@ const auto kOptions = std::to_array<Option>({
      }},
     {"--fault", "NAME[=WERT]", "schaltet einen Fehler ein (mehrfach möglich)",
      [](SimulatorOptions& o, const std::string& v) { return SwitchOn(v, o.parts); }},
+    {"--replay", "DATEI", "spielt die Antworten aus einem Protokoll von Orvanexe Service",
+     [](SimulatorOptions& o, const std::string& v) {
+       o.replay = v;
+       return !v.empty();
+     }},
+    {"--opening", "ZAHL", "beginnt darin mit dieser Öffnung der Schnittstelle (1)", TakeOpening},
     {"--version", "", "zeigt die Version",
      [](SimulatorOptions& o, const std::string&) { return o.version = true; }},
     {"--help", "", "zeigt diese Hilfe",

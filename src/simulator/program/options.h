@@ -15,6 +15,8 @@ struct SimulatorOptions {
   std::string tables = ".";  ///< folder with the tables that the device starts with
   std::string memory;        ///< file that keeps the device's memory between two starts; empty: none does
   std::string dump;          ///< folder that the device's memory is written to; empty: nowhere
+  std::string replay;        ///< support log to play in place of a device; empty: none
+  int opening = 1;           ///< number of the opening that it begins with
   bool version = false;      ///< only tell the version
   bool help = false;         ///< only tell the help
 };

@@ -10,6 +10,7 @@
 #include "simulator/demo/demo_tables.h"
 #include "simulator/program/memory_file.h"
 #include "simulator/program/options.h"
+#include "simulator/program/replay.h"
 #include "simulator/pty/line_host.h"
 
 namespace ox::sim {
@@ -126,6 +127,7 @@ int Run(const std::vector<std::string>& arguments) {
   }
   const sigset_t awaited = CatchSignals();
   try {
+    if (!options.replay.empty()) return PlayLog(options, awaited, [] { return endWanted != 0; });
     if (options.modem) {
       RunModem(options, awaited);
     } else {

@@ -32,8 +32,8 @@ std::optional<Seconds> Earlier(std::optional<Seconds> one, std::optional<Seconds
 }  // namespace
 
 LineHost::LineHost(Endpoint& end, HostOptions options)
-
-    : options_(std::move(options)),
+    : end_(end),
+      options_(std::move(options)),
       claim_(options_.link),
       start_(MonotonicTime()),
       paced_(end, options_.paced) {
@@ -55,19 +55,29 @@ void LineHost::Count(std::size_t characters) {
   passed_ += characters;
   if (!options_.unplugAfter || passed_ < *options_.unplugAfter) return;
   options_.unplugAfter.reset();
+  Unplug();
+}
+
+void LineHost::Unplug() {
   plug_.reset();
   replugAt_ = Now() + kUnplugged;
+  end_.Unplugged(Now());
 }
 
 // What the PC's end is set to; nothing while nobody has it open.
 std::optional<LineSettings> LineHost::PcEnd() {
   if (!plug_) return std::nullopt;
   // A port that is closed forgets what was not read.
-  if (plug_->openings.Look()) {
+  const bool wasOpen = plug_->openings.Any();
+  const bool left = plug_->openings.Look();
+  if (left && !wasOpen) end_.PortOpened(Now());
+  if (left) {
     plug_->adapter.Drop();
     plug_->line.DropUnread();
+    end_.PortClosed(Now());
   }
   if (!plug_->openings.Any()) return std::nullopt;
+  if (left || !wasOpen) end_.PortOpened(Now());
   return plug_->line.PcSettings();
 }
 
@@ -77,12 +87,14 @@ bool LineHost::Held() const {
 }
 
 std::optional<Seconds> LineHost::NextWakeUp() const {
-  const auto atThePort = plug_ ? plug_->adapter.Next() : replugAt_;
+  const auto atThePort = plug_ ? Earlier(plug_->adapter.Next(), end_.NextUnplugging()) : replugAt_;
   return Held() ? std::nullopt : Earlier(paced_.NextEvent(), atThePort);
 }
 
 void LineHost::Work() {
   if (!plug_ && Now() >= replugAt_) plug_.emplace(options_);
+  const auto pulled = end_.NextUnplugging();
+  if (plug_ && pulled && *pulled <= Now()) Unplug();
   const auto pc = PcEnd();
   if (Held()) return;
   const Seconds now = Now();

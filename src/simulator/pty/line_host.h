@@ -61,11 +61,13 @@ class LineHost {
   };
 
   void Count(std::size_t characters);
+  void Unplug();
   std::optional<LineSettings> PcEnd();
   bool Held() const;
   std::optional<Seconds> NextWakeUp() const;
   void TakeFromPc();
 
+  Endpoint& end_;
   HostOptions options_;
   NameClaim claim_;  // also while the cable is pulled
   Seconds start_ = 0;

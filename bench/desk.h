@@ -34,6 +34,9 @@ class PlayedUser : public WindowSystem {
   void ShowModal(Window& window) override;
   using WindowSystem::ShowMessage;
   Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  void AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds, SaveAnswer answer) override {
+    real_.AskWhereToSave(name, kinds, std::move(answer));
+  }
   void EndProgram() override { real_.EndProgram(); }
 
  private:

@@ -23,8 +23,10 @@ install_missing() {
 # What building the program takes, and what checking it takes on top.
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsystemd-dev libcli11-dev nlohmann-json3-dev)
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev lld git ccache)
+# What the manual is made with.
+manual_packages=(pandoc)
 # What making a Debian package of it takes, and what checking that package takes on top.
-package_packages=(dpkg-dev file pandoc)
+package_packages=(dpkg-dev file "${manual_packages[@]}")
 package_check_packages=(appstream desktop-file-utils lintian udev)
 # What starting the installed program takes, seen on the accessibility bus; and the tests on 32 bit.
 start_packages=(xvfb dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3-xlib)

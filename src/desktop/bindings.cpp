@@ -32,6 +32,7 @@ constexpr std::array kPairings = {
     Pair<TextBox, QLineEdit, TieField>(),   Pair<TextBox, QPlainTextEdit, TieTrace>(),
     Pair<ListBox, QListWidget, TieList>(),  Pair<ListBox, QComboBox, TieDropDown>(),
     Pair<MenuEntry, QMenu, TieMenu>(),      Pair<MenuEntry, QAction, TieMenuCommand>(),
+    Pair<Curve, CurveView, TieCurve>(),
 };
 
 }  // namespace

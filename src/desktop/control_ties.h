@@ -13,8 +13,10 @@
 #include <initializer_list>
 
 #include "desktop/border.h"
+#include "desktop/curve_view.h"
 #include "desktop/steady_bar.h"
 #include "ui/controls.h"
+#include "ui/curve.h"
 
 namespace ox {
 
@@ -28,6 +30,7 @@ void TieProgressBar(ProgressBar& control, SteadyBar& widget);
 void TieField(TextBox& control, QLineEdit& widget);
 /// Many lines to read: a trace or a display.
 void TieTrace(TextBox& control, QPlainTextEdit& widget);
+void TieCurve(Curve& control, CurveView& widget);
 void TieList(ListBox& control, QListWidget& widget);
 void TieDropDown(ListBox& control, QComboBox& widget);
 void TieMenuCommand(MenuEntry& control, QAction& widget);

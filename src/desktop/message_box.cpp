@@ -14,6 +14,7 @@
 #include <memory>
 #include <utility>
 
+#include "desktop/border.h"
 #include "desktop/screen_text.h"
 #include "desktop/title_bar.h"
 
@@ -29,26 +30,6 @@ constexpr const char* kLabel = "qt_msgbox_label";  // the toolkit's own, which s
 
 constexpr int kTextWidth = 500;        // pixels, of a text that is broken into lines
 constexpr QSize kAroundText(80, 160);  // pixels of a box and its frame beyond its text
-
-/// A message box whose text is copied by Ctrl+C, without the marks that break its lines.
-class Message : public QMessageBox {
- public:
-  Message(QWidget* parent, QString whole) : QMessageBox(parent), whole_(std::move(whole)) {}
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (!event->matches(QKeySequence::Copy)) {
-      QMessageBox::keyPressEvent(event);
-      return;
-    }
-    const auto* label = findChild<QLabel*>(kLabel);
-    const bool selected = label != nullptr && label->hasSelectedText();
-    QApplication::clipboard()->setText(selected ? label->selectedText() : whole_);
-  }
-
- private:
-  QString whole_;
-};
 
 /// Puts a text that is higher than the screen into a box that scrolls it.
 void ScrollIfTall(QMessageBox& box) {
@@ -68,6 +49,44 @@ void ScrollIfTall(QMessageBox& box) {
   label->hide();
 }
 
+/// A message box whose text is copied by Ctrl+C, without the marks that break its lines.
+class Message : public QMessageBox {
+ public:
+  Message(QWidget* parent, std::string_view text, Buttons buttons)
+      : QMessageBox(parent), whole_(OnMessageBox(text.substr(0, kLongestBytes))), buttons_(buttons) {
+    setWindowTitle(QStringLiteral("Orvanexe Service"));
+    setWindowFlags(kDialogFrame);
+    setTextFormat(Qt::PlainText);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setText(CutToFit(whole_, kLongestText));
+    ok_ = addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    QPushButton* last = ok_;
+    if (buttons == Buttons::kOkCancel) last = addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole);
+    setDefaultButton(ok_);
+    setEscapeButton(last);
+    ScrollIfTall(*this);
+  }
+
+  /// When it has been closed.
+  Answer AnswerGiven() const { return clickedButton() == ok_ ? Answer::kOk : AnswerOfNobody(buttons_); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Copy)) {
+      QMessageBox::keyPressEvent(event);
+      return;
+    }
+    const auto* label = findChild<QLabel*>(kLabel);
+    const bool selected = label != nullptr && label->hasSelectedText();
+    QApplication::clipboard()->setText(selected ? label->selectedText() : whole_);
+  }
+
+ private:
+  QString whole_;
+  Buttons buttons_;
+  QPushButton* ok_ = nullptr;
+};
+
 /// Lets the task bar call the user while he works with another program.
 void CallInTaskBar(QWidget* parent) {
   if (QApplication::activeWindow() != nullptr) return;
@@ -75,26 +94,31 @@ void CallInTaskBar(QWidget* parent) {
   if (parent != nullptr) QApplication::alert(parent);
 }
 
+void OpenBeside(QWidget* parent, Message* box) {
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  CallInTaskBar(parent);
+  box->open();
+}
+
 }  // namespace
 
 Answer ShowMessageBox(QWidget* parent, std::string_view text, Buttons buttons) {
-  const QString whole = OnMessageBox(text.substr(0, kLongestBytes));
-  Message box(parent, whole);
-  box.setWindowTitle(QStringLiteral("Orvanexe Service"));
-  box.setWindowFlags(kDialogFrame);
-  box.setTextFormat(Qt::PlainText);
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  box.setText(CutToFit(whole, kLongestText));
-  QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
-  QPushButton* last = ok;
-  if (buttons == Buttons::kOkCancel)
-    last = box.addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole);
-  box.setDefaultButton(ok);
-  box.setEscapeButton(last);
-  ScrollIfTall(box);
+  Message box(parent, text, buttons);
   CallInTaskBar(parent);
   box.exec();
-  return box.clickedButton() == ok ? Answer::kOk : AnswerOfNobody(buttons);
+  return box.AnswerGiven();
+}
+
+void ShowNote(QWidget* parent, std::string_view text) {
+  OpenBeside(parent, new Message(parent, text, Buttons::kOk));
+}
+
+void AskBeside(QWidget* parent, std::string_view text, std::function<void()> onOk) {
+  auto* box = new Message(parent, text, Buttons::kOkCancel);
+  QObject::connect(box, &QDialog::finished, box, [box, onOk = std::move(onOk)] {
+    if (box->AnswerGiven() == Answer::kOk) AtBorder(onOk);
+  });
+  OpenBeside(parent, box);
 }
 
 void CloseMessageBoxes() {

@@ -60,6 +60,12 @@ Answer QtWindowSystem::ShowMessage(std::string_view text, Buttons buttons) {
   return answer;
 }
 
+void QtWindowSystem::AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds,
+                                    SaveAnswer answer) {
+  QWidget* form = Uppermost();
+  if (form != nullptr && !ending_) saveQuestion_.Ask(*form, name, kinds, std::move(answer));
+}
+
 void QtWindowSystem::RequestEnd() {
   if (ending_) return;
   ending_ = true;

@@ -7,6 +7,7 @@
 
 #include "desktop/event_pump.h"
 #include "desktop/ready_notifier.h"
+#include "desktop/save_question.h"
 #include "desktop/session_end.h"
 #include "desktop/view.h"
 #include "desktop/window_places.h"
@@ -36,6 +37,7 @@ class QtWindowSystem : public WindowSystem {
   void ShowModal(Window& window) override;
   using WindowSystem::ShowMessage;
   Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  void AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds, SaveAnswer answer) override;
   void EndProgram() override;
 
  private:
@@ -46,6 +48,7 @@ class QtWindowSystem : public WindowSystem {
   const KeepAwake& awake_;
   EventPump pump_;
   const WindowPlaces places_;
+  SaveQuestion saveQuestion_;
   std::vector<View*> shown_;  // the main window first
   bool ending_ = false;
   ReadyNotifier endRequest_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "desktop/control_ties.h"
+#include "desktop/display_menu.h"
 #include "desktop/screen_text.h"
 
 namespace ox {
@@ -125,6 +126,7 @@ void TieField(TextBox& control, QLineEdit& widget) {
 }
 
 void TieTrace(TextBox& control, QPlainTextEdit& widget) {
+  GiveDisplayMenu(control, widget);
   widget.setUndoRedoEnabled(false);  // nobody undoes a trace, and its steps would be kept for ever
   Follow(control, {Change::kEnabled, Change::kVisible, Change::kText},
          [trace = new Trace(control, widget)](Change change) { trace->Show(change); });

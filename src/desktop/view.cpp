@@ -10,6 +10,7 @@
 #include "desktop/border.h"
 #include "desktop/file_drops.h"
 #include "desktop/forms.h"
+#include "desktop/manual.h"
 #include "desktop/title_bar.h"
 
 namespace ox {
@@ -50,7 +51,7 @@ void View::Run() {
 }
 
 void View::Leave() {
-  places_.Keep(*form_);
+  if (form_->isVisible()) places_.Keep(*form_);  // a window may go before it was on the screen
   form_->hide();
   loop_.quit();
 }
@@ -62,10 +63,15 @@ bool View::eventFilter(QObject* watched, QEvent* event) {
     AtBorder([this] { window_.RequestClose(); });
     return true;
   }
-  return event->type() == QEvent::KeyPress && UseKey(static_cast<QKeyEvent*>(event)->key());
+  return event->type() == QEvent::KeyPress && UseKey(*static_cast<QKeyEvent*>(event));
 }
 
-bool View::UseKey(int key) {
+bool View::UseKey(const QKeyEvent& event) {
+  const int key = event.key();
+  if (key == Qt::Key_F1 && event.modifiers() == Qt::NoModifier) {
+    if (!event.isAutoRepeat()) AtBorder([this] { OpenManual(*form_, window_.Form()); });
+    return true;
+  }
   if (qobject_cast<QDialog*>(form_.get()) == nullptr) return false;
   if (key == Qt::Key_Escape) {
     AtBorder([this] { window_.RequestClose(); });

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QEventLoop>
+#include <QKeyEvent>
 #include <QObject>
 #include <QWidget>
 #include <memory>
@@ -36,7 +37,7 @@ class View : public QObject {
   bool TieControls();
   void Leave();
   /// Keys that the form itself would use otherwise; true when the key is done with.
-  bool UseKey(int key);
+  bool UseKey(const QKeyEvent& event);
 
   Window& window_;
   const WindowPlaces& places_;

@@ -1,13 +1,17 @@
 // Sizes and positions in an INI file, and the bounds that the screen sets them.
 #include "desktop/window_places.h"
 
-#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
+
+#include "desktop/state_folder.h"
 
 namespace ox {
 namespace {
@@ -16,9 +20,6 @@ namespace {
 constexpr const char* kSize = "size";
 constexpr const char* kPosition = "position";
 constexpr const char* kMaximized = "maximized";
-
-/// What a frame adds, where no window of the program is on the screen to tell.
-constexpr QSize kUsualFrame(12, 40);  // pixels
 
 /// Under Wayland a program neither knows nor chooses where its windows stand.
 bool PlacesWindows() {
@@ -51,6 +52,23 @@ struct Place {
   bool maximized = false;
 };
 
+/// Many times what all windows need. A file that has grown larger is not ours any more, and would be read
+/// whole with every window.
+constexpr qint64 kMostBytes = 100000;
+
+/// Whether there is a file that can be read in no time, or none yet.
+bool IsSound(const QString& file) {
+  const QFileInfo info(file);
+  return !info.exists() || (info.isFile() && info.size() <= kMostBytes);
+}
+
+/// Farther away than any screen.
+constexpr int kFarAway = 100000;  // pixels
+
+bool IsNear(const QPoint& position) {
+  return std::abs(position.x()) < kFarAway && std::abs(position.y()) < kFarAway;
+}
+
 /// Reads the form's place, and sets its splitters as they stood.
 Place ReadPlace(const QString& file, QWidget& form) {
   QSettings places(file, QSettings::IniFormat);
@@ -59,14 +77,15 @@ Place ReadPlace(const QString& file, QWidget& form) {
     splitter->restoreState(places.value(splitter->objectName()).toByteArray());
   }
   Place place{places.value(kSize).toSize(), {}, places.value(kMaximized).toBool()};
-  if (PlacesWindows() && places.contains(kPosition)) place.position = places.value(kPosition).toPoint();
+  const QPoint position = places.value(kPosition).toPoint();
+  if (PlacesWindows() && places.contains(kPosition) && IsNear(position)) place.position = position;
   return place;
 }
 
 }  // namespace
 
 void WindowPlaces::Restore(QWidget& form) const {
-  const Place left = file_.isEmpty() ? Place{} : ReadPlace(file_, form);
+  const Place left = file_.isEmpty() || !IsSound(file_) ? Place{} : ReadPlace(file_, form);
   const QSize size = left.size.isValid() ? left.size : form.size();
   const QScreen* screen =
       left.position ? QGuiApplication::screenAt(QRect(*left.position, size).center()) : nullptr;
@@ -79,6 +98,7 @@ void WindowPlaces::Restore(QWidget& form) const {
 
 void WindowPlaces::Keep(const QWidget& form) const {
   if (file_.isEmpty()) return;
+  if (!IsSound(file_) && (!QFileInfo(file_).isFile() || !QFile::remove(file_))) return;
   QSettings places(file_, QSettings::IniFormat);
   places.beginGroup(form.objectName());
   places.setValue(kMaximized, form.isMaximized());
@@ -92,9 +112,7 @@ void WindowPlaces::Keep(const QWidget& form) const {
 }
 
 QString WindowPlaces::UsersFile() {
-  QString state = qEnvironmentVariable("XDG_STATE_HOME");
-  if (!QDir::isAbsolutePath(state)) state = QDir::homePath() + QStringLiteral("/.local/state");
-  return state + QStringLiteral("/oxservice/windows.ini");
+  return StateFolder() + QStringLiteral("/windows.ini");
 }
 
 }  // namespace ox

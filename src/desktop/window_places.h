@@ -1,11 +1,15 @@
 // Where the user left each window, from one session to the next.
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <QWidget>
 #include <utility>
 
 namespace ox {
+
+/// What a frame adds to a window, where none is on the screen to tell.
+inline constexpr QSize kUsualFrame(12, 40);  // pixels
 
 /// Keeps the size of every window, how its splitter stood and, where the window system lets a program place
 /// its windows, its position. A file that cannot be read or written is no failure: the windows stand as
@@ -21,7 +25,7 @@ class WindowPlaces {
   /// Keeps the size and place of a form that is about to go.
   void Keep(const QWidget& form) const;
 
-  /// The user's file for it: oxservice/windows.ini in $XDG_STATE_HOME, else in ~/.local/state.
+  /// The user's file for it.
   static QString UsersFile();
 
  private:

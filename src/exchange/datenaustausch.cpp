@@ -8,11 +8,14 @@
 
 #include "chooser/file_chooser.h"
 #include "exchange/reply_display.h"
+#include "exchange/values_csv.h"
 #include "link/wait.h"
 #include "platform/text.h"
+#include "platform/time_text.h"
 #include "session/window_table_messages.h"
 #include "tables/mes_table.h"
 #include "tables/table_file.h"
+#include "ui/saving.h"
 
 namespace ox {
 namespace {
@@ -21,6 +24,9 @@ constexpr Seconds kBetweenPolls = 10.0F;  // from a cyclic poll's display to the
 
 /// What is shown of a reply to "Abruf Z": its framing character and one record.
 constexpr std::size_t kZReplyLength = 24;
+
+constexpr FileKind kTextFile{"Text wie angezeigt", "txt"};
+constexpr FileKind kCsvFile{"Tabelle", "csv"};
 
 constexpr std::string_view kTablePattern = "*.mes";
 constexpr std::string_view kLoading = "Messstellentabelle wird geladen ...";
@@ -66,6 +72,8 @@ Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChoose
   Verlassen.onClick = [this] { RequestClose(); };
   for (TextBox* field : {&AKZ, &MST, &Par}) field->onEnter = [this] { Einzelabruf.Click(); };
   duemstwal.onClick = [this] { LoadTable(chooser_.Choose(kTablePattern)); };
+  mewanz.LetSave([this](const Bytes& shown) { SaveValues(shown); });
+  datanz.LetSave([this](const Bytes& shown) { SaveTrace(shown); });
   duemstwal.TakeFiles(kTablePattern, [this](const std::string& path) { LoadTable(path); });
 }
 
@@ -93,7 +101,7 @@ void Datenaustausch::PollSingle() {
   const PollFields fields = TypedFields();
   if (Refused(RefusalOfSingleRequest(fields))) return;
   if (!fields.AKZ.empty() && !fields.MST.empty()) host_.windows.ShowMessage(kRedundantOffice);
-  Poll(SingleRequest(fields), !NamesOneValue(fields));
+  Poll(SingleRequest(fields), !NamesOneValue(fields), OfficeAskedFor(fields));
 }
 
 void Datenaustausch::PollZ() {
@@ -106,8 +114,8 @@ void Datenaustausch::PollZ() {
   });
 }
 
-void Datenaustausch::Poll(const Bytes& request, bool multiRecord) {
-  RunLocked(Running::kPoll, [&] { ShowValues(Exchange(request, multiRecord)); });
+void Datenaustausch::Poll(const Bytes& request, bool multiRecord, BytesView office) {
+  RunLocked(Running::kPoll, [&] { ShowValues(Exchange(request, multiRecord), office); });
 }
 
 void Datenaustausch::PollCyclically() {
@@ -179,8 +187,21 @@ Bytes Datenaustausch::Exchange(const Bytes& request, bool multiRecord) {
   return reply;
 }
 
-void Datenaustausch::ShowValues(BytesView reply) {
+void Datenaustausch::ShowValues(BytesView reply, BytesView office) {
   mewanz.SetText(ToText(FormatValues(reply, nameIndex_)));
+  shownReply_ = reply;
+  askedOffice_ = office;
+  Abrufzeit.SetText("Abruf " + GermanTime(polled_));
+}
+
+void Datenaustausch::SaveValues(const Bytes& shown) {
+  const std::string csv = CsvHeading() + CsvLines(shownReply_, nameIndex_, askedOffice_, polled_);
+  OfferToSave(host_, *this, "Messwerte_" + TimeInName(polled_),
+              {{kTextFile, shown}, {kCsvFile, Bytes(kUtf8Mark) + csv}});
+}
+
+void Datenaustausch::SaveTrace(const Bytes& shown) {
+  OfferToSave(host_, *this, "Ausgetauschte_Daten_" + TimeInName(polled_), {{kTextFile, shown}});
 }
 
 PollFields Datenaustausch::TypedFields() const {
@@ -198,6 +219,7 @@ bool Datenaustausch::Refused(const std::optional<PollRefusal>& refusal) {
 
 void Datenaustausch::MarkStartTime() {
   StartTime_ = host_.clock.SecondsSinceMidnight();
+  polled_ = host_.clock.Now();
 }
 
 void Datenaustausch::LockButtons() {

@@ -46,6 +46,7 @@ class Datenaustausch : public Window {
   Label LabelMewanz{*this, "LabelMewanz",
                     "Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe."};
   TextBox mewanz{*this, "mewanz"};  // values
+  Label Abrufzeit{*this, "Abrufzeit"};
   QuietLine Hinweis;
 
   /// When the last exchange began, in seconds since midnight.
@@ -70,8 +71,8 @@ class Datenaustausch : public Window {
 
   /// One exchange with a fresh trace, the records of several counted; returns the reply.
   Bytes Exchange(const Bytes& request, bool multiRecord);
-  /// One exchange and its display, with the buttons locked.
-  void Poll(const Bytes& request, bool multiRecord);
+  /// One exchange and its display, with the buttons locked. `office` is the one that was asked for.
+  void Poll(const Bytes& request, bool multiRecord, BytesView office = {});
   /// Does the poll's work with the lock of its kind.
   void RunLocked(Running kind, const std::function<void()>& work);
   /// Waits for the time between two cyclic polls, at most until the abort.
@@ -82,7 +83,11 @@ class Datenaustausch : public Window {
   bool Refused(const std::optional<PollRefusal>& refusal);
 
   void MarkStartTime();
-  void ShowValues(BytesView reply);
+  /// `office` is the one that was asked for.
+  void ShowValues(BytesView reply, BytesView office = {});
+  /// Both offer what is shown to be saved.
+  void SaveValues(const Bytes& shown);
+  void SaveTrace(const Bytes& shown);
   void LockButtons();
   void UnlockButtons();
   /// Puts the lock of what runs in force, and the focus where it belongs then.
@@ -98,6 +103,9 @@ class Datenaustausch : public Window {
   DeviceLink Due_;  // the window's serial line
   NameIndex nameIndex_;
   float StartTime_ = 0;
+  CivilTime polled_;   // when the last exchange began
+  Bytes shownReply_;   // what the values come from
+  Bytes askedOffice_;  // by the request for it
   Running running_ = Running::kNothing;
   bool tableLocks_ = false;      // a table is being loaded, or the last one could not be read
   bool AbortRequested_ = false;  // read by the cyclic poll alone

@@ -70,6 +70,10 @@ Bytes ZRequest(const PollFields& fields) {
   return Request('Z', fields);
 }
 
+BytesView OfficeAskedFor(const PollFields& fields) {
+  return fields.MST.empty() ? BytesView(fields.AKZ) : BytesView();
+}
+
 bool NamesOneValue(const PollFields& fields) {
   return !fields.MST.empty() && !fields.Par.empty();
 }

@@ -45,6 +45,9 @@ Bytes SingleRequest(const PollFields& fields);
 /// "Abruf Z": number and parameter must not be empty.
 Bytes ZRequest(const PollFields& fields);
 
+/// The office code that the device goes by: beside a number it does not look at it.
+BytesView OfficeAskedFor(const PollFields& fields);
+
 /// Whether number and parameter name one value; with only one of them, a reply may have several records.
 bool NamesOneValue(const PollFields& fields);
 

@@ -2,14 +2,13 @@
 #include "exchange/values_csv.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdio>
 #include <utility>
 
 #include "exchange/reply_display.h"
 #include "platform/line_ends.h"
 #include "platform/text.h"
+#include "platform/time_text.h"
 #include "tables/packed_tables.h"
 
 namespace ox {
@@ -83,13 +82,6 @@ std::string ValueField(std::string text) {
   return text;
 }
 
-std::string Iso(const CivilTime& time) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", time.year, time.month, time.day,
-                time.hour, time.minute, time.second);
-  return text.data();
-}
-
 }  // namespace
 
 std::string CsvHeading() {
@@ -107,7 +99,7 @@ std::string CsvLines(BytesView reply, const NameIndex& names, BytesView office, 
         Field(ToText(value.parameter)),  Field(ToText(value.mark)),
         ValueField(ToText(value.value)), Field(ToText(Trimmed(names.Find(value.point))))};
     for (const std::string& field : fields) lines.append(field).append(1, kSeparator);
-    lines.append(Iso(polled)).append(kCrLf);
+    lines.append(IsoTime(polled)).append(kCrLf);
   }
   return lines;
 }

@@ -1,6 +1,10 @@
 // A window system whose windows and messages stand in the support log.
 #pragma once
 
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "journal/journal.h"
 #include "journal/journal_ports.h"
 #include "ui/window_system.h"
@@ -19,6 +23,9 @@ class JournalWindows : public WindowSystem {
   void ShowModal(Window& window) override;
   using WindowSystem::ShowMessage;
   Answer ShowMessage(std::string_view text, Buttons buttons) override;
+  void AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds, SaveAnswer answer) override {
+    real_.AskWhereToSave(name, kinds, std::move(answer));
+  }
   /// A port may stay open, and the next event be far away.
   void CommandEnded() noexcept override;
   void EndProgram() override;

@@ -3,8 +3,12 @@
 
 #include <optional>
 
+#include "ui/saving.h"
+
 namespace ox {
 namespace {
+
+constexpr FileKind kPicture{"Bild", "png"};
 
 constexpr std::string_view kLogNotOpened = "Fehler beim Öffnen von PowerManagementLog.txt !";
 constexpr std::string_view kLogNotWritten = "Fehler beim Schreiben von PowerManagementLog.txt !";
@@ -33,6 +37,10 @@ PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
   MonitorStop.onClick = [this] { StopRequested_ = true; };
   Verlassen.onClick = [this] { Leave(); };
   CPreset.onClick = [this] { PresetCharge_ = ReadPreset(TPreset.Text()); };
+  Verlauf.Show(history_.Data());
+  Verlauf.LetSave([this](const Bytes& picture) {
+    OfferToSave(host_, *this, "Stromversorgung_" + TimeInName(host_.clock.Now()), {{kPicture, picture}});
+  });
   PowerTimer.onTick = [this] { TakeTurn(); };
 }
 
@@ -65,6 +73,8 @@ void PowerMonitor::StartMonitoring() {
   logRule_.Restart(host_.clock.SecondsSinceMidnight());
   if (!log_.Open()) return StopFor(kLogNotOpened);
   if (!log_.WriteHeader()) return StopFor(kLogNotWritten);
+  history_.Restart(host_.clock.Now(), host_.clock.SecondsSinceMidnight());
+  Verlauf.Show(history_.Data());
   PowerTimer.SetEnabled(true);
 }
 
@@ -111,6 +121,7 @@ void PowerMonitor::Sample() {
 
 void PowerMonitor::DecodePowerStatus(BytesView data) {
   const std::optional<PowerStatus> status = ReadPowerStatus(data);
+  Record(status);
   if (!status) {
     ShowTexts({});
     return;
@@ -119,6 +130,12 @@ void PowerMonitor::DecodePowerStatus(BytesView data) {
   ShowTexts(texts);
   if (!logRule_.TakeIfDue(status->state, host_.clock.SecondsSinceMidnight())) return;
   if (!log_.Write(LogLine(host_.clock.Now(), texts))) StopFor(kLogNotWritten);
+}
+
+void PowerMonitor::Record(const std::optional<PowerStatus>& status) {
+  if (!status) return history_.Miss();
+  history_.Add(*status, host_.clock.SecondsSinceMidnight());
+  Verlauf.Show(history_.Data());
 }
 
 void PowerMonitor::ShowTexts(const PowerStatusTexts& texts) {

@@ -1,13 +1,17 @@
 // PowerMonitor: battery and charger of a generation III device, once a second, with a log.
 #pragma once
 
+#include <optional>
+
 #include "link/device_link.h"
+#include "power/power_history.h"
 #include "power/power_log.h"
 #include "power/power_request.h"
 #include "power/power_status.h"
 #include "session/session_settings.h"
 #include "ui/control_lock.h"
 #include "ui/controls.h"
+#include "ui/curve.h"
 #include "ui/host.h"
 #include "ui/window.h"
 
@@ -39,6 +43,7 @@ class PowerMonitor : public Window {
   Button CPreset{*this, "CPreset", "Akkuladung simulieren"};
   Label LabelDatanz{*this, "LabelDatanz", "PC <> OX  Ausgetauschte Daten"};
   TextBox datanz{*this, "datanz"};
+  Curve Verlauf{*this, "Verlauf"};  // since "Start"
   QuietLine Hinweis;
   Timer PowerTimer{*this, "PowerTimer", kSampleMilliseconds};
 
@@ -62,6 +67,8 @@ class PowerMonitor : public Window {
   void Sample();
   /// Shows the status and logs it when that is due. `data` is the reply behind its framing character.
   void DecodePowerStatus(BytesView data);
+  /// Adds the status, or that there was none, to the curve.
+  void Record(const std::optional<PowerStatus>& status);
   void ShowTexts(const PowerStatusTexts& texts);
   void Leave();
 
@@ -69,6 +76,7 @@ class PowerMonitor : public Window {
   ControlLock whileIdle_{&MonitorStart, &Verlassen};
   DeviceLink Due_;
   PowerLog log_;
+  PowerHistory history_;
   LogRule logRule_;
   int PresetCharge_ = kNoPreset;
   bool StopRequested_ = false;

@@ -14,8 +14,6 @@ namespace {
 constexpr int kHexadecimal = 16;
 constexpr std::size_t kPercentDecimals = 1;
 constexpr std::size_t kVoltDecimals = 3;
-/// The line carries temperatures with this on top, so that frost is a positive number.
-constexpr int kTemperatureOffset = 100;
 
 /// By code, from 1 on.
 constexpr std::array<std::string_view, 10> kStates{

@@ -19,6 +19,9 @@ struct PowerStatus {
   int state = 0;           // code of the charger's state, 1 to 10 with a sound device
 };
 
+/// The line carries temperatures with this on top, so that frost is a positive number.
+constexpr int kTemperatureOffset = 100;
+
 /// The same as it is shown, UTF-8.
 struct PowerStatusTexts {
   std::string charge;          // "79.1%"

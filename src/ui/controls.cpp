@@ -58,6 +58,10 @@ void Control::Drop(const std::string& path) {
   if (Takes(path)) RunHandler([&] { onDrop_(path); });
 }
 
+void Control::Save(const Bytes& shown) {
+  if (onSave_) RunHandler([&] { onSave_(shown); });
+}
+
 void Control::Tell(Change change) const {
   if (view_) view_(change);
 }

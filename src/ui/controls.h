@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/bytes.h"
+
 namespace ox {
 
 class Window;
@@ -36,6 +38,7 @@ class Control {
   using View = std::function<void(Change)>;
   using Handler = std::function<void()>;
   using FileHandler = std::function<void(const std::string& path)>;
+  using SaveHandler = std::function<void(const Bytes& shown)>;
 
   /// Joins the window's list of controls; `name` is the objectName of its widget in the window's form.
   Control(Window& window, std::string_view name);
@@ -63,6 +66,12 @@ class Control {
   /// The user dropped a file.
   void Drop(const std::string& path);
 
+  /// The user may save what is shown: a text (UTF-8, lines ended by LF) or a picture (PNG).
+  void LetSave(SaveHandler onSave) { onSave_ = std::move(onSave); }
+  bool CanBeSaved() const { return onSave_ != nullptr; }
+  /// The user wants to.
+  void Save(const Bytes& shown);
+
   /// Sets who shows this control; an empty function when nobody shows it any longer.
   void ConnectView(View view) { view_ = std::move(view); }
 
@@ -81,6 +90,7 @@ class Control {
   View view_;
   std::string extension_;  // of the files it takes, with its "."
   FileHandler onDrop_;
+  SaveHandler onSave_;
   bool enabled_ = true;
   bool visible_ = true;
 };

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QDropEvent>
 #include <QLabel>
@@ -22,8 +23,11 @@
 #include "chooser/chooser_values.h"
 #include "chooser/dateiwahl.h"
 #include "desktop/bindings.h"
+#include "desktop/curve_view.h"
 #include "desktop/file_drops.h"
+#include "desktop/manual.h"
 #include "desktop/quiet_label.h"
+#include "desktop/time_axis.h"
 #include "exchange/datenaustausch.h"
 #include "link/verbindungstest.h"
 #include "modem/modem.h"
@@ -100,6 +104,29 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_GE(trace->height(), before.height() + 50);
       EXPECT_EQ(trace->width(), before.width() + 200);
     }
+  }
+}
+
+TEST_F(Forms, EveryWindowHasItsChapterInTheManual) {
+  QFile manual(OX_DEMO_FOLDER "/../docs/handbuch.md");
+  ASSERT_TRUE(manual.open(QIODevice::ReadOnly));
+  QStringList places;
+  for (const QString& line : QString::fromUtf8(manual.readAll()).split('\n')) {
+    if (line.startsWith("## ")) places += line.mid(3).toLower().replace(' ', '-');
+  }
+  for (const Window* window : all) {
+    const std::string_view chapter = ChapterOf(window->Form());
+    EXPECT_TRUE(places.contains(QString::fromUtf8(chapter.data(), std::ssize(chapter)))) << window->Name();
+  }
+}
+
+TEST_F(Forms, NoWindowIsTooLargeForASmallScreen) {
+  // 1366 x 768 pixels at 150 %, less a frame and a task bar: the least of the screens that are told of.
+  constexpr QSize kRoom(1366 * 2 / 3 - 12, 768 * 2 / 3 - 40);
+  for (const Window* window : all) {
+    const QSize least = Show(*window)->minimumSizeHint();
+    EXPECT_TRUE(least.width() <= kRoom.width() && least.height() <= kRoom.height())
+        << window->Name() << " " << least.width() << " x " << least.height();
   }
 }
 
@@ -287,6 +314,56 @@ TEST_F(Forms, AGrowingTraceIsOnlyAddedToUntilItsOldestPartGoes) {
   QCoreApplication::processEvents();
   EXPECT_EQ(trace->toPlainText(), QString::fromStdString(exchange.datanz.Text()).remove('\r'));
   EXPECT_TRUE(trace->document()->blockCount() < 230 && trace->verticalScrollBar()->value() > 150);
+}
+
+TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
+  const auto form = Show(power);
+  PowerHistory history;
+  power.Verlauf.Show(history.Data());
+  auto* view = Find<CurveView>(*form, power.Verlauf);
+  const auto words = [&] {
+    return QAccessible::queryAccessibleInterface(view)->text(QAccessible::Description).toStdString();
+  };
+  EXPECT_EQ(words(), "Noch keine Werte");
+  history.Restart({2026, 12, 31, 23, 59, 50}, 86390);
+  history.Add({.charge = 790, .batteryVoltage = 6800, .temperature = 123}, 86391);
+  history.Add({.charge = 800, .batteryVoltage = 6810, .temperature = 123}, 5);
+  power.Verlauf.Show(history.Data());
+  EXPECT_EQ(
+      words(),
+      "31.12.2026 23:59:50 bis 01.01. 00:00:05; Akkuladung zuletzt 80.0%, insgesamt 79.0 bis 80.0%; "
+      "Akkuspannung zuletzt 6.810V, insgesamt 6.800 bis 6.810V; Temperatur zuletzt 23°C, insgesamt 23°C");
+  QTest::keyClick(view, Qt::Key_Left);
+  EXPECT_EQ(words(), "23:59:51; Akkuladung 79.0%; Akkuspannung 6.800V; Temperatur 23°C");
+  Bytes saved;
+  power.Verlauf.LetSave([&](const Bytes& picture) { saved = picture; });
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+  QCoreApplication::sendEvent(view, &byKey);
+  auto* menu = view->findChild<QMenu*>();
+  EXPECT_EQ(menu->actions().last()->text(), "&Speichern unter ...");
+  menu->actions().last()->trigger();
+  menu->close();
+  QCoreApplication::processEvents();
+  const QImage picture = QImage::fromData(QByteArray::fromStdString(saved));
+  EXPECT_TRUE(picture.width() > 1000 && picture.pixelColor(0, 0) == QColor(Qt::white));
+}
+
+TEST(TimeAxis, MarksAreRoundTimesOfDayAndDatesWhereDaysBegin) {
+  const CivilTime start{2026, 12, 31, 22, 59, 50};
+  const std::pair<double, std::string> rows[] = {
+      {10, "22:59:50 22:59:55 23:00:00 "},           {3600, "23:00 23:15 23:30 23:45 "},
+      {86400, "01.01. 06:00 12:00 18:00 "},          {7 * 86400, "02.01. 04.01. 06.01. "},
+      {400 * 86400, "25.03. 17.06. 09.09. 02.12. "},
+  };
+  for (const auto& [length, marks] : rows) {
+    std::string seen;
+    for (const TimeMark& mark : TimeMarks(start, length, 5)) seen += mark.text + " ";
+    EXPECT_EQ(seen, marks) << length;
+  }
+  const AxisRange even = RangeAround(50, 50, 1);
+  EXPECT_TRUE(even.low <= 49.5 && even.high >= 50.5 && even.high - even.low < 1.5);
+  const AxisRange wide = RangeAround(-3.2, 98.7, 1);
+  EXPECT_EQ(std::pair(wide.low, wide.high), std::pair(-20.0, 100.0));
 }
 
 TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {

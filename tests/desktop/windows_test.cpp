@@ -4,7 +4,9 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -12,6 +14,7 @@
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <fstream>
 
 #include "desktop/forms.h"
 #include "desktop/qt_window_system.h"
@@ -145,6 +148,88 @@ TEST_F(Windows, AMessageHigherThanTheScreenIsScrolledInsideItAndCopied) {
   }
 }
 
+TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
+  const QTemporaryDir folder;
+  std::ofstream(folder.filePath("alt.txt").toStdString()) << "alt";
+  // What the user types, how he answers the question then, and what comes of it.
+  const std::tuple<QString, User, std::string> rows[] = {{"neu", {}, "neu.txt 0"},
+                                                         {"neu.CSV", {}, "neu.CSV 1"},
+                                                         {"neu.dat", {}, "neu.dat 0"},
+                                                         {"alt", Press(Qt::Key_Escape), ""},
+                                                         {"alt", Press(Qt::Key_Return), "alt.txt 0"}};
+  for (const auto& [typed, answer, expected] : rows) {
+    std::string seen;
+    dialogue.work.onClick = [&, &name = typed, &user = answer] {
+      windows.AskWhereToSave(
+          "werte", {{"Text", "txt"}, {"Tabelle", "csv"}}, [&](const std::string& path, std::size_t kind) {
+            seen =
+                QFileInfo(QString::fromStdString(path)).fileName().toStdString() + " " + std::to_string(kind);
+          });
+      auto* question = qobject_cast<QFileDialog*>(Top());
+      question->setDirectory(folder.path());
+      question->selectFile(name);
+      QMetaObject::invokeMethod(question, "accept");
+      if (user) {
+        EXPECT_TRUE(qobject_cast<QMessageBox*>(Top())->text().endsWith("alt.txt gibt es schon. Ersetzen?"));
+        user();
+      }
+      EXPECT_EQ(question->isVisible(), seen.empty());
+      question->close();
+    };
+    Life([&] {
+      Press(Qt::Key_Return)();
+      kCloseBox();
+    });
+    EXPECT_EQ(seen, expected);
+  }
+}
+
+TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWaits) {
+  const QTemporaryDir folder;
+  const QString manual =
+      QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/doc/oxservice/handbuch.html");
+  QFile::remove(manual);
+  qputenv("XDG_STATE_HOME", folder.path().toUtf8());
+  const QByteArray path = qgetenv("PATH");
+  const auto write = [](const QString& name, const QString& content) {
+    QDir().mkpath(QFileInfo(name).path());
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::Permissions(0x7000)));
+    file.write(content.toUtf8());
+  };
+  const auto isBox = [] { return qobject_cast<QMessageBox*>(Top()) != nullptr; };
+  /// What the user is told, or what is opened, while a command runs.
+  const auto seen = [&]() -> QString {
+    QString result;
+    dialogue.work.onClick = [&] {
+      Press(Qt::Key_F1)();
+      QFile page(folder.filePath("seen"));
+      while (!isBox() && !page.exists()) windows.Rest();
+      if (page.open(QIODevice::ReadOnly)) result = page.readAll();
+      if (!isBox()) return;
+      result = qobject_cast<QMessageBox*>(Top())->text();
+      kCloseBox();
+    };
+    Life([&] {
+      Press(Qt::Key_Return)();
+      kCloseBox();
+    });
+    return result;
+  };
+  EXPECT_EQ(seen(), "Das Handbuch ist nicht vorhanden. Es fehlt hier:\n" + manual);
+  write(manual, "x");
+  qputenv("PATH", folder.path().toUtf8());
+  const QString failure = "Das Handbuch lässt sich nicht anzeigen. Es liegt hier:\n" + manual;
+  EXPECT_EQ(seen(), failure) << "nothing opens files";
+  write(folder.filePath("xdg-open"), "#!/bin/sh\nexit 3\n");
+  EXPECT_EQ(seen(), failure) << "no browser";
+  write(folder.filePath("xdg-open"),
+        "#!/bin/sh\n/bin/cp \"$1\" \"${0%/*}/part\"; /bin/mv \"${0%/*}/part\" \"${0%/*}/seen\"\n");
+  EXPECT_TRUE(seen().contains("url=file://" + manual + "#update-programm\""));
+  qputenv("PATH", path);
+  QFile::remove(manual);
+}
+
 TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   const QTemporaryDir folder;
   const WindowPlaces places(folder.filePath("neu/windows.ini"));
@@ -165,9 +250,19 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
     EXPECT_LT(splitter.sizes()[0] * 2, splitter.sizes()[1]);
     form.setGeometry(300, 400, 900, 700);  // with its middle on the screen
   });
-  shown([](QWidget& form, QSplitter&) {
+  const auto fits = [](QWidget& form, QSplitter&) {
     EXPECT_TRUE(form.screen()->availableGeometry().contains(form.geometry()));
-  });
+  };
+  shown(fits);
+  const std::string form = "[Datenaustausch]\n";
+  const std::string damaged[] = {"\xFF[%%%\n=\nsize", form + "size=@Size(2147483647 -3)",
+                                 form + "position=@Point(2147483647 -2147483648)\nsplitter=@ByteArray(\\xff)",
+                                 form + "maximized=vielleicht\nsize=7", std::string(3000000, 'x')};
+  for (const std::string& content : damaged) {
+    std::ofstream(folder.filePath("neu/windows.ini").toStdString()) << content;
+    shown(fits);
+    EXPECT_LT(QFileInfo(folder.filePath("neu/windows.ini")).size(), 2000);
+  }
 }
 
 TEST_F(Windows, ARestWaitsForInputOfAnOpenPort) {

@@ -224,6 +224,28 @@ TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
   EXPECT_EQ(window_.mewanz.Text(), "AAA|");
 }
 
+TEST_F(DataExchange, WhatIsShownIsSavedAsTextOrForASpreadsheet) {
+  const std::string csv = "\xEF\xBB\xBF" + CsvHeading();
+  window_.mewanz.Save("");
+  EXPECT_EQ(host_.windows.Proposed(), "Messwerte_0000-00-00_00-00-00 txt csv");
+  host_.windows.SaveTo("/werte", 1);
+  Type("042", "", "0012");
+  Poll(window_.Einzelabruf, "J042           0012\r", "\r12345678: 0012 s   12.3\rE\r");
+  EXPECT_EQ(window_.Abrufzeit.Text(), "Abruf 16.11.2026 10:00:00");
+  window_.mewanz.Save("");
+  EXPECT_EQ(host_.files.content["/werte"], csv + "042;12345678;0012;s;12,3;;2026-11-16T10:00:00\r\n");
+  Type("042", "12345678", "");  // the device does not look at the office
+  Poll(window_.Einzelabruf, "J042 12345678:     \r", "\r12345678: 0012 s   12.3\rE\r");
+  window_.mewanz.Save("");
+  EXPECT_EQ(host_.files.content["/werte"], csv + ";12345678;0012;s;12,3;;2026-11-16T10:00:00\r\n");
+  host_.windows.SaveTo("/spur.txt", 0);
+  window_.datanz.Save("PC -> OX  S");
+  EXPECT_EQ(host_.files.content["/spur.txt"], "PC -> OX  S");
+  host_.files.writable = false;
+  window_.mewanz.Save("x");
+  EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Schreiben der Datei: /spur.txt!"});
+}
+
 TEST(ValuesCsv, ASpreadsheetMisreadsNoField) {
   TestHost host;
   WindowTableMessages messages(host.windows);

@@ -2,6 +2,7 @@
 #include "power/power_monitor.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "simulator/device/device.h"
 #include "support/test_host.h"
@@ -81,6 +82,29 @@ TEST_F(PowerMonitorTest, ShowsEveryReplyFieldByField) {
   EXPECT_EQ(states,
             "???|Warten auf Temperatur|Initialladung|Zeitgesteuerte Ladung|Überladung|Ladung beendet|"
             "Akkukontrolle|Ladung verhindert|???|");
+}
+
+TEST_F(PowerMonitorTest, TheCurveShowsEveryReplySinceStartAndIsSaved) {
+  Answer(kSample, 2);
+  Answer(">0000\r");  // too short: a gap
+  Answer(kSample);
+  Run(4);
+  std::string seen;
+  const std::vector<CurveSpan>& spans = monitor_.Verlauf.Data()->spans;
+  for (const CurveSpan& span : spans) {
+    seen += std::to_string(std::lround(span.last)) + (span.afterGap ? "*" : "") + " ";
+  }
+  EXPECT_EQ(seen, "1 2 4* ");
+  EXPECT_EQ(spans[0].ranges[0].last, 79.1);
+  host_.windows.SaveTo("/verlauf.png", 0);
+  monitor_.Verlauf.Save("PNG");
+  EXPECT_EQ(host_.files.content["/verlauf.png"], "PNG");
+  monitor_.MonitorStop.Click();
+  host_.windows.Pass(1);
+  EXPECT_EQ(std::exchange(seen, std::to_string(spans.size())), "1 2 4* ")
+      << "it stays when the monitor stops";
+  Run(0);
+  EXPECT_EQ(spans.size(), 0U);
 }
 
 TEST_F(PowerMonitorTest, LogsEveryChangeAndEveryMinuteOfItsRuns) {

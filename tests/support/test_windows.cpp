@@ -105,4 +105,11 @@ Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
                                                                                       : Answer::kOk;
 }
 
+void TestWindows::AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds,
+                                 SaveAnswer answer) {
+  proposed_ = name;
+  for (const FileKind& kind : kinds) proposed_.append(" ").append(kind.extension);
+  if (!saveTo_.first.empty()) answer(saveTo_.first, saveTo_.second);
+}
+
 }  // namespace ox::test

@@ -35,6 +35,10 @@ class TestWindows : public WindowSystem {
   void OnMessage(std::function<void(const std::string&)> observer) { observer_ = std::move(observer); }
 
   std::vector<std::string> TakeMessages() { return std::exchange(messages_, {}); }
+  /// What the user answers when he is asked where to save; before, he cancels.
+  void SaveTo(std::string path, std::size_t kind) { saveTo_ = {std::move(path), kind}; }
+  /// What was proposed to him last: the name and the extensions.
+  const std::string& Proposed() const { return proposed_; }
   bool Ended() const { return ended_; }
   /// The one that takes the user's clicks; null before the main window is opened.
   Window* Uppermost() const { return shown_.empty() ? nullptr : shown_.back(); }
@@ -48,6 +52,7 @@ class TestWindows : public WindowSystem {
   void ShowModal(Window& window) override;
   Answer ShowMessage(std::string_view text, Buttons buttons) override;
   using WindowSystem::ShowMessage;
+  void AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds, SaveAnswer answer) override;
   void EndProgram() override { ended_ = true; }
 
  private:
@@ -76,6 +81,8 @@ class TestWindows : public WindowSystem {
   std::vector<std::string> messages_;
   std::vector<Window*> shown_;  // one over the other
   std::vector<RunningTimer> timers_;
+  std::pair<std::string, std::size_t> saveTo_;
+  std::string proposed_;
   bool ended_ = false;
 };
 

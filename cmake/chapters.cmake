@@ -1,0 +1,17 @@
+# Run as a script when the manual has been made: fails, and removes it, when a place that F1 opens is not in it.
+#   -DMANUAL=<the HTML manual> -DCHAPTERS=<the source that names the places, each as "#place">
+file(STRINGS ${CHAPTERS} lines REGEX "\"#[^\"]+\"" ENCODING UTF-8)
+file(READ ${MANUAL} manual)
+set(checked 0)
+foreach(line ${lines})
+  string(REGEX REPLACE ".*\"#([^\"]+)\".*" "\\1" place "${line}")
+  string(FIND "${manual}" " id=\"${place}\"" found)
+  if(found EQUAL -1)
+    file(REMOVE ${MANUAL})
+    message(FATAL_ERROR "the manual has no place \"${place}\", which F1 opens (${CHAPTERS})")
+  endif()
+  math(EXPR checked "${checked} + 1")
+endforeach()
+if(checked EQUAL 0)
+  message(FATAL_ERROR "no places found in ${CHAPTERS}")
+endif()

@@ -1,0 +1,65 @@
+// The course of the power supply: what stays in sight, and how much is kept.
+#include "power/power_history.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+namespace ox::test {
+
+PowerStatus Charge(int tenths) {
+  return {.charge = tenths, .batteryVoltage = 6800, .temperature = 95};
+}
+
+TEST(PowerHistory, AWeekIsKeptInTheMemoryOfAnHourWithItsPeaksAndGaps) {
+  constexpr int kWeek = 7 * 86400;
+  constexpr int kPeak = 300000;
+  constexpr int kSilence = 400000;  // begins here
+  constexpr int kSilentFor = 7200;
+  PowerHistory history;
+  history.Restart({2026, 11, 22, 23, 0, 0}, 82800);
+  const std::vector<CurveSpan>& spans = history.Data().spans;
+  for (int second = 1; second <= kWeek; ++second) {
+    if (second >= kSilence && second < kSilence + kSilentFor) {
+      history.Miss();
+    } else {
+      history.Add(Charge(second == kPeak ? 990 : 500), static_cast<Seconds>((82800 + second) % 86400));
+    }
+    ASSERT_LE(spans.size(), PowerHistory::kMostSpans);
+  }
+  EXPECT_NEAR(spans.back().last, kWeek, 1) << "midnight is counted over";
+  EXPECT_GT(spans.size(), PowerHistory::kMostSpans / 4) << "and no more is thrown together than need be";
+  int peaks = 0;
+  int gaps = 0;
+  for (const CurveSpan& span : spans) {
+    const CurveRange& charge = span.ranges[0];
+    EXPECT_EQ(charge.least, 50.0);
+    if (charge.greatest == 99.0) ++peaks;
+    if (span.afterGap) {
+      ++gaps;
+      EXPECT_NEAR(span.first, kSilence + kSilentFor, 1);
+    }
+    EXPECT_EQ(span.ranges[1].last, 6.8);
+    EXPECT_EQ(span.ranges[2].last, -5);
+  }
+  EXPECT_EQ(std::pair(peaks, gaps), std::pair(1, 1));
+}
+
+TEST(PowerHistory, AGapIsWhereTheDeviceSaidNothingOrNothingThatCouldBeRead) {
+  PowerHistory history;
+  history.Restart({2026, 11, 22, 10, 0, 0}, 36000);
+  std::string gaps;
+  // Seconds from one sample to the next; a slow reply makes no gap.
+  for (const float pause : {1.0F, 3.5F, 6.0F, 1.0F}) {
+    static float now = 36000;
+    history.Add(Charge(500), now += pause);
+    if (pause > 5) history.Miss();
+  }
+  for (const CurveSpan& span : history.Data().spans) gaps += span.afterGap ? "gap " : "- ";
+  EXPECT_EQ(gaps, "- - gap gap ");
+  history.Restart({2026, 11, 22, 11, 0, 0}, 39600);
+  EXPECT_TRUE(history.Data().spans.empty());
+}
+
+}  // namespace ox::test

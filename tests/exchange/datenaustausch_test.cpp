@@ -246,6 +246,10 @@ TEST_F(DataExchange, WhatIsShownIsSavedAsTextOrForASpreadsheet) {
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Schreiben der Datei: /spur.txt!"});
 }
 
+TEST(NameIndex, FindsANameAtTheVeryBeginning) {
+  EXPECT_EQ(NameIndex(Bytes(1, '\0') + "12345678 0012-0003Pegel").Find("12345678"), "Pegel");
+}
+
 TEST(ValuesCsv, ASpreadsheetMisreadsNoField) {
   TestHost host;
   WindowTableMessages messages(host.windows);

@@ -99,6 +99,9 @@ TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
     EXPECT_EQ(images.generation3.status, ImageStatus::kUnusable) << points << parameters;
     EXPECT_EQ(images.older.status, ImageStatus::kBuilt);
   }
+  // A single character ends the list.
+  EXPECT_EQ(BuildTableImages(Packed(Office(point)), Packed("0001 Pegelhoeh cm _x__")).generation3.status,
+            ImageStatus::kBuilt);
 }
 
 // A linked table of so many points: one parameter each, but the last has `last` of them.
@@ -128,6 +131,8 @@ TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
 
   EXPECT_EQ(generation3(Points(1000, 0)), ImageStatus::kUnusable);
   EXPECT_EQ(generation3(Points(1001, 0)), ImageStatus::kOverflow) << "it goes before an unusable section";
+  EXPECT_EQ(DescribeFill(BuildTableImages(Points(1001), Packed(kParameters)).generation3),
+            "mehr als 1000 Messstellen");
 }
 
 TEST(TableImages, WhatWillBeWrittenIsToldInAFewWords) {

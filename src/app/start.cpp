@@ -5,38 +5,13 @@
 #include <utility>
 
 #include "app/settings_file.h"
-#include "platform/text.h"
+#include "link/connection_report.h"
 #include "session/messages.h"
 
 namespace ox {
 namespace {
 
 constexpr std::string_view kCaption = "Orvanexe Service";
-
-/// The text names generation II also where the window of generation III is opened.
-constexpr std::string_view kUpdateWarning =
-    "Wichtiger Hinweis:\r\n"
-    "\r\n"
-    "Führen Sie den Programmiervorgang nur aus, wenn die Stromversorgung\r\n"
-    "der Orvanexe II sichergestellt ist (Akku ausreichend geladen\r\n"
-    "oder Ladegerät angeschlossen) und achten Sie auf eine sichere\r\n"
-    "Verbindung zum PC (Stecker verschraubt)!\r\n"
-    "\r\n"
-    "Eine Unterbrechung während der Programmierung kann dazu führen, dass\r\n"
-    "das Programm nicht lauffähig ist und das Gerät in die Werkstatt muss!\r\n";
-
-std::string ConnectionReport(const SessionSettings& settings) {
-  std::string report;
-  const auto line = [&](std::string_view text) { report.append(text).append(settings.CRLF); };
-  line("Verbindung ist hergestellt!");
-  line("");
-  line("Gerätetyp: " + ToText(settings.DeviceType()));
-  line("Softwarestand: " + ToText(settings.SoftwareVersion()));
-  line("Baudrate: " + ToText(settings.BaudRate));
-  line(settings.Parity == "E" ? "Parität: gerade" : "Parität: ungerade");
-  line("Datenbits: 7");
-  return report + "COM-Port: " + ToText(settings.ComPort);
-}
 
 std::string Information(const SessionSettings& settings) {
   return "Information zu diesem Programm:" + settings.CR + settings.LF + settings.LF +

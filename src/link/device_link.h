@@ -1,11 +1,8 @@
-// The request/reply dialogue with the device.
+// A window's link to the device.
 #pragma once
 
-#include <functional>
-
-#include "link/line_waits.h"
-#include "link/serial_line.h"
-#include "session/session_settings.h"
+#include "link/dialogue.h"
+#include "link/trace_panel.h"
 #include "ui/host.h"
 
 namespace ox {
@@ -13,32 +10,35 @@ namespace ox {
 /// What the trace panel keeps: every dialogue, or the latest only.
 enum class TraceMode { kRunning, kLatestOnly };
 
-/// A window's link to the device: its line and the dialogue on it. Window and trace panel outlive it.
-class DeviceLink {
+/// The line and the dialogue on it, traced in the window's panel; failures are told in message boxes. Window
+/// and trace panel outlive it.
+class DeviceLink : private DialogueObserver {
  public:
-  using LineHandler = std::function<void(BytesView line)>;
+  using LineHandler = Dialogue::LineHandler;
 
   DeviceLink(Host& host, const SessionSettings& settings, TextBox& trace,
-             TraceMode mode = TraceMode::kRunning);
+             TraceMode mode = TraceMode::kRunning)
+      : host_(host),
+        mode_(mode),
+        panel_(host, settings, trace, kDeviceTrace),
+        dialogue_(host, settings, *this) {}
 
-  /// Wakes the device, sends `request` as it stands and collects the reply: one line, or with `multiRecord`
-  /// the lines up to and including "E" CR. Opens the port and closes it on every way out. Returns the reply
-  /// lines with their CRs. On a failure the user has been told: a silent device leaves those that had come, a
-  /// port that fails leaves none. `onLine` is told of each reply line as it comes.
-  Bytes DeviceDialogue(const Bytes& request, bool multiRecord, const LineHandler& onLine = {});
+  /// See Dialogue::Exchange.
+  Bytes DeviceDialogue(const Bytes& request, bool multiRecord, const LineHandler& onLine = {}) {
+    if (mode_ == TraceMode::kLatestOnly) panel_.Clear();
+    return dialogue_.Exchange(request, multiRecord, onLine);
+  }
 
-  void ClosePort() noexcept { line_.ClosePort(); }
+  void ClosePort() noexcept { dialogue_.ClosePort(); }
 
  private:
-  /// True when the dialogue ended well. `result` grows by every line received.
-  bool Converse(const Bytes& request, bool multiRecord, const LineHandler& onLine, Bytes& result);
-  bool CollectLines(bool multiRecord, const LineHandler& onLine, Bytes& result);
+  void Write(BytesView entry) override { panel_.Write(entry); }
+  void Tell(std::string_view message) override { host_.windows.ShowMessage(message); }
 
   Host& host_;
-  const SessionSettings& settings_;
   TraceMode mode_;
-  SerialLine line_;
-  LineWaits waits_;
+  TracePanel panel_;
+  Dialogue dialogue_;
 };
 
 }  // namespace ox

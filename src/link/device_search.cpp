@@ -29,6 +29,8 @@ class Search {
       : machine_(machine), settings_(settings), observer_(observer), port_(machine.ports.Create()) {}
 
   void Run();
+  /// The pair of the settings only. The observer is told of a port that cannot be opened.
+  ProbeResult TryStoredPair();
 
  private:
   void NormaliseSettings();
@@ -46,13 +48,17 @@ class Search {
   std::unique_ptr<SerialPort> port_;
 };
 
-void Search::Run() {
+ProbeResult Search::TryStoredPair() {
   // Set first, so that a search that breaks off has found nothing.
   settings_.Connected = false;
   settings_.DeviceIdent.clear();
   NormaliseSettings();
+  return Try(Bytes(settings_.BaudRate), Bytes(settings_.Parity));
+}
+
+void Search::Run() {
   // The stored pair is tried first: with a known device one probe is enough.
-  if (Try(Bytes(settings_.BaudRate), Bytes(settings_.Parity)) != ProbeResult::kNoAnswer) return;
+  if (TryStoredPair() != ProbeResult::kNoAnswer) return;
   for (const BytesView baud : kBaudRates) {
     for (const BytesView parity : {kEven, kOdd}) {
       if (Try(Bytes(baud), Bytes(parity)) == ProbeResult::kFound) return;
@@ -127,6 +133,11 @@ ProbeResult Search::Identify() {
 
 bool SearchDevice(Machine& machine, SessionSettings& settings, SearchObserver& observer) {
   Search(machine, settings, observer).Run();
+  return settings.Connected;
+}
+
+bool ProbeDevice(Machine& machine, SessionSettings& settings, SearchObserver& observer) {
+  Search(machine, settings, observer).TryStoredPair();
   return settings.Connected;
 }
 

@@ -33,4 +33,7 @@ class SearchObserver {
 /// RunConnectionTest (link/verbindungstest.h) does the same behind a modal window.
 bool SearchDevice(Machine& machine, SessionSettings& settings, SearchObserver& observer);
 
+/// The same with the pair of the settings alone.
+bool ProbeDevice(Machine& machine, SessionSettings& settings, SearchObserver& observer);
+
 }  // namespace ox

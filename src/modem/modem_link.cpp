@@ -13,7 +13,11 @@ constexpr std::string_view kWrongAnswer = "Modem antwortet nicht oder falsch: Pr
 }  // namespace
 
 ModemLink::ModemLink(Host& host, const SessionSettings& settings, TextBox& trace)
-    : host_(host), settings_(settings), line_(host, settings, trace, kModemTrace), waits_(host, line_) {}
+    : host_(host),
+      settings_(settings),
+      panel_(host, settings, trace, kModemTrace),
+      line_(host, settings, panel_),
+      waits_(host, line_) {}
 
 bool ModemLink::OpenPort() {
   try {
@@ -62,7 +66,7 @@ Bytes ModemLink::AwaitAnswer() {
 }
 
 void ModemLink::CallForData() {
-  line_.ClearTrace();
+  panel_.Clear();
   if (!OpenPort()) return;
   try {
     PauseModemLine();

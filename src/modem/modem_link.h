@@ -3,6 +3,7 @@
 
 #include "link/line_waits.h"
 #include "link/serial_line.h"
+#include "link/trace_panel.h"
 #include "session/session_settings.h"
 #include "ui/controls.h"
 #include "ui/host.h"
@@ -42,6 +43,7 @@ class ModemLink {
 
   Host& host_;
   const SessionSettings& settings_;
+  TracePanel panel_;
   SerialLine line_;
   LineWaits waits_;
   bool stopped_ = false;

@@ -17,6 +17,7 @@ struct SessionSettings {
   Bytes BaudRate = "9600";  // decimal digits
   Bytes Parity = "O";       // "O" odd, "E" even
   Bytes ComPort = "1";      // "1" to "4"; the settings file may name any other character
+  std::string PortDevice;   // UTF-8; a device of the host in the place of `ComPort`, on a command line only
   bool Connected = false;   // set only by the connection test
   std::string Language = "D";
   Bytes DeviceIdent;         // characters 1 to 4 the device type, 6 to 21 the software version; or "?"
@@ -32,6 +33,8 @@ struct SessionSettings {
 
   /// `ComPort` as a number; 0, which no port has, when it is none.
   int PortNumber() const;
+  /// How a message calls the port: "2", or the device. UTF-8.
+  std::string PortText() const;
 
   /// Characters 1 to 4 of `DeviceIdent`.
   Bytes DeviceType() const { return DeviceIdent.substr(0, kDeviceTypeLength); }

@@ -1,6 +1,6 @@
 // The dialogue's steps and its two failures: a device that does not answer rightly, a port that does not
 // work.
-#include "link/device_link.h"
+#include "link/dialogue.h"
 
 #include "link/line_protocol.h"
 #include "link/port_failure.h"
@@ -24,15 +24,10 @@ class LineCloser {
 
 }  // namespace
 
-DeviceLink::DeviceLink(Host& host, const SessionSettings& settings, TextBox& trace, TraceMode mode)
-    : host_(host),
-      settings_(settings),
-      mode_(mode),
-      line_(host, settings, trace, kDeviceTrace),
-      waits_(host, line_) {}
+Dialogue::Dialogue(Machine& machine, const SessionSettings& settings, DialogueObserver& observer)
+    : settings_(settings), observer_(observer), line_(machine, settings, observer), waits_(machine, line_) {}
 
-Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord, const LineHandler& onLine) {
-  if (mode_ == TraceMode::kLatestOnly) line_.ClearTrace();
+Bytes Dialogue::Exchange(const Bytes& request, bool multiRecord, const LineHandler& onLine) {
   const LineCloser closer(line_);
   Bytes result;
   try {
@@ -40,16 +35,16 @@ Bytes DeviceLink::DeviceDialogue(const Bytes& request, bool multiRecord, const L
     if (!Converse(request, multiRecord, onLine, result)) {
       line_.WriteTrace("TN");
       line_.Send(kNo);
-      host_.windows.ShowMessage(kWrongAnswer);
+      observer_.Tell(kWrongAnswer);
     }
     return result;
   } catch (const PortError&) {
-    host_.windows.ShowMessage(PortFailure(settings_, PortNaming::kNumber));
+    observer_.Tell(PortFailure(settings_, PortNaming::kNumber));
     return {};
   }
 }
 
-bool DeviceLink::Converse(const Bytes& request, bool multiRecord, const LineHandler& onLine, Bytes& result) {
+bool Dialogue::Converse(const Bytes& request, bool multiRecord, const LineHandler& onLine, Bytes& result) {
   if (waits_.WakeUp() != kYes) return false;
   line_.WriteTrace("T" + request);
   line_.Send(request);
@@ -57,7 +52,7 @@ bool DeviceLink::Converse(const Bytes& request, bool multiRecord, const LineHand
   return CollectLines(multiRecord, onLine, result);
 }
 
-bool DeviceLink::CollectLines(bool multiRecord, const LineHandler& onLine, Bytes& result) {
+bool Dialogue::CollectLines(bool multiRecord, const LineHandler& onLine, Bytes& result) {
   for (;;) {
     const Bytes part = waits_.CollectReply(kDialogueWait);
     if (part.empty()) return false;

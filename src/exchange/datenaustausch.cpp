@@ -22,16 +22,11 @@ namespace {
 
 constexpr Seconds kBetweenPolls = 10.0F;  // from a cyclic poll's display to the next poll
 
-/// What is shown of a reply to "Abruf Z": its framing character and one record.
-constexpr std::size_t kZReplyLength = 24;
-
 constexpr FileKind kTextFile{"Text wie angezeigt", "txt"};
 constexpr FileKind kCsvFile{"Tabelle", "csv"};
 
 constexpr std::string_view kTablePattern = "*.mes";
 constexpr std::string_view kLoading = "Messstellentabelle wird geladen ...";
-constexpr std::string_view kRedundantOffice =
-    "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
 
 /// So often at most the records are counted on the screen.
 constexpr Seconds kBetweenCounts = 0.1F;
@@ -59,7 +54,6 @@ Datenaustausch::Datenaustausch(Host& host, SessionSettings& settings, FileChoose
     : Window(host.windows, "Datenaustausch", "Datenaustausch mit Orvanexe"),
       Hinweis(*this, host.notices),
       host_(host),
-      settings_(settings),
       chooser_(chooser),
       Due_(host, settings, datanz) {
   Abbruch.SetEnabled(false);
@@ -100,18 +94,15 @@ void Datenaustausch::OnFailure() {
 void Datenaustausch::PollSingle() {
   const PollFields fields = TypedFields();
   if (Refused(RefusalOfSingleRequest(fields))) return;
-  if (!fields.AKZ.empty() && !fields.MST.empty()) host_.windows.ShowMessage(kRedundantOffice);
+  if (OfficeIsRedundant(fields)) host_.windows.ShowMessage(kRedundantOffice);
   Poll(SingleRequest(fields), !NamesOneValue(fields), OfficeAskedFor(fields));
 }
 
 void Datenaustausch::PollZ() {
   const PollFields fields = TypedFields();
   if (Refused(RefusalOfZRequest(fields))) return;
-  if (!fields.AKZ.empty()) host_.windows.ShowMessage(kRedundantOffice);
-  RunLocked(Running::kPoll, [&] {
-    const Bytes reply = Exchange(ZRequest(fields), false);
-    ShowValues(reply.substr(0, kZReplyLength) + settings_.CR);
-  });
+  if (OfficeIsRedundant(fields)) host_.windows.ShowMessage(kRedundantOffice);
+  RunLocked(Running::kPoll, [&] { ShowValues(ShownOfZReply(Exchange(ZRequest(fields), false))); });
 }
 
 void Datenaustausch::Poll(const Bytes& request, bool multiRecord, BytesView office) {

@@ -96,7 +96,6 @@ class Datenaustausch : public Window {
   void FocusHome();
 
   Host& host_;
-  const SessionSettings& settings_;
   FileChooser& chooser_;
   /// What every poll locks.
   ControlLock buttons_{&Zeitabruf, &Sammelabruf, &Verlassen, &Abruf_Y, &Zyklischer_Abruf, &Einzelabruf};

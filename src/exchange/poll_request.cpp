@@ -11,6 +11,9 @@ constexpr std::size_t kOfficeDigits = 3;
 constexpr std::size_t kPointDigits = 8;
 constexpr std::size_t kParameterDigits = 4;
 
+/// Of a reply to "Abruf Z": its framing character and one record.
+constexpr std::size_t kZReplyLength = 24;
+
 constexpr BytesView kAfterOffice = " ";
 constexpr BytesView kAfterPoint = ": ";
 
@@ -62,6 +65,10 @@ std::optional<PollRefusal> RefusalOfZRequest(const PollFields& fields) {
   return RefusalOfDigits(fields);
 }
 
+bool OfficeIsRedundant(const PollFields& fields) {
+  return !fields.AKZ.empty() && !fields.MST.empty();
+}
+
 Bytes SingleRequest(const PollFields& fields) {
   return Request('J', fields);
 }
@@ -76,6 +83,10 @@ BytesView OfficeAskedFor(const PollFields& fields) {
 
 bool NamesOneValue(const PollFields& fields) {
   return !fields.MST.empty() && !fields.Par.empty();
+}
+
+Bytes ShownOfZReply(BytesView reply) {
+  return Bytes(reply.substr(0, kZReplyLength)) + kCr;
 }
 
 }  // namespace ox

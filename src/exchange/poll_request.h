@@ -40,6 +40,12 @@ std::optional<PollRefusal> RefusalOfSingleRequest(const PollFields& fields);
 /// The same for "Abruf Z".
 std::optional<PollRefusal> RefusalOfZRequest(const PollFields& fields);
 
+/// The note (UTF-8) before a poll whose office code counts for nothing.
+inline constexpr std::string_view kRedundantOffice =
+    "Hinweis: Amtskennzeichen ist redundant und wird deshalb von der Orvanexe nicht ausgewertet!";
+/// Whether it is due: the number of the point tells the office as well.
+bool OfficeIsRedundant(const PollFields& fields);
+
 /// "Abruf J": each field may be empty.
 Bytes SingleRequest(const PollFields& fields);
 /// "Abruf Z": number and parameter must not be empty.
@@ -50,5 +56,8 @@ BytesView OfficeAskedFor(const PollFields& fields);
 
 /// Whether number and parameter name one value; with only one of them, a reply may have several records.
 bool NamesOneValue(const PollFields& fields);
+
+/// What is shown of the reply to "Abruf Z": one record.
+Bytes ShownOfZReply(BytesView reply);
 
 }  // namespace ox

@@ -37,14 +37,19 @@ bool IsRecord(BytesView line) {
   return line.find(kCr) != BytesView::npos && line.find(kCr) >= kMinRecordLength;
 }
 
+Bytes FormatRecord(BytesView record, const NameIndex& names) {
+  Bytes shown(record.substr(0, kMaxRecordLength));
+  PutNameForNumber(shown, names);
+  return shown;
+}
+
 Bytes FormatValues(BytesView reply, const NameIndex& names) {
   Bytes display;
   std::size_t count = 0;
-  for (const BytesView shown : ShownRecords(reply)) {
-    Bytes record(shown.substr(0, kMaxRecordLength));
-    PutNameForNumber(record, names);
+  for (const BytesView record : ShownRecords(reply)) {
     ++count;
-    display.append(record).append(count % kRecordsPerLine == 0 ? kCrLf : kBetweenRecords);
+    display.append(FormatRecord(record, names))
+        .append(count % kRecordsPerLine == 0 ? kCrLf : kBetweenRecords);
   }
   return display;
 }

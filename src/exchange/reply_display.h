@@ -26,6 +26,9 @@ std::vector<BytesView> ShownRecords(BytesView reply);
 /// Whether a line of a reply holds a record.
 bool IsRecord(BytesView line);
 
+/// One of them as it is displayed, Windows-1252: cut, with the name of its measuring point.
+Bytes FormatRecord(BytesView record, const NameIndex& names);
+
 /// The display of a reply, Windows-1252, lines ended by CR LF. What is left without a CR at the end is not
 /// shown.
 Bytes FormatValues(BytesView reply, const NameIndex& names);

@@ -7,6 +7,7 @@ namespace ox {
 namespace {
 
 constexpr std::string_view kSuccess = "Programmupdate erfolgreich abgeschlossen!";
+constexpr std::string_view kRehearsed = "Probelauf beendet: Das Gerät kann das Programm erhalten.";
 
 // The numbers in the abort messages of the steps that the generations share.
 constexpr Refusal kNoAcknowledgement{11};
@@ -22,10 +23,18 @@ bool CheckDeviceType(UpdateRun& run, const DeviceKind& kind) {
   return false;
 }
 
-/// Brings a device of the right type from its dialogue into its loader.
-bool SendIntoLoader(UpdateRun& run, const DeviceKind& kind) {
-  return run.FindDevice(kind.program.notFound) && CheckDeviceType(run, kind) &&
-         run.EnterLoader(kNoAcknowledgement);
+/// Whether the loader runs already, as far as the kind asks for that.
+bool LoaderRuns(UpdateRun& run, const DeviceKind& kind) {
+  return kind.program.triesLoaderFirst && run.LoaderRuns();
+}
+
+/// Looks for a device of the right type that is at work.
+bool FindRightDevice(UpdateRun& run, const DeviceKind& kind) {
+  return run.FindDevice(kind.program.notFound) && CheckDeviceType(run, kind);
+}
+
+bool ReachLoader(UpdateRun& run, const DeviceKind& kind) {
+  return LoaderRuns(run, kind) || (FindRightDevice(run, kind) && run.EnterLoader(kNoAcknowledgement));
 }
 
 /// Asks for everything that goes before the first block.
@@ -46,10 +55,16 @@ bool PrepareDevice(UpdateRun& run, const ProgramUpdateKind& kind) {
 UpdateEnd RunProgramUpdate(const DeviceKind& kind, LoaderLink& link, const DeviceSearch& search,
                            BytesView program, UpdateObserver& observer) {
   return RunUpdate(link, search, observer, [&](UpdateRun& run) {
-    const bool loaderRuns = kind.program.triesLoaderFirst && run.LoaderRuns();
-    return (loaderRuns || SendIntoLoader(run, kind)) && PrepareDevice(run, kind.program) &&
+    return ReachLoader(run, kind) && PrepareDevice(run, kind.program) &&
            run.WriteBlocks(step::kWriteProgram, program, kind.program.transfer) &&
            run.Demand(step::kVerifyProgram, request::kVerifyProgram, kNotVerified) && run.Finish(kSuccess);
+  });
+}
+
+UpdateEnd RehearseProgramUpdate(const DeviceKind& kind, LoaderLink& link, const DeviceSearch& search,
+                                UpdateObserver& observer) {
+  return RunUpdate(link, search, observer, [&](UpdateRun& run) {
+    return (LoaderRuns(run, kind) || FindRightDevice(run, kind)) && run.Conclude(kRehearsed);
   });
 }
 

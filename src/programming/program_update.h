@@ -11,4 +11,9 @@ namespace ox {
 UpdateEnd RunProgramUpdate(const DeviceKind& kind, LoaderLink& link, const DeviceSearch& search,
                            BytesView program, UpdateObserver& observer);
 
+/// The same up to where the device would enter its loader: whether a device of this kind is there. Nothing is
+/// written.
+UpdateEnd RehearseProgramUpdate(const DeviceKind& kind, LoaderLink& link, const DeviceSearch& search,
+                                UpdateObserver& observer);
+
 }  // namespace ox

@@ -17,6 +17,7 @@ constexpr std::string_view kUnknownKind =
     "Abbruch: Geräte mit SW-Stand vor 3.0 können so nicht programmiert werden!\r\n"
     "Bitte wenden Sie sich an den Hersteller.";
 constexpr std::string_view kSuccess = "Tabellenupdate erfolgreich abgeschlossen!";
+constexpr std::string_view kRehearsed = "Probelauf beendet: Das Gerät kann die Tabellen erhalten.";
 
 /// What the type of a device with software from 3.0 on begins with.
 constexpr BytesView kUpdatableType = "OX ";
@@ -33,29 +34,36 @@ bool Usable(const TableImages& images, const DeviceKind& kind) {
   return (images.*kind.tables.image).status == ImageStatus::kBuilt;
 }
 
-/// Brings the device into its loader, unless it runs it already. A device whose image is known to be of no
-/// use stays in service.
-bool ReachLoader(UpdateRun& run, const TableImages& images) {
-  if (run.LoaderRuns()) return true;
+/// Looks for a device that is at work. One whose image is known to be of no use stays in service.
+bool FindFittingDevice(UpdateRun& run, const TableImages& images) {
   if (!run.FindDevice(kConnectionMessage)) return false;
   const Bytes& ident = run.Session().DeviceIdent;
   if (!ident.starts_with(kUpdatableType)) return run.Abort(kOldSoftware);
   const DeviceKind* kind = FindDeviceKind(ident);
-  if (kind != nullptr && !Usable(images, *kind)) return run.Abort(kind->tables.unusable);
+  return kind == nullptr || Usable(images, *kind) || run.Abort(kind->tables.unusable);
+}
+
+/// Brings the device into its loader, unless it runs it already.
+bool ReachLoader(UpdateRun& run, const TableImages& images) {
+  if (run.LoaderRuns()) return true;
+  if (!FindFittingDevice(run, images)) return false;
   run.Mark();
   if (!run.EnterLoader(kNoAcknowledgement)) return false;
   run.Mark();
   return run.Probe(request::kTableProbe, kLoaderSilent);
 }
 
-/// The kind that the loader says it is; null when it accepts no kind query.
-const DeviceKind* AskForKind(UpdateRun& run) {
+/// The kind that the loader says it is; null after a message when it accepts no kind query, or when the image
+/// for it is of no use.
+const DeviceKind* AskForKind(UpdateRun& run, const TableImages& images) {
   for (const DeviceKind& kind : DeviceKinds()) {
     for (const LoaderRequest& query : kind.tables.kindQueries) {
       run.Begin(step::kAskForKind, query.seconds);
-      if (run.Accepts(query)) return &kind;
+      if (!run.Accepts(query)) continue;
+      return Usable(images, kind) || run.Abort(kind.tables.unusable) ? &kind : nullptr;
     }
   }
+  run.Abort(kUnknownKind);
   return nullptr;
 }
 
@@ -80,13 +88,20 @@ UpdateEnd RunTableUpdate(LoaderLink& link, const DeviceSearch& search, const Tab
                          UpdateObserver& observer) {
   return RunUpdate(link, search, observer, [&](UpdateRun& run) {
     if (!ReachLoader(run, images)) return false;
-    const DeviceKind* kind = AskForKind(run);
-    if (kind == nullptr) return run.Abort(kUnknownKind);
-    if (!Usable(images, *kind)) return run.Abort(kind->tables.unusable);
+    const DeviceKind* kind = AskForKind(run, images);
+    if (kind == nullptr) return false;
     run.Mark();
     return run.Demand(step::kPrepare, request::kPrepareTables, kPrepareRefused) &&
            run.WriteBlocks(step::kWriteTables, (images.*kind->tables.image).bytes, kTransfer) &&
            run.Demand(step::kVerifyTables, request::kVerifyTables, kNotVerified) && run.Finish(kSuccess);
+  });
+}
+
+UpdateEnd RehearseTableUpdate(LoaderLink& link, const DeviceSearch& search, const TableImages& images,
+                              UpdateObserver& observer) {
+  return RunUpdate(link, search, observer, [&](UpdateRun& run) {
+    const bool takes = run.LoaderRuns() ? AskForKind(run, images) != nullptr : FindFittingDevice(run, images);
+    return takes && run.Conclude(kRehearsed);
   });
 }
 

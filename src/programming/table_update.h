@@ -27,4 +27,9 @@ std::optional<TableImages> BuildLinkedImages(const StationTables& tables, TableM
 UpdateEnd RunTableUpdate(LoaderLink& link, const DeviceSearch& search, const TableImages& images,
                          UpdateObserver& observer);
 
+/// The same up to where the device would enter its loader: whether a device is there that takes the tables. A
+/// device that is in its loader already is asked for its kind. Nothing is written.
+UpdateEnd RehearseTableUpdate(LoaderLink& link, const DeviceSearch& search, const TableImages& images,
+                              UpdateObserver& observer);
+
 }  // namespace ox

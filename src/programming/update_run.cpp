@@ -82,6 +82,11 @@ bool UpdateRun::Finish(std::string_view message) {
   return true;
 }
 
+bool UpdateRun::Conclude(std::string_view message) {
+  End(message);
+  return true;
+}
+
 void UpdateRun::End(std::string_view message) {
   awake_.reset();
   observer_.Tell(message);

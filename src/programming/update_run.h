@@ -50,6 +50,9 @@ class UpdateRun {
   /// Always true.
   bool Finish(std::string_view message);
 
+  /// Tells `message` as the end of a rehearsal, which has written nothing. Always true.
+  bool Conclude(std::string_view message);
+
   void Begin(std::string_view step, int longestSeconds) { observer_.Step(step, longestSeconds, 0); }
 
  private:

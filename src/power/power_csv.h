@@ -1,0 +1,18 @@
+// The power status as CSV, in the manner of exchange/values_csv.h.
+#pragma once
+
+#include <string>
+
+#include "platform/clock.h"
+#include "power/power_status.h"
+
+namespace ox {
+
+/// The line with the names of the columns.
+std::string PowerCsvHeading();
+
+/// Time ("2026-11-22T14:05:58"), charge and capacity in percent, the two voltages in volts, degrees Celsius,
+/// and the charger's state; the numbers without their units, with a comma for the decimal point.
+std::string PowerCsvLine(const CivilTime& time, const PowerStatusTexts& texts);
+
+}  // namespace ox

@@ -1,0 +1,69 @@
+// From the words of the command line to session settings.
+#include "tool/device_options.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+
+namespace ox::tool {
+namespace {
+
+constexpr std::string_view kComPrefix = "COM";
+
+bool IsComPort(std::string_view port) {
+  if (!port.starts_with(kComPrefix)) return false;
+  port.remove_prefix(kComPrefix.size());
+  int number = 0;
+  const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), number);
+  return error == std::errc() && end == port.data() + port.size();
+}
+
+/// The reason to refuse it, as CLI11 wants it; empty when it is right.
+std::string RefusalOfLine(const std::string& line) {
+  constexpr std::array<std::string_view, 4> kBaudRates{"2400", "4800", "9600", "19200"};
+  const auto comma = std::min(line.find(','), line.size());
+  const std::string parity = line.substr(comma);
+  const bool known = std::ranges::find(kBaudRates, line.substr(0, comma)) != kBaudRates.end();
+  return known && (parity == ",O" || parity == ",E") ? "" : "Baudrate und Parität erwartet, etwa 9600,O";
+}
+
+}  // namespace
+
+void DefineDeviceOptions(CLI::App& app, DeviceOptions& options) {
+  app.add_option("--port", options.port, "Schnittstelle: COM1 oder eine Gerätedatei wie /dev/ttyUSB0")
+      ->type_name("PORT")
+      ->required();
+  app.add_option("--line", options.line,
+                 "Baudrate und Parität, etwa 9600,O; sonst sucht sie ein Verbindungstest")
+      ->type_name("BAUD,PARITÄT")
+      ->check(RefusalOfLine);
+}
+
+SessionSettings SettingsOf(const DeviceOptions& options) {
+  SessionSettings settings;
+  if (IsComPort(options.port)) {
+    settings.ComPort = options.port.substr(kComPrefix.size());
+  } else {
+    settings.PortDevice = options.port;
+  }
+  if (!options.line.empty()) {
+    settings.BaudRate = options.line.substr(0, options.line.find(','));
+    settings.Parity = options.line.substr(options.line.find(',') + 1);
+  }
+  return settings;
+}
+
+CLI::Validator WholeNumber(int least, int most) {
+  const std::string expected =
+      "eine Zahl von " + std::to_string(least) + " bis " + std::to_string(most) + " erwartet";
+  const auto refusal = [=](const std::string& text) -> std::string {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool right = error == std::errc() && end == text.data() + text.size();
+    return right && number >= least && number <= most ? "" : expected;
+  };
+  return {refusal, ""};
+}
+
+}  // namespace ox::tool

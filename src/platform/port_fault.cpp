@@ -8,8 +8,9 @@ std::string PortName(int number) {
 }
 
 std::string Sentences(int portNumber, const PortFault& fault) {
-  std::string text = PortName(portNumber);
-  if (!fault.device.empty()) text += " ist " + fault.device;
+  const bool numbered = portNumber > 0 || fault.device.empty();
+  std::string text = numbered ? PortName(portNumber) : fault.device;
+  if (numbered && !fault.device.empty()) text += " ist " + fault.device;
   text += ": " + fault.reason + ".";
   if (!fault.advice.empty()) text += " " + fault.advice + ".";
   return text;

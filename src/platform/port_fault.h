@@ -15,7 +15,8 @@ struct PortFault {
 /// "COM1" and so on.
 std::string PortName(int number);
 
-/// The sentences for a person: "COM1 ist /dev/ttyUSB0: keine Zugriffsrechte. Benutzer in die ...".
+/// The sentences for a person: "COM1 ist /dev/ttyUSB0: keine Zugriffsrechte. Benutzer in die ...". A device
+/// without a COM number, 0, stands for itself.
 std::string Sentences(int portNumber, const PortFault& fault);
 
 }  // namespace ox

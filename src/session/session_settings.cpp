@@ -9,6 +9,7 @@ namespace ox {
 
 int SessionSettings::PortNumber() const {
   int number = 0;
+  if (!PortDevice.empty()) return number;
   const auto [end, error] = std::from_chars(ComPort.data(), ComPort.data() + ComPort.size(), number);
   return error == std::errc() ? number : 0;
 }

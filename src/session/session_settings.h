@@ -31,7 +31,7 @@ struct SessionSettings {
     return baud + "," + parity + ",7,1";
   }
 
-  /// `ComPort` as a number; 0, which no port has, when it is none.
+  /// `ComPort` as a number; 0, which no port has, when it is none or `PortDevice` takes its place.
   int PortNumber() const;
   /// How a message calls the port: "2", or the device. UTF-8.
   std::string PortText() const;

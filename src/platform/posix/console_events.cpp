@@ -1,4 +1,4 @@
-// Resting until something arrives on an open port.
+// Resting until something arrives.
 #include "platform/posix/console_events.h"
 
 #include <poll.h>
@@ -7,11 +7,19 @@
 
 namespace ox {
 
+const bool& ConsoleEvents::Watch(WaitHandle requests) {
+  requests_ = requests;
+  return endRequested_;
+}
+
 void ConsoleEvents::Rest() {
   constexpr int kLongest = 50;  // milliseconds
   std::vector<pollfd> awaited;
   for (const WaitHandle handle : ports_.Handles()) awaited.push_back({static_cast<int>(handle), POLLIN, 0});
-  poll(awaited.data(), awaited.size(), kLongest);
+  if (requests_) awaited.push_back({static_cast<int>(*requests_), POLLIN, 0});
+  if (poll(awaited.data(), awaited.size(), kLongest) <= 0 || !requests_) return;
+  endRequested_ = awaited.back().revents != 0;
+  if (endRequested_) requests_.reset();
 }
 
 }  // namespace ox

@@ -64,6 +64,7 @@ void PosixSerialPort::Open() {
 }
 
 std::string PosixSerialPort::DevicePath() {
+  if (!known_->given.empty()) return known_->given;
   const std::optional<std::string> found = FindPort(host_, number_);
   if (found && IsEntry(*found)) return *found;
   if (!used_.empty() && Exists(used_)) return used_;
@@ -76,7 +77,7 @@ std::string PosixSerialPort::DevicePath() {
 
 void PosixSerialPort::NoteDevice() {
   used_ = device_;
-  if (std::exchange(known_->devices[number_], device_) == device_) return;
+  if (std::exchange(known_->devices[number_], device_) == device_ || !known_->told) return;
   std::cerr << Identity(number_, PosixPortList(host_).Look(number_)) << std::endl;
 }
 

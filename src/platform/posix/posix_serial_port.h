@@ -16,6 +16,8 @@ namespace ox {
 /// What every port was when it was last open; shared by all ports of the host.
 struct KnownDevices {
   std::map<int, std::string> devices;  // by port number
+  std::string given;                   // path of the device that every port is, whatever its number; or empty
+  bool told = true;                    // on the standard error stream: which device a port is
 };
 
 /// A port is closed again by every PortError, so a line that has hung up is reported once and can be opened
@@ -67,6 +69,11 @@ class PosixSerialPorts : public SerialPorts {
   std::unique_ptr<SerialPort> Create() override {
     return std::make_unique<PosixSerialPort>(openPorts_, host_, known_);
   }
+
+  /// Every port is this device file from its next opening on.
+  void UseDevice(const std::string& path) { known_->given = path; }
+  /// Why a port cannot be opened is still said, but no longer which device it is.
+  void TellFailuresOnly() { known_->told = false; }
 
  private:
   OpenPorts& openPorts_;

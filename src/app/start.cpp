@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "app/settings_file.h"
-#include "link/connection_report.h"
+#include "session/connection_report.h"
 #include "session/messages.h"
 
 namespace ox {

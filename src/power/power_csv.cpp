@@ -10,7 +10,7 @@ namespace ox {
 namespace {
 
 constexpr std::string_view kHeading =
-    "Zeit;Akkuladung (%);Akkukapazität (%);Akkuspannung (V);Netzteilspannung (V);Temperatur (°C);Ladebetrieb";
+    "Zeit;Akkuladung %;Akkuspannung V;Netzteilspannung V;Akkukapazität %;Temperatur °C;Ladebetrieb";
 
 /// The number in front of the unit.
 std::string Number(std::string_view text) {
@@ -30,7 +30,7 @@ std::string PowerCsvHeading() {
 std::string PowerCsvLine(const CivilTime& time, const PowerStatusTexts& texts) {
   std::string line = IsoTime(time);
   for (const std::string* text :
-       {&texts.charge, &texts.capacity, &texts.batteryVoltage, &texts.mainsVoltage, &texts.temperature}) {
+       {&texts.charge, &texts.batteryVoltage, &texts.mainsVoltage, &texts.capacity, &texts.temperature}) {
     line += ";" + Number(*text);
   }
   return line + ";" + texts.state + std::string(kCrLf);

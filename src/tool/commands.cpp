@@ -12,6 +12,11 @@ std::span<const Command> Commands() {
       {"unpack", "schreibt die Bytes einer Programmdatei, mit Prüfwort", DefineUnpack},
       {"pack", "macht aus einer Ladedatei eine Programmdatei für OX III", DefinePack},
       {"log", "zeigt das Protokoll der Stromversorgung", DefineLog},
+      {"identify", "nennt Typ und Softwarestand des Geräts", DefineIdentify},
+      {"poll", "ruft Messwerte vom Gerät ab", DefinePoll},
+      {"watch", "beobachtet die Stromversorgung des Geräts", DefineWatch},
+      {"update-tables", "schreibt Stationstabellen in das Gerät", DefineUpdateTables},
+      {"update-program", "schreibt ein Programm in das Gerät", DefineUpdateProgram},
   };
   return kCommands;
 }

@@ -30,5 +30,10 @@ Action DefinePack(CLI::App& app);
 Action DefineProgram(CLI::App& app);
 Action DefineTables(CLI::App& app);
 Action DefineUnpack(CLI::App& app);
+Action DefineIdentify(CLI::App& app);
+Action DefinePoll(CLI::App& app);
+Action DefineUpdateProgram(CLI::App& app);
+Action DefineUpdateTables(CLI::App& app);
+Action DefineWatch(CLI::App& app);
 
 }  // namespace ox::tool

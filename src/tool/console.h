@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -25,6 +26,15 @@ struct Terminals {
   bool colours = false;  ///< the user lets texts on a terminal be coloured
 };
 
+/// What commands that use a device ask of their host beside the machine.
+struct ConsoleHost {
+  /// The machine's serial ports made from now on are this device file, whatever their numbers.
+  std::function<void(const std::string& path)> useDevice;
+  /// From now on a request from outside that the program end (Ctrl+C) does not end it at once: it sets this
+  /// flag in a turn of the event loop.
+  std::function<const bool&()> holdEndRequests;
+};
+
 /// The host and the three streams. All texts are UTF-8.
 struct Console {
   Machine& machine;
@@ -32,6 +42,7 @@ struct Console {
   std::ostream& output;    ///< what a command was asked for, and nothing else
   std::ostream& messages;  ///< all that is said besides: failures, questions, progress
   Terminals terminals = {};
+  ConsoleHost host = {};
 
   /// Says a line on the message stream, behind the program's name.
   void Say(std::string_view text) const;

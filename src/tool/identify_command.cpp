@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "link/connection_report.h"
+#include "session/connection_report.h"
 #include "tool/commands.h"
 #include "tool/console_text.h"
 #include "tool/device_session.h"

@@ -3,10 +3,12 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string_view>
 
 #include "platform/posix/console_events.h"
 #include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_end_requests.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_keep_awake.h"
 #include "platform/posix/posix_port_list.h"
@@ -34,6 +36,7 @@ int main(int count, char** arguments) {
   ox::ConsoleEvents events(openPorts);
   ox::PosixClock clock;
   ox::PosixSerialPorts ports(openPorts);
+  ports.TellFailuresOnly();
   ox::PosixFiles files;
   ox::PosixRandom random;
   ox::PosixKeepAwake awake;
@@ -41,6 +44,10 @@ int main(int count, char** arguments) {
   ox::Machine machine{events, clock, ports, files, random, awake, portList};
   const ox::tool::Terminals terminals{isatty(STDIN_FILENO) != 0, isatty(STDOUT_FILENO) != 0,
                                       isatty(STDERR_FILENO) != 0, TerminalShowsColours()};
-  ox::tool::Console console{machine, std::cin, std::cout, std::cerr, terminals};
+  std::optional<ox::PosixEndRequests> requests;
+  const ox::tool::ConsoleHost host{
+      .useDevice = [&](const std::string& path) { ports.UseDevice(path); },
+      .holdEndRequests = [&]() -> const bool& { return events.Watch(requests.emplace().Handle()); }};
+  ox::tool::Console console{machine, std::cin, std::cout, std::cerr, terminals, host};
   return static_cast<int>(ox::tool::RunTool({arguments + 1, arguments + count}, console));
 }

@@ -74,7 +74,7 @@ ExitStatus RunOnConsole(const Console& console, DeviceSession& session, bool wri
   constexpr static bool kNever = false;
   UpdateOnConsole update(console, session, writes ? console.host.holdEndRequests() : kNever);
   const Machine& host = console.machine;
-  Machine machine{update, host.clock, host.ports, host.files, host.random, host.awake};
+  Machine machine{update, host.clock, host.ports, host.files, host.random, host.awake, host.portList};
   LoaderLink link(machine, session.Settings());
   const UpdateEnd end = procedure(link, search, update);
   return end == UpdateEnd::kSucceeded ? ExitStatus::kFine : ExitStatus::kFailed;

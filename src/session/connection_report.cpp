@@ -1,5 +1,5 @@
 // The lines of the report.
-#include "link/connection_report.h"
+#include "session/connection_report.h"
 
 #include <string_view>
 

@@ -56,39 +56,42 @@ class JournalPort : public SerialPort {
   }
 
   void Output(BytesView bytes) override {
-    journal_.NoteSent(name_, bytes);
-    OnLine([&] { real_->Output(bytes); });
+    OnLine([&] { real_->Output(bytes); }, [&] { journal_.NoteSent(name_, bytes); });
   }
 
   Bytes Input() override {
     Bytes arrived;
-    OnLine([&] { arrived = real_->Input(); });
+    OnLine([&] { arrived = real_->Input(); }, [] {});
     if (!arrived.empty()) journal_.NoteReceived(name_, arrived);
     return arrived;
   }
 
   void SetModemLine(bool on) override {
-    journal_.Note({{name_}, {on ? " DTR an" : " DTR aus"}});
-    OnLine([&] { real_->SetModemLine(on); });
+    OnLine([&] { real_->SetModemLine(on); },
+           [&] {
+             journal_.Note({{name_}, {on ? " DTR an" : " DTR aus"}});
+           });
   }
 
  private:
-  template <typename Operation>
-  void OnLine(Operation operation) {
+  /// Notes an operation when it is through, whatever became of it: the device waits for nothing.
+  template <typename Operation, typename Noting>
+  void OnLine(Operation operation, Noting note) {
     const bool open = PortOpen();
     try {
       operation();
     } catch (const PortError& error) {
-      const PortFault& fault = error.Fault();
-      ports_.LookAgain();
-      journal_.Note({{name_},
-                     {open ? " abgerissen " : " Fehler "},
-                     {fault.device, As::kText},
-                     {" "},
-                     {fault.reason, As::kText}});
-      journal_.WriteOut();
+      note();
+      NoteFailure(open ? " abgerissen " : " Fehler ", error.Fault());
       throw;
     }
+    note();
+  }
+
+  void NoteFailure(std::string_view what, const PortFault& fault) noexcept {
+    ports_.LookAgain();
+    journal_.Note({{name_}, {what}, {fault.device, As::kText}, {" "}, {fault.reason, As::kText}});
+    journal_.WriteOut();
   }
 
   std::unique_ptr<SerialPort> real_;

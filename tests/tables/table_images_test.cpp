@@ -88,6 +88,7 @@ TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
   using Case = std::pair<Bytes, Bytes>;
   for (const auto& [points, parameters] : {
            Case{Office(point), "0001 Pegelhoeh cm___"},
+           {Office(point), "0001 Pegelhoeh cm _xx__"},
            {"V__Amt_A1B_" + point + "___", kParameters},
            {"V__Amt_123_" + point, kParameters},
            {Office(""), kParameters},

@@ -19,7 +19,13 @@ bool IsComPort(std::string_view port) {
   return error == std::errc() && end == port.data() + port.size();
 }
 
-/// The reason to refuse it, as CLI11 wants it; empty when it is right.
+// The reasons to refuse an option, as CLI11 wants them; empty when it is right.
+
+/// A script's variable that was never set must not lead to a port that nobody named.
+std::string RefusalOfPort(const std::string& port) {
+  return port.empty() ? "COM1 oder eine Gerätedatei erwartet" : "";
+}
+
 std::string RefusalOfLine(const std::string& line) {
   constexpr std::array<std::string_view, 4> kBaudRates{"2400", "4800", "9600", "19200"};
   const auto comma = std::min(line.find(','), line.size());
@@ -33,6 +39,7 @@ std::string RefusalOfLine(const std::string& line) {
 void DefineDeviceOptions(CLI::App& app, DeviceOptions& options) {
   app.add_option("--port", options.port, "Schnittstelle: COM1 oder eine Gerätedatei wie /dev/ttyUSB0")
       ->type_name("PORT")
+      ->check(RefusalOfPort)
       ->required();
   app.add_option("--line", options.line,
                  "Baudrate und Parität, etwa 9600,O; sonst sucht sie ein Verbindungstest")

@@ -48,7 +48,10 @@ std::string Mismatch(const CLI::App& app, const std::string& told) {
   const CLI::Option* option = OptionIn(app, told);
   if (option == nullptr) return "die Angaben sind nicht zu verstehen";
   const std::string name = option->get_name();
-  if (option->get_positional()) return name + " ist zu selten angegeben";
+  if (option->get_positional()) {
+    const bool tooOften = static_cast<int>(option->count()) > option->get_items_expected_max();
+    return name + (tooOften ? " ist zu oft angegeben" : " ist zu selten angegeben");
+  }
   if (option->get_items_expected_max() == 0) return name + " nimmt keinen Wert";
   const bool given = option->count() > 0 && option->get_items_expected_max() == 1;
   return name + (given ? " ist mehrfach angegeben" : " braucht einen Wert");
@@ -94,7 +97,8 @@ std::string GermanError(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 std::string UnknownWord(const CLI::App& app) {
-  const std::vector<std::string> unknown = app.remaining(true);
+  std::vector<std::string> unknown = app.remaining(true);
+  std::erase(unknown, "--");  // before words that are no options although they begin with a dash
   if (unknown.empty()) return {};
   const std::string& word = unknown.front();
   const CLI::App& command = Innermost(app);

@@ -111,7 +111,7 @@ TableTraps UndefinedParameters(const TableFields& assignments, BytesView paramet
       const BytesView number = list.substr(0, kParameterNumberLength);
       list.remove_prefix(std::min(list.size(), kParameterNumberLength + 1));
       if (!looked.insert(number).second || FindParameter(number, parameters)) continue;
-      faults.push_back({field.line, "Die Parameternummer " + ToText(number) +
+      faults.push_back({field.line, "Abbruch: Die Parameternummer " + ToText(number) +
                                         " wird in der Zuordnungstabelle verwendet, ist in der "
                                         "Parameterliste aber nicht definiert!"});
     }

@@ -30,7 +30,7 @@ void WriteText(const TableReport& report, Console& console) {
     if (!report.images) break;
     out << "Abbild für " << kind.name << ": " << DescribeFill((*report.images).*kind.tables.image) << "\n";
   }
-  if (!report.summaries.empty()) out << Counts(report) << "\n";
+  out << Counts(report) << "\n";
 }
 
 void WriteJson(const TableReport& report, bool fine, Console& console) {
@@ -72,7 +72,8 @@ Action DefineCheck(CLI::App& app) {
     if (TwoOfAKind(options->paths)) return console.WrongUse("zwei Tabellen derselben Art");
     const TableSet set = LoadTables(console, options->paths);
     const TableReport report = CheckTables(set);
-    const bool fine = report.faults.empty() && report.summaries.size() == options->paths.size();
+    const bool fine =
+        report.faults.empty() && std::ranges::none_of(report.summaries, &std::string::empty, &Finding::text);
     if (options->json) {
       WriteJson(report, fine, console);
     } else {

@@ -37,8 +37,12 @@ void TellFaults(const LoadedTable& table, TableReport& report) {
   Append(report.warnings, table, LineEndsReadAsMarks(*table.text, lines));
 }
 
+bool Sound(const LoadedTable* table) {
+  return table != nullptr && table->Sound();
+}
+
 TableFields FieldsOf(const LoadedTable* table) {
-  return table != nullptr && table->Sound() ? ReadTableFields(*table->text) : TableFields();
+  return Sound(table) ? ReadTableFields(*table->text) : TableFields();
 }
 
 TableTraps TrapsOf(TableKind kind, const TableFields& fields) {
@@ -56,12 +60,25 @@ TableTraps TrapsOf(TableKind kind, const TableFields& fields) {
 void CheckFit(const TableSet& set, TableReport& report) {
   const LoadedTable* points = set.Of(TableKind::kPoints);
   const LoadedTable* assignments = set.Of(TableKind::kAssignments);
-  const auto sound = [](const LoadedTable* table) { return table != nullptr && table->Sound(); };
-  if (!sound(points) || !sound(assignments)) return;
+  if (!Sound(points) || !Sound(assignments)) return;
   const TableFields pointFields = FieldsOf(points);
   const TableFields assignmentFields = FieldsOf(assignments);
   Append(report.warnings, *points, PointsWithoutAssignment(pointFields, assignmentFields));
   Append(report.warnings, *assignments, AssignmentsToNothing(pointFields, assignmentFields));
+}
+
+/// Whether the parameter list, sound like the assignment table, defines all that is assigned; what is wrong
+/// stands among the faults otherwise.
+bool ParametersFit(const TableSet& set, std::vector<Finding>& faults) {
+  const LoadedTable& assignments = *set.Of(TableKind::kAssignments);
+  const LoadedTable& parameters = *set.Of(TableKind::kParameters);
+  const TableFields assigned = FieldsOf(&assignments);
+  // An empty list is one fault, as in the window, and not one for each number.
+  const TableTraps undefined =
+      FieldsOf(&parameters).empty() ? TableTraps() : UndefinedParameters(assigned, parameters.packed);
+  Append(faults, assignments, undefined);
+  LinkMessages messages(assigned.empty() ? assignments.path : parameters.path, faults);
+  return undefined.empty() && CheckAssignmentParameters(assignments.packed, parameters.packed, messages);
 }
 
 void BuildImages(const TableSet& set, TableReport& report) {
@@ -90,29 +107,29 @@ void WriteFindings(const TableReport& report, std::ostream& to, bool colours) {
 }
 
 Bytes LinkTables(const TableSet& set, std::vector<Finding>& faults) {
-  const LoadedTable& assignments = *set.Of(TableKind::kAssignments);
+  if (!ParametersFit(set, faults)) return {};
   const LoadedTable& points = *set.Of(TableKind::kPoints);
-  const Bytes& parameters = set.Of(TableKind::kParameters)->packed;
-  const TableTraps undefined = UndefinedParameters(FieldsOf(&assignments), parameters);
-  Append(faults, assignments, undefined);
-  LinkMessages messages(assignments.path, faults);
-  if (!undefined.empty() || !CheckAssignmentParameters(assignments.packed, parameters, messages)) return {};
-  return AttachAssignments(points.packed, assignments.packed, messages);
+  LinkMessages messages(points.path, faults);
+  return AttachAssignments(points.packed, set.Of(TableKind::kAssignments)->packed, messages);
 }
 
 TableReport CheckTables(const TableSet& set) {
   TableReport report;
   for (std::size_t kind = 0; kind < kTableKinds; ++kind) {
     const LoadedTable* table = set.tables[kind].get();
-    if (table == nullptr || !table->text) continue;
+    if (table == nullptr) continue;
     const auto tableKind = static_cast<TableKind>(kind);
-    TellFaults(*table, report);
+    if (table->text) TellFaults(*table, report);
     Append(report.warnings, *table, TrapsOf(tableKind, FieldsOf(table)));
     report.summaries.push_back(
         {table->path, 0, table->Sound() ? DescribeTable(tableKind, table->packed) : ""});
   }
   CheckFit(set, report);
-  if (set.Complete()) BuildImages(set, report);
+  if (set.Complete()) {
+    BuildImages(set, report);
+  } else if (Sound(set.Of(TableKind::kParameters)) && Sound(set.Of(TableKind::kAssignments))) {
+    ParametersFit(set, report.faults);
+  }
   std::ranges::stable_sort(report.warnings, {}, [&](const Finding& each) {
     const auto file = std::ranges::find(report.summaries, each.path, &Finding::path);
     return std::pair(file - report.summaries.begin(), each.line);

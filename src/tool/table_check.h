@@ -20,7 +20,7 @@ struct Finding {
 struct TableReport {
   std::vector<Finding> faults;    ///< what the windows refuse
   std::vector<Finding> warnings;  ///< legal, but a trap
-  /// Of each file that could be read, in the order of TableKind; text empty where it has faults.
+  /// Of each file, in the order of TableKind; text empty where it has faults or could not be read.
   std::vector<Finding> summaries;
   std::optional<TableImages> images;  ///< of three tables that fit together
 };

@@ -45,7 +45,10 @@ Json PointJson(const PointContent& point) {
 
 void WriteJson(const ImageContent& content, Console& console) {
   const TableContent& tables = content.tables;
-  Json json{{"for", Name(content)}, {"bytes", content.bodySize}, {"version", ShownText(tables.version)}};
+  Json json{{"for", Name(content)},
+            {"bytes", content.bodySize},
+            {"version", ShownText(tables.version)},
+            {"faults", content.faults}};
   json["offices"] = Json::array();
   for (const OfficeContent& office : tables.offices) {
     Json points = Json::array();

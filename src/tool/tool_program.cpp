@@ -11,6 +11,11 @@
 namespace ox::tool {
 namespace {
 
+/// The status, unless what was written did not arrive.
+ExitStatus Finish(ExitStatus status, Console& console) {
+  return console.output.flush() ? status : console.Fail("die Ausgabe lässt sich nicht schreiben");
+}
+
 ExitStatus RunAction(const Action& action, Console& console) {
   ExitStatus status = ExitStatus::kFailed;
   try {
@@ -18,8 +23,7 @@ ExitStatus RunAction(const Action& action, Console& console) {
   } catch (const std::bad_alloc&) {
     return console.Fail("Speicher voll");
   }
-  if (!console.output.flush()) return console.Fail("die Ausgabe lässt sich nicht schreiben");
-  return status;
+  return Finish(status, console);
 }
 
 }  // namespace
@@ -38,11 +42,11 @@ ExitStatus RunTool(const std::vector<std::string>& arguments, Console& console) 
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::CallForHelp&) {
     const auto chosen = app.get_subcommands();
-    console.output << GermanHelp(chosen.empty() ? app : *chosen.front()) << std::flush;
-    return ExitStatus::kFine;
+    console.output << GermanHelp(chosen.empty() ? app : *chosen.front());
+    return Finish(ExitStatus::kFine, console);
   } catch (const CLI::CallForVersion& version) {
-    console.output << version.what() << std::endl;
-    return ExitStatus::kFine;
+    console.output << version.what() << "\n";
+    return Finish(ExitStatus::kFine, console);
   } catch (const CLI::ParseError& error) {
     const std::string unknown = UnknownWord(app);  // a word that nothing took makes others miss
     return console.WrongUse(unknown.empty() ? GermanError(app, error) : unknown);

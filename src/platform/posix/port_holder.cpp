@@ -62,7 +62,7 @@ std::string UserOf(const HostFolders& host, const fs::path& device, const std::s
   std::error_code failed;
   for (fs::directory_iterator process(host.processes, failed), end; !failed && process != end;
        process.increment(failed)) {
-    const std::string number = process->path().filename().string();
+    std::string number = process->path().filename().string();
     if (!std::ranges::all_of(number, [](char digit) { return digit >= '0' && digit <= '9'; })) continue;
     if (number != self && HasOpen(process->path(), device)) return number;
   }

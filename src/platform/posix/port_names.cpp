@@ -49,7 +49,7 @@ std::vector<std::string> FreeAdapters(const HostFolders& host) {
 
 std::optional<std::string> FindPort(const HostFolders& host, int number) {
   if (number < 1 || number > kHighestPort) return std::nullopt;
-  if (const auto device = OwnDevice(host, number)) return device;
+  if (auto device = OwnDevice(host, number)) return device;
   std::size_t lowerFree = 0;
   for (int lower = 1; lower < number; ++lower) lowerFree += OwnDevice(host, lower) ? 0 : 1;
   const std::vector<std::string> adapters = FreeAdapters(host);

@@ -86,6 +86,7 @@ std::vector<std::string> Adapters(const HostFolders& host) {
   }
   std::ranges::sort(found, [](const auto& a, const auto& b) { return ComesBefore(a.first, b.first); });
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (auto& [place, name] : found) names.push_back(std::move(name));
   return names;
 }

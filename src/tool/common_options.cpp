@@ -13,12 +13,19 @@ CLI::Option* TakeTables(CLI::App& app, std::vector<std::string>& paths) {
   return app.add_option("TABELLE", paths, "X.mes, X.par und X.zuo")->required()->check(TableNameFault);
 }
 
+std::string FileNameFault(const std::string& path) {
+  return path.empty() ? "der Name einer Datei fehlt" : "";
+}
+
 CLI::Option* TakeFile(CLI::App& app, std::string& path, const std::string& help) {
-  return app.add_option("DATEI", path, help)->required();
+  return app.add_option("DATEI", path, help)->required()->check(FileNameFault);
 }
 
 CLI::Option* TakeOutput(CLI::App& app, std::string& path) {
-  return app.add_option("-o,--output", path, "Datei, die geschrieben wird")->required()->type_name("DATEI");
+  return app.add_option("-o,--output", path, "Datei, die geschrieben wird")
+      ->required()
+      ->type_name("DATEI")
+      ->check(FileNameFault);
 }
 
 }  // namespace ox::tool

@@ -13,6 +13,9 @@ CLI::Option* TakeJson(CLI::App& app, bool& json);
 /// Station tables, known by the endings of their names; the caller says how many.
 CLI::Option* TakeTables(CLI::App& app, std::vector<std::string>& paths);
 
+/// What is wrong with the name of a file, for the option that takes it: that a script's variable was empty.
+std::string FileNameFault(const std::string& path);
+
 /// The file that is read, the one word without an option.
 CLI::Option* TakeFile(CLI::App& app, std::string& path, const std::string& help);
 

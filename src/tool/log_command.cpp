@@ -131,7 +131,8 @@ Action DefineLog(CLI::App& app) {
   TakeFile(app, options->path, "PowerManagementLog.txt");
   app.add_flag("--csv", options->csv, "schreibt CSV für eine Tabellenkalkulation")->disable_flag_override();
   app.add_option("--svg", options->svg, "schreibt die Kurven als Bild, das ein Browser zeigt")
-      ->type_name("DATEI");
+      ->type_name("DATEI")
+      ->check(FileNameFault);
   return [options](Console& console) { return ShowLog(*options, console); };
 }
 

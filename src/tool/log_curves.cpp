@@ -200,8 +200,8 @@ class Picture {
       const double share = ranges_.time.Share(Seconds(entry.time));
       columns[static_cast<std::size_t>(share * kColumns)].Take(entry.Number(curve.value), run);
     });
-    svg_ << "<path fill=\"none\" stroke-linecap=\"round\" stroke-width=\"1.5\" stroke=\"" << curve.colour
-         << "\" d=\"";
+    std::ostringstream lines;
+    std::ostringstream dots;  // where runs begin; a run of one entry would not be seen otherwise
     std::optional<std::size_t> run;
     for (std::size_t x = 0; x < columns.size(); ++x) {
       const Column& column = columns[x];
@@ -212,13 +212,21 @@ class Picture {
       for (const float value : {column.first, column.low, column.high, column.last}) {
         if (value == before) continue;
         const double y = top + kPanelHeight * (1 - range.Share(value));
-        svg_ << (goesOn || before ? 'L' : 'M') << kLeft + static_cast<double>(x) << ","
-             << std::round(y * 10) / 10;
-        if (!goesOn && !before) svg_ << "h0";  // a run of one entry is a dot
+        std::ostringstream place;
+        place << kLeft + static_cast<double>(x) << "," << std::round(y * 10) / 10;
+        const bool begins = !goesOn && !before;
+        lines << (begins ? 'M' : 'L') << place.str();
+        if (begins) dots << "M" << place.str() << "h0";
         before = value;
       }
     }
-    svg_ << "\"/>\n";
+    Path(curve, 1.5, lines.str());
+    Path(curve, 4, dots.str());
+  }
+
+  void Path(const Curve& curve, double width, const std::string& way) {
+    svg_ << "<path fill=\"none\" stroke-linecap=\"round\" stroke-width=\"" << width << "\" stroke=\""
+         << curve.colour << "\" d=\"" << way << "\"/>\n";
   }
 
   BytesView log_;

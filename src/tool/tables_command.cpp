@@ -19,7 +19,8 @@ constexpr std::string_view kNotInImage =
     "und }, ß und ~.\nBlanks am Ende von Namen fehlen. Die Zuordnung ist die der Messstellen: was keiner "
     "Messstelle galt, fehlt.\n";
 constexpr std::string_view kNotInGeneration3 =
-    "Vom Tabellenstand bleiben 12 Zeichen; ob eine Differenz -0000 hieß, ist nicht zu sehen.\n";
+    "Vom Tabellenstand bleiben 12 Zeichen; ob eine Differenz -0000 hieß, ist nicht zu sehen. Von Ämtern mit "
+    "gleichem Kennzeichen hintereinander hat das erste alle Messstellen.\n";
 
 std::string Name(const ImageContent& content) {
   return content.generation3 ? "OX III" : "OX II";

@@ -70,6 +70,7 @@ TEST(Replay, AnswersWhatWasAnsweredAfterTheSameTimeAndTellsTheFirstDifference) {
   const std::tuple<std::string, std::string, std::string, std::string> rows[] = {
       {"100 COM1 > \"ST\"\n110 COM1 < \"abc\" +20\n200 COM1 zu\n", "oST.....c", ".a.b.c..", ""},
       {"100 COM1 > \"ST\"\n110 COM1 < \"ab\" +20\n", "oS..T..", "...a. and waits", ""},
+      {"100 COM1 > \"S\"\r\n110 COM1 < \"a\" +20\r\n200 COM1 zu\r\n", "oS..c", ".a.", ""},
       {"100 COM1 > \"S\"\n110 COM1 < \"a\"\n120 COM1 > \"T\"\n130 COM1 < \"b\"\n", "oST...c", ".a.b.", ""},
       {"30 COM1 < \"a\"\n40 COM1 zu\n90 COM1 Öffnung 2 \"9600,O,7,1\"\n99 COM1 < \"b\"\n", "o...co..c",
        "..a..b.", ""},

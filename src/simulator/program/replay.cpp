@@ -1,9 +1,11 @@
 // Looking the log through, then playing it.
 #include "simulator/program/replay.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
+#include <system_error>
 
 #include "simulator/pty/line_host.h"
 #include "simulator/replay/log_reader.h"
@@ -23,8 +25,12 @@ auto OnLog(const std::string& file, Work work) {
 }
 
 std::ifstream OpenLog(const std::string& file) {
-  std::ifstream log(file, std::ios::binary);
-  if (!log) throw std::runtime_error("lässt sich nicht lesen");
+  // A pipe without a writer would keep oxsim waiting, deaf to Ctrl+C.
+  std::error_code error;
+  const bool isFile = std::filesystem::is_regular_file(file, error);
+  std::ifstream log;
+  if (isFile) log.open(file, std::ios::binary);
+  if (!isFile || !log) throw std::runtime_error("lässt sich nicht lesen");
   return log;
 }
 

@@ -30,7 +30,10 @@ std::optional<BytesView> LogReader::NextLine() {
   if (text_.eof()) return std::nullopt;  // what was read has no line end
   if (text_.bad()) throw std::runtime_error("lässt sich nicht lesen");
   if (text_.fail()) FailInLine(number_, "ist zu lang für ein Protokoll");
-  return BytesView(line_.data(), length - 1);
+  BytesView line(line_.data(), length - 1);
+  // The mail that brought the log may have changed its line ends.
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
 }
 
 LogEvent LogReader::Next() {

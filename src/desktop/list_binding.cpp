@@ -37,6 +37,8 @@ class ListUser : public QObject {
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
+    // A list that goes with its window loses the focus when it is no list any more.
+    if (watched == &widget_ && qobject_cast<QListWidget*>(watched) == nullptr) return false;
     if (event->type() == QEvent::MouseButtonPress) told_ = false;
     if (watched == &widget_ && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
       ShowFocus(event->type() == QEvent::FocusIn);

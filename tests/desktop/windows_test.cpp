@@ -113,6 +113,25 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
       << "the focused button alone";
 }
 
+TEST_F(Windows, AListMayHaveTheFocusWhenItsWindowGoes) {
+  struct Lists : Window {
+    using Window::Window;
+    void OnActivate() override { list.SetFocus(); }
+    ListBox list{*this, "Dir1"};
+  } lists(windows, "Dateiwahl", "Liste");
+  Later([&] {
+    Later([] {
+      QApplication::setActiveWindow(Top());
+      EXPECT_TRUE(QApplication::focusWidget()->inherits("QListWidget"));
+      kCloseBox();
+    });
+    windows.ShowModal(lists);
+    main.Unload();
+  });
+  windows.ShowModal(main);
+  EXPECT_FALSE(lists.IsOpen());
+}
+
 TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
   const QString x80(80, 'x');
   const std::tuple<std::string, QString, User> cases[] = {

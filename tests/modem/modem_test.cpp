@@ -22,6 +22,9 @@ struct ModemTest : testing::Test {
     window_.TUHR.Edit("1430");
   }
 
+  /// The port that closes with the window tells a modem that is still there.
+  ~ModemTest() override { host_.ports.Connect(1, &modem_); }
+
   Strings Click(Button& button) {
     host_.ports.sent.clear();
     button.Click();

@@ -2,6 +2,7 @@
 #include "app/settings_file.h"
 
 #include "platform/field_reader.h"
+#include "platform/utf8.h"
 #include "ui/controls.h"
 
 namespace ox {
@@ -10,9 +11,6 @@ namespace {
 constexpr const char* kFileName = "OX.CFG";
 /// Far beyond any real settings file; what lies behind it is not read.
 constexpr std::size_t kMaxFileSize = 65536;  // bytes
-
-/// Some editors put it in front of a text.
-constexpr BytesView kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr std::size_t kMarkLength = 3;
 constexpr std::string_view kComMark = "\\C\\";
@@ -52,8 +50,7 @@ void LoadSettings(Files& files, SessionSettings& settings, SwitchedEntries entri
   settings = SessionSettings();
   const auto content = files.Read(kFileName, kMaxFileSize);
   if (!content) return;
-  const bool marked = content->starts_with(kByteOrderMark);
-  FieldReader fields(BytesView(*content).substr(marked ? kByteOrderMark.size() : 0));
+  FieldReader fields(WithoutByteOrderMark(*content));
   while (!fields.AtEnd()) TakeEntry(fields.Next(), settings, entries);
 }
 

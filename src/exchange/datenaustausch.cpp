@@ -12,6 +12,7 @@
 #include "link/wait.h"
 #include "platform/text.h"
 #include "platform/time_text.h"
+#include "platform/utf8.h"
 #include "session/window_table_messages.h"
 #include "tables/mes_table.h"
 #include "tables/table_file.h"
@@ -188,7 +189,7 @@ void Datenaustausch::ShowValues(BytesView reply, BytesView office) {
 void Datenaustausch::SaveValues(const Bytes& shown) {
   const std::string csv = CsvHeading() + CsvLines(shownReply_, nameIndex_, askedOffice_, polled_);
   OfferToSave(host_, *this, "Messwerte_" + TimeInName(polled_),
-              {{kTextFile, shown}, {kCsvFile, Bytes(kUtf8Mark) + csv}});
+              {{kTextFile, shown}, {kCsvFile, Bytes(kByteOrderMark) + csv}});
 }
 
 void Datenaustausch::SaveTrace(const Bytes& shown) {

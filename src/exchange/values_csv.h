@@ -13,9 +13,6 @@
 
 namespace ox {
 
-/// Begins a file, so that spreadsheets read its characters as UTF-8; out of place in a pipe.
-inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
 /// The line with the names of the columns.
 std::string CsvHeading();
 

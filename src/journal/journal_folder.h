@@ -28,7 +28,7 @@ struct NewJournal {
 };
 
 /// Makes a file that is named after the time, "2026-11-23_11-45-02.log" or, when that is there already, the
-/// same with "_2" and so on, and removes old ones. Files with other names are left alone.
+/// same with "_2" and so on, and removes old ones. Files with other names are left alone and not counted.
 NewJournal MakeJournal(Files& files, const CivilTime& now);
 
 /// "2026-11-23 11:45:02", with these characters between date, hour, minute and second.

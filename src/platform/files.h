@@ -47,6 +47,10 @@ class Files {
   /// Whether both paths lead to one file that exists: by links, another spelling, another name of it.
   virtual bool SameFile(const std::string& one, const std::string& other) = 0;
 
+  /// Whether something has that name: a file, a folder, a device, also a link that leads nowhere where the
+  /// host knows such links.
+  virtual bool Exists(const std::string& path) { return SameFile(path, path); }
+
   /// Opens a file at its end, made when missing; null when that failed. What is appended is on the disk when
   /// Append returns.
   virtual std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) = 0;

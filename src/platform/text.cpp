@@ -15,7 +15,6 @@ constexpr char32_t kFirstSpecial = 0x80;   // from here on Windows-1252 differs 
 constexpr char32_t kFirstLatin1 = 0xA0;    // from here on code and byte are equal again
 constexpr char32_t kBeyondLatin1 = 0x100;  // from here on no byte has the number of the code
 constexpr char kUnknown = '?';
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// The characters of the bytes 0x80 to 0x9F; an open code stands for itself.
 constexpr std::array<char32_t, kFirstLatin1 - kFirstSpecial> kSpecials = {
@@ -113,9 +112,7 @@ FileText::FileText(Bytes content, char placeholder) : placeholder_(placeholder) 
     characters_ = std::move(content);
     return;
   }
-  std::string_view text = content;
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  Read(text);
+  Read(WithoutByteOrderMark(content));
 }
 
 void FileText::Read(std::string_view text) {

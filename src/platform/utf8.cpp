@@ -25,6 +25,11 @@ std::optional<Lead> LeadOf(unsigned byte) {
 
 }  // namespace
 
+std::string_view WithoutByteOrderMark(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return text;
+}
+
 std::optional<Utf8Character> DecodeFirst(std::string_view text) {
   const std::optional<Lead> lead = LeadOf(ByteValue(text.front()));
   if (!lead || text.size() < lead->length) return std::nullopt;

@@ -8,6 +8,12 @@
 
 namespace ox {
 
+/// Begins a text that is UTF-8: editors and mail programs put it there, spreadsheets want it.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// The text behind its byte order mark, or as it is when it has none.
+std::string_view WithoutByteOrderMark(std::string_view text);
+
 /// A character of a UTF-8 text.
 struct Utf8Character {
   char32_t code;

@@ -96,6 +96,8 @@ float PowerLogEntry::Number(LogValue value) const {
   return number;
 }
 
+PowerLogReader::PowerLogReader(BytesView text) : rest_(WithoutByteOrderMark(text)) {}
+
 LogLineKind PowerLogReader::Next() {
   const std::size_t end = std::min(rest_.find(kLf), rest_.size());
   BytesView line = rest_.substr(0, end);

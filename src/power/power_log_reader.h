@@ -30,11 +30,12 @@ enum class LogLineKind : std::uint8_t {
   kUnknown,  ///< anything else
 };
 
-/// Takes a log apart; it may be of any content. Lines end with CR LF or LF; UTF-8 or Windows-1252.
+/// Takes a log apart; it may be of any content. Lines end with CR LF or LF; UTF-8, with or without
+/// a byte order mark, or Windows-1252.
 class PowerLogReader {
  public:
   /// The text outlives the reader.
-  explicit PowerLogReader(BytesView text) : rest_(text) {}
+  explicit PowerLogReader(BytesView text);
 
   bool AtEnd() const { return rest_.empty(); }
 

@@ -131,6 +131,13 @@ TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
        },
        {none + "\"Protokoll\" ist kein Ordner."},
        false},
+      {"a link that leads nowhere",
+       [](MemoryFiles& files) {
+         files.content = {};
+         files.links = {{"/arbeit/Protokoll", "/fehlt"}};
+       },
+       {none + "\"Protokoll\" ist kein Ordner."},
+       false},
       {"not to be read",
        [](MemoryFiles& files) { files.unreadable = {"/arbeit/Protokoll"}; },
        {notMade},
@@ -162,15 +169,18 @@ TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
     desk.files.content[kFolder + name] = Bytes(size, 'x');
   };
   for (int year = 1900; year < 2020; ++year) keep(std::to_string(year) + "-01-01_00-00-00.log", 10);
-  keep("1800-01-01_00-00-00.text", 10);
+  for (const char* other :
+       {"1800-01-01_00-00-00.text", "2025-01-01_00-00-00_Kunde.log", "2025-01-01_00-00-00_02.log"})
+    keep(other, 10);
+  for (const char* number : {"_2", "_10"}) keep("2000-01-01_00-00-00" + std::string(number) + ".log", 10);
   keep("2020-01-01_00-00-00_2.log", kMostJournalBytes - kLargestJournal - 200);
   keep("2026-11-16_10-00-00.log", 0);
   desk.Begin();
   desk.journal->Note({{"1"}});
-  // 20 of 10 bytes, the large one, the empty one and the new one; two are no logs.
-  EXPECT_EQ(desk.files.content.size(), 25U);
-  EXPECT_FALSE(desk.files.content.contains(kFolder + "1999-01-01_00-00-00.log"));
-  EXPECT_TRUE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00.log"));
+  // 20 of 10 bytes, the large one, the empty one and the new one; four are no logs.
+  EXPECT_EQ(desk.files.content.size(), 27U);
+  EXPECT_FALSE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00_2.log"));
+  EXPECT_TRUE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00_10.log"));
   desk.files.content.erase(kFolder + "2020-01-01_00-00-00_2.log");
   const std::string block(100'000, 'b');
   for (std::size_t noted = 0; noted < kLargestJournal; noted += block.size()) desk.journal->Note({{block}});

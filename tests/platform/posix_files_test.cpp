@@ -121,7 +121,9 @@ TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
   for (const char* other : {"file", "link", "second name", "./file"})
     EXPECT_TRUE(files_.SameFile("file", other));
   for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "file")) << other;
-  EXPECT_FALSE(files_.SameFile("missing", "missing"));
+  EXPECT_FALSE(files_.SameFile("missing", "missing") || files_.Exists("missing"));
+  fs::create_symlink("missing", "nowhere");
+  for (const char* name : {"file", "link", ".", "nowhere"}) EXPECT_TRUE(files_.Exists(name)) << name;
 }
 
 TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {

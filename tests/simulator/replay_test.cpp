@@ -36,6 +36,9 @@ TEST(Replay, LogsThatAreNoneAreRefused) {
       EXPECT_EQ(error.what(), told);
     }
   }
+  std::istringstream foreign(
+      "\xEF\xBB\xBFOrvanexe Service \x1B[2J\xC2\x9B, Protokoll 1, begonnen 2026-11-23 23:59:58\n");
+  EXPECT_EQ(LookThrough(foreign).header.build, "Orvanexe Service .[2J..") << "it is shown on a terminal";
   for (const char* line :
        {"x", "-1 Ende", "1", "99999999999 Ende", "1 COM", "1 COM1", "1 COM1 > x", "1 COM1 > \"",
         "1 COM1 > \"\"", "1 COM1 > \"<0\"", "1 COM1 > \"<0x>\"", "1 COM1 < \"A\" 5", "1 COM1 < \"A\" +",

@@ -39,6 +39,8 @@ class MemoryFiles : public Files {
     return content.contains(Target(one)) && Target(one) == Target(other);
   }
 
+  bool Exists(const std::string& path) override { return links.contains(path) || content.contains(path); }
+
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override {
     if (!writable) return nullptr;
     content.try_emplace(path);

@@ -118,6 +118,11 @@ bool PosixFiles::SameFile(const std::string& one, const std::string& other) {
          first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
+bool PosixFiles::Exists(const std::string& path) {
+  struct stat status {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
 std::unique_ptr<AppendFile> PosixFiles::OpenForAppending(const std::string& path) {
   return AppendTo(OpenRegular(path, O_WRONLY | O_APPEND | O_CREAT), true);
 }

@@ -14,6 +14,7 @@ class PosixFiles : public Files {
   /// write-protected one stays. Clears away what killed programs have left in the folder.
   bool Replace(const std::string& path, BytesView content) override;
   bool SameFile(const std::string& one, const std::string& other) override;
+  bool Exists(const std::string& path) override;
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override;
   std::unique_ptr<AppendFile> MakeLog(const std::string& path) override;
   std::optional<std::uintmax_t> SizeOf(const std::string& path) override;

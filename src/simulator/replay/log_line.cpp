@@ -13,6 +13,10 @@ constexpr BytesView kFormatWord = ", Protokoll ";
 constexpr BytesView kBegunWord = ", begonnen ";
 constexpr BytesView kBegunPattern = "0000-00-00 00:00:00";  // a digit for each 0
 
+// A terminal shows the characters between them, and obeys others.
+constexpr char kFirstPlain = 0x20;
+constexpr char kLastPlain = 0x7E;
+
 constexpr std::int64_t kLongestTime = 10'000'000'000;  // milliseconds, some months
 
 using Kind = LogEvent::Kind;
@@ -125,6 +129,8 @@ std::optional<LogHeader> ReadLogHeader(BytesView line) {
   const std::size_t format = line.rfind(kFormatWord);
   if (!line.starts_with(kProgram) || format == BytesView::npos) return std::nullopt;
   header.build = line.substr(0, format);
+  std::ranges::replace_if(
+      header.build, [](char c) { return c < kFirstPlain || c > kLastPlain; }, '.');
   BytesView rest = line.substr(format + kFormatWord.size());
   if (!TakeNumber(rest, header.format)) return std::nullopt;
   if (header.format != kLogFormat) return header;  // the rest may be anything

@@ -34,7 +34,7 @@ struct LogEvent {
 /// What a log's first line tells.
 struct LogHeader {
   int format = 0;       ///< of the lines
-  Bytes build;          ///< the program and its build
+  Bytes build;          ///< the program and its build; "." for what is no printable ASCII
   Bytes begun;          ///< "2026-11-23 11:45:02"
   int secondOfDay = 0;  ///< the same as a time of day
 };

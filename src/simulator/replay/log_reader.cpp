@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/utf8.h"
+
 namespace ox::sim {
 namespace {
 
@@ -15,7 +17,7 @@ namespace {
 
 LogReader::LogReader(std::istream& text) : text_(text) {
   const auto line = NextLine();
-  const auto header = line ? ReadLogHeader(*line) : std::nullopt;
+  const auto header = line ? ReadLogHeader(WithoutByteOrderMark(*line)) : std::nullopt;
   if (!header) throw std::runtime_error("ist kein Protokoll von Orvanexe Service");
   if (header->format != kLogFormat)
     throw std::runtime_error("ist ein Protokoll der Form " + std::to_string(header->format) +

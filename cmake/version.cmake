@@ -11,4 +11,5 @@ else()
                     OUTPUT_VARIABLE COMMIT OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
   endif()
 endif()
+string(REPLACE "." "," NUMBERS "${VERSION}.0")  # as resources of Windows want it
 configure_file(${TEMPLATE} ${FILE} @ONLY)

@@ -35,3 +35,5 @@ multilib_packages=(g++-multilib)
 figures_packages=(xvfb libx11-dev)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)
+# What building Qt for Windows takes; what the program for Windows takes on top is in windows_packages.
+windows_qt_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev)

@@ -6,15 +6,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
-#include <QProcess>
 #include <QSaveFile>
 #include <QUrl>
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include "desktop/border.h"
 #include "desktop/message_box.h"
+#include "desktop/page_opener.h"
 #include "desktop/state_folder.h"
 
 namespace ox {
@@ -38,20 +37,16 @@ constexpr std::array kChapters{
     Chapter{"Modem", "#modem"},
 };
 
-constexpr const char* kOpener = "xdg-open";
+/// From the program's folder, as built in a checkout.
+constexpr const char* kBuiltManual = "../../packaging/handbuch.html";
 
-/// From the program's folder: as installed, and as built in a checkout.
-constexpr std::array kPlaces{"../share/doc/oxservice/handbuch.html", "../../packaging/handbuch.html"};
-
-/// The first that is there; where none is, the one of the installed program.
+/// As installed, or as built; where there is none, the place of the installed one.
 QString ManualFile() {
   const QDir program(QCoreApplication::applicationDirPath());
-  const auto pathOf = [&](const char* place) {
-    return QDir::cleanPath(program.filePath(QString::fromUtf8(place)));
-  };
-  const auto* const found =
-      std::ranges::find_if(kPlaces, [&](const char* place) { return QFile::exists(pathOf(place)); });
-  return pathOf(found == kPlaces.end() ? kPlaces.front() : *found);
+  const auto pathOf = [&](const QString& place) { return QDir::cleanPath(program.filePath(place)); };
+  const QString installed = pathOf(PlaceOfManual());
+  const QString built = pathOf(QString::fromUtf8(kBuiltManual));
+  return !QFile::exists(installed) && QFile::exists(built) ? built : installed;
 }
 
 /// A page that leads to the chapter at once: what opens a file for a desktop drops the chapter of its
@@ -80,33 +75,6 @@ void TellFailure(const QPointer<QWidget>& window, const QString& manual) {
   AtBorder([&] { ShowNote(window, (text + manual).toStdString()); });
 }
 
-/// Those at work, which nobody takes down: what opens a page may go on, and may last longer than the program.
-std::vector<QProcess*>& Openers() {
-  static auto* const kOpeners = new std::vector<QProcess*>;
-  return *kOpeners;
-}
-
-/// Starts what opens files for the desktop, and hears from it whether it could.
-void Open(const QString& page, QWidget& window, const QString& manual) {
-  auto* opener = Openers().emplace_back(new QProcess);
-  QObject::connect(opener, &QObject::destroyed, [opener] { std::erase(Openers(), opener); });
-  opener->setStandardInputFile(QProcess::nullDevice());
-  opener->setStandardOutputFile(QProcess::nullDevice());
-  opener->setStandardErrorFile(QProcess::nullDevice());
-  const QPointer<QWidget> over(&window);
-  QObject::connect(opener, &QProcess::finished, opener, [opener, over, manual](int status) {
-    if (status != 0) TellFailure(over, manual);
-    opener->deleteLater();
-  });
-  QObject::connect(opener, &QProcess::errorOccurred, opener,
-                   [opener, over, manual](QProcess::ProcessError error) {
-                     if (error != QProcess::FailedToStart) return;
-                     TellFailure(over, manual);
-                     opener->deleteLater();
-                   });
-  opener->start(QString::fromUtf8(kOpener), {page});
-}
-
 }  // namespace
 
 std::string_view ChapterOf(std::string_view form) {
@@ -117,7 +85,8 @@ std::string_view ChapterOf(std::string_view form) {
 void OpenManual(QWidget& window, std::string_view form) {
   const QString manual = ManualFile();
   if (QFile::exists(manual)) {
-    Open(PageFor(manual, ChapterOf(form)), window, manual);
+    OpenPage(PageFor(manual, ChapterOf(form)),
+             [over = QPointer<QWidget>(&window), manual] { TellFailure(over, manual); });
   } else {
     TellFailure(&window, manual);
   }

@@ -38,7 +38,8 @@ QtWindowSystem::QtWindowSystem(const OpenPorts& ports, const EndRequests& reques
       pump_(ports),
       places_(std::move(places)),
       endRequest_(requests.Handle(), [this] { AtBorder([this] { RequestEnd(); }); }),
-      sessionEnd_([this] { return awake_.Held(); }, [this] { RequestEnd(); }) {
+      sessionEnd_([this] { return awake_.Held(); }, [this] { RequestEnd(); }),
+      frameGuard_([this] { return awake_.Held(); }) {
   endRequest_.SetEnabled(true);
 }
 

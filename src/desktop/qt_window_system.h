@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "desktop/event_pump.h"
+#include "desktop/frame_guard.h"
 #include "desktop/ready_notifier.h"
 #include "desktop/save_question.h"
 #include "desktop/session_end.h"
@@ -53,6 +54,7 @@ class QtWindowSystem : public WindowSystem {
   bool ending_ = false;
   ReadyNotifier endRequest_;
   SessionEnd sessionEnd_;
+  FrameGuard frameGuard_;
 };
 
 }  // namespace ox

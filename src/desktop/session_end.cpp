@@ -15,6 +15,10 @@ SessionEnd::SessionEnd(std::function<bool()> busy, std::function<void()> end)
   connect(
       qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) { Answer(session); },
       Qt::DirectConnection);
+  // All that Windows' end of a session brings behind the question: the process is gone when this returns.
+  connect(
+      qApp, &QCoreApplication::aboutToQuit, this, [this] { AtBorder([this] { end_(); }); },
+      Qt::DirectConnection);
   qApp->installEventFilter(this);
 }
 

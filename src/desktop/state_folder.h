@@ -5,7 +5,8 @@
 
 namespace ox {
 
-/// "oxservice" in $XDG_STATE_HOME, else in ~/.local/state; it may not exist yet.
+/// "oxservice" in $XDG_STATE_HOME, else in ~/.local/state; on Windows in the user's folder AppData\Local. It
+/// may not exist yet.
 QString StateFolder();
 
 }  // namespace ox

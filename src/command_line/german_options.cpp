@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/utf8.h"
 #include "version/version.h"
 
 namespace ox {
@@ -12,7 +13,8 @@ namespace {
 constexpr std::size_t kColumn = 32;  // where the explanations begin, behind the indent
 
 std::string Row(std::string name, std::string_view help) {
-  name.resize(std::max(kColumn, name.size() + 1), ' ');
+  const std::size_t width = CharacterCount(name);
+  name.append(kColumn > width ? kColumn - width : 1, ' ');
   return "  " + name.append(help) + "\n";
 }
 

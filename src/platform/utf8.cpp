@@ -1,6 +1,7 @@
 // Reading and writing UTF-8.
 #include "platform/utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -53,6 +54,11 @@ std::size_t AsciiLength(std::string_view text) {
   }
   while (length < text.size() && ByteValue(text[length]) < 0x80) ++length;
   return length;
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(text, [](char c) { return (ByteValue(c) & 0xC0) != 0x80; }));
 }
 
 void AppendUtf8(std::string& text, char32_t code) {

@@ -27,6 +27,9 @@ std::optional<Utf8Character> DecodeFirst(std::string_view text);
 /// The number of ASCII characters at the start of a text.
 std::size_t AsciiLength(std::string_view text);
 
+/// The number of characters of a well-formed text: bytes that go on a character are not counted.
+std::size_t CharacterCount(std::string_view text);
+
 /// Appends a character whose code is below 0x10000.
 void AppendUtf8(std::string& text, char32_t code);
 

@@ -42,15 +42,14 @@ std::string SeedFault(const std::string& text) {
 ExitStatus Pack(const Options& options, Console& console) {
   const auto hex = ReadInput(console, options.path, kMaxLoaderFile);
   if (!hex) return ExitStatus::kFailed;
-  if (const int line = FaultyHexLine(*hex); line > 0) {
-    return console.Fail(options.path + ":" + std::to_string(line) +
-                        ": Satz aus : und Paaren von 0 bis 9 und A bis F mit Summe 0 erwartet, am Ende "
-                        ":00000001FF");
-  }
   std::optional<SeededRandom> seeded;
   if (options.seed) seeded.emplace(*options.seed);
   const auto packed = PackFirmware(*hex, seeded ? *seeded : console.machine.random);
-  if (!packed) return console.Fail(options.path + ": lässt sich nicht verpacken");
+  if (!packed) {
+    return console.Fail(options.path + ":" + std::to_string(FaultyHexLine(*hex)) +
+                        ": Satz aus : und Paaren von 0 bis 9 und A bis F mit Summe 0 erwartet, am Ende "
+                        ":00000001FF");
+  }
   const ExitStatus written = WriteOutput(console, options.output, *packed, {options.path});
   if (written == ExitStatus::kFine) {
     const auto [status, program] = ReadProgramFile(*packed, kProgramFormat3);

@@ -29,8 +29,6 @@ Json ValueOf(BytesView text) {
 
 std::string JsonLine(BytesView record, const NameIndex& names, BytesView office, const CivilTime& polled) {
   const PolledValue read = ReadRecord(record, names, office);
-  const Json value =
-      IsNumber(read.value) ? Json(std::strtod(Bytes(read.value).c_str(), nullptr)) : TextOrNull(read.value);
   return Json{{"time", IsoTime(polled)},         {"office", TextOrNull(read.office)},
               {"point", TextOrNull(read.point)}, {"parameter", TextOrNull(read.parameter)},
               {"mark", TextOrNull(read.mark)},   {"value", ValueOf(read.value)},

@@ -21,13 +21,13 @@ TEST(Cycle, KeepsItsStepAcrossMidnightAndEndsBetweenTwoTurns) {
   const auto turn = [&] {
     EXPECT_NEAR(host.clock.Elapsed(), expected[begun], 0.1);
     ++begun;
-    host.windows.Pass(begun == 3 ? 25 : 1);
+    host.windows.Pass(begun == 3 ? 25 : 0);  // one that takes no time is not a day ago
     if (begun == std::size(expected)) host.windows.In(3, [&] { stop = true; });
     return begun == 2 ? Turn::kFailed : Turn::kWell;
   };
   EXPECT_EQ(TakeTurns(console, {.seconds = 10, .count = 9}, 1, 1, turn), ExitStatus::kFailed);
   EXPECT_EQ(begun, std::size(expected));
-  EXPECT_NEAR(host.clock.Elapsed(), 59, 0.1);
+  EXPECT_NEAR(host.clock.Elapsed(), 58, 0.1);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ constexpr BytesView kUnknownDevice = "?";
 /// Type, separator and version; the line has its CR behind them.
 constexpr std::size_t kIdentificationLength = 21;
 
-enum class ProbeResult { kNoAnswer = 0, kFound = 1, kPortFailure = 2 };
+enum class ProbeResult { kNoAnswer, kFound, kPortFailure };
 
 /// One search, on a port of its own.
 class Search {

@@ -35,10 +35,7 @@ Seconds Since(Seconds start, Seconds now) {
 }  // namespace
 
 void UpdateEstimate::Step(std::string_view what, std::size_t blocks, Seconds now) {
-  if (!what_.empty() && blocks_ == 0) {
-    const Seconds took = Since(stepBegan_, now);
-    quickest_ = std::min(quickest_.value_or(took), took);
-  }
+  if (!what_.empty() && blocks_ == 0) quickest_ = std::min(quickest_, Since(stepBegan_, now));
   stepBegan_ = now;
   if (what != what_) whatBegan_ = now;
   what_ = what;
@@ -53,7 +50,7 @@ void UpdateEstimate::Step(std::string_view what, std::size_t blocks, Seconds now
 }
 
 Seconds UpdateEstimate::Turnaround() const {
-  return std::clamp(quickest_.value_or(0) - LineTime(0), 0.0F, kLongestTurnaround);
+  return std::clamp(quickest_ - LineTime(0), 0.0F, kLongestTurnaround);
 }
 
 Seconds UpdateEstimate::RestAt(Seconds rate) const {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -42,7 +42,8 @@ class UpdateEstimate {
   std::string what_;       // empty before the first step
   Seconds whatBegan_ = 0;  // of all steps in a row that are called so
   Seconds stepBegan_ = 0;
-  std::optional<Seconds> quickest_;  // of the steps without blocks: each is a request at least
+  // Of the steps without blocks: each is a request at least.
+  Seconds quickest_ = std::numeric_limits<Seconds>::infinity();
   std::size_t blocks_ = 0;
   std::size_t left_ = 0;
   Seconds lastBlock_ = 0;

@@ -143,10 +143,10 @@ bool ReadPoints(Section section, std::vector<OfficeContent>& offices, std::size_
     point.name = WithoutPadding(section.Take(kPointNameLength));
     section.Expect({&kEntryEnd, 1});
     const std::size_t from = section.Position();
-    // The blocks stand in the order of the points.
+    // The blocks stand in the order of the points. A section that is not sound tells no distance.
     const bool next = from + section.TakeWord() == blocks.Position();
     point.parameters = TakeBlock(blocks);
-    if (!next || !section.Sound() || !blocks.Sound()) return false;
+    if (!next || !blocks.Sound()) return false;
     while (office != offices.end() && office->code != code) ++office;
     if (office == offices.end()) return false;
     office->points.push_back(std::move(point));

@@ -166,7 +166,7 @@ TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesThe
 }
 
 TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFails) {
-  ExpectPoll("P", "\rAAA\rE\r", 0.9);
+  device_.Expect("S", "A").Expect("P", {{0.2, "\r"}, {0.4, "AAA\r"}, {0.9, "E\r"}}).Expect("A");
   device_.Expect("S", "A").Expect("P", "\rBBB\rCC").Expect("N");
   ExpectPoll("P", "\rDDD\rE\r");
   host_.clock.StartAt(23, 59, 33);  // midnight ends a rest
@@ -175,13 +175,14 @@ TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFai
   for (const double seconds : {0.5, 10.8, 11.0, 22.8, 26.9, 27.1}) {
     host_.windows.In(seconds, [&] {
       EXPECT_EQ(Buttons(), "Abbruch duemstwal ");
-      seen += std::to_string(static_cast<int>(window_.StartTime())) + window_.mewanz.Text() + " ";
+      seen += std::to_string(static_cast<int>(window_.StartTime())) + window_.mewanz.Text() +
+              window_.Records.Text() + " ";
     });
   }
   host_.windows.In(26.9, [&] { host_.ports.Remove(1); });
   host_.windows.In(30, [&] { window_.Abbruch.Click(); });
   window_.Zyklischer_Abruf.Click();
-  EXPECT_EQ(seen, "86373 86373AAA| 86383AAA| 86383BBB| 86395DDD| 0 ");
+  EXPECT_EQ(seen, "86373bisher 1 Wert 86373AAA|1 Wert 86383AAA| 86383BBB|1 Wert 86395DDD|1 Wert 0 ");
   EXPECT_NEAR(host_.clock.Elapsed(), 30, 0.01);
   EXPECT_EQ(Buttons(), kIdle);
 }
@@ -225,9 +226,11 @@ TEST_F(DataExchange, LeavingEndsTheCyclicPollAfterTheDialogueUnderWay) {
 }
 
 TEST_F(DataExchange, WhatIsShownIsSavedAsTextOrForASpreadsheet) {
-  const std::string csv = "\xEF\xBB\xBF" + CsvHeading();
+  const std::string csv =
+      "\xEF\xBB\xBF"
+      "Amtskennzeichen;Messstellennummer;Parameter;Bewertungszeichen;Messwert;Name;Abrufzeit\r\n";
   window_.mewanz.Save("");
-  EXPECT_EQ(host_.windows.Proposed(), "Messwerte_0000-00-00_00-00-00 txt csv");
+  EXPECT_EQ(host_.windows.Proposed(), "Messwerte_0000-00-00_00-00-00 Text wie angezeigt (txt) Tabelle (csv)");
   host_.windows.SaveTo("/werte", 1);
   Type("042", "", "0012");
   Poll(window_.Einzelabruf, "J042           0012\r", "\r12345678: 0012 s   12.3\rE\r");
@@ -241,13 +244,19 @@ TEST_F(DataExchange, WhatIsShownIsSavedAsTextOrForASpreadsheet) {
   host_.windows.SaveTo("/spur.txt", 0);
   window_.datanz.Save("PC -> OX  S");
   EXPECT_EQ(host_.files.content["/spur.txt"], "PC -> OX  S");
+  EXPECT_EQ(host_.windows.Proposed(), "Ausgetauschte_Daten_2026-11-16_10-00-00 Text wie angezeigt (txt)");
   host_.files.writable = false;
   window_.mewanz.Save("x");
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Fehler beim Schreiben der Datei: /spur.txt!"});
 }
 
 TEST(NameIndex, FindsANameAtTheVeryBeginning) {
-  EXPECT_EQ(NameIndex(Bytes(1, '\0') + "12345678 0012-0003Pegel").Find("12345678"), "Pegel");
+  const Bytes nul(1, '\0');
+  for (const auto& [before, office] : {std::pair<Bytes, Bytes>{"", ""}, {"123", ""}, {nul + "123", "123"}}) {
+    const NameIndex names(before + nul + "12345678 0012-0003Pegel");
+    EXPECT_EQ(names.Find("12345678"), "Pegel");
+    EXPECT_EQ(names.OfficeOf("12345678"), office);
+  }
 }
 
 TEST(ValuesCsv, ASpreadsheetMisreadsNoField) {

@@ -24,11 +24,14 @@ TEST(PowerHistory, AWeekIsKeptInTheMemoryOfAnHourWithItsPeaksAndGaps) {
     if (second >= kSilence && second < kSilence + kSilentFor) {
       history.Miss();
     } else {
-      history.Add(Charge(second == kPeak ? 990 : 500), static_cast<Seconds>((82800 + second) % 86400));
+      const int charge = second == kPeak ? 990 : second == kWeek ? 510 : 500;
+      history.Add(Charge(charge), static_cast<Seconds>((82800 + second) % 86400));
     }
+    if (second <= 2048) ASSERT_EQ(spans.size(), second) << "each for itself";
     ASSERT_LE(spans.size(), PowerHistory::kMostSpans);
   }
   EXPECT_NEAR(spans.back().last, kWeek, 1) << "midnight is counted over";
+  EXPECT_EQ(spans.back().ranges[0].last, 51.0);
   EXPECT_GT(spans.size(), PowerHistory::kMostSpans / 4) << "and no more is thrown together than need be";
   int peaks = 0;
   int gaps = 0;
@@ -44,6 +47,12 @@ TEST(PowerHistory, AWeekIsKeptInTheMemoryOfAnHourWithItsPeaksAndGaps) {
     EXPECT_EQ(span.ranges[2].last, -5);
   }
   EXPECT_EQ(std::pair(peaks, gaps), std::pair(1, 1));
+  // Nothing of it is left in the next course.
+  history.Miss();
+  history.Restart({2026, 11, 30, 1, 0, 0}, 3600);
+  EXPECT_TRUE(spans.empty() && history.Data().start.day == 30);
+  for (const float now : {3601.0F, 3602.0F}) history.Add(Charge(500), now);
+  EXPECT_TRUE(spans.size() == 2 && spans[0].first == 1 && !spans[0].afterGap);
 }
 
 TEST(PowerHistory, AGapIsWhereTheDeviceSaidNothingOrNothingThatCouldBeRead) {
@@ -51,15 +60,13 @@ TEST(PowerHistory, AGapIsWhereTheDeviceSaidNothingOrNothingThatCouldBeRead) {
   history.Restart({2026, 11, 22, 10, 0, 0}, 36000);
   std::string gaps;
   // Seconds from one sample to the next; a slow reply makes no gap.
-  for (const float pause : {1.0F, 3.5F, 6.0F, 1.0F}) {
+  for (const float pause : {1.0F, 5.0F, 0.0F, 6.0F, 1.0F}) {
     static float now = 36000;
     history.Add(Charge(500), now += pause);
     if (pause > 5) history.Miss();
   }
   for (const CurveSpan& span : history.Data().spans) gaps += span.afterGap ? "gap " : "- ";
   EXPECT_EQ(gaps, "- - gap gap ");
-  history.Restart({2026, 11, 22, 11, 0, 0}, 39600);
-  EXPECT_TRUE(history.Data().spans.empty());
 }
 
 }  // namespace ox::test

@@ -99,6 +99,7 @@ TEST_F(PowerMonitorTest, TheCurveShowsEveryReplySinceStartAndIsSaved) {
   host_.windows.SaveTo("/verlauf.png", 0);
   monitor_.Verlauf.Save("PNG");
   EXPECT_EQ(host_.files.content["/verlauf.png"], "PNG");
+  EXPECT_EQ(host_.windows.Proposed(), "Stromversorgung_2026-11-16_10-00-04 Bild (png)");
   monitor_.MonitorStop.Click();
   host_.windows.Pass(1);
   EXPECT_EQ(std::exchange(seen, std::to_string(spans.size())), "1 2 4* ")

@@ -114,15 +114,16 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
   const struct {
     const char* what;
     double query, block, pauseBefore20;
-    double knownFrom;  // this share of the time on, within a second
+    double knownFrom;     // this share of the time on, within a second
+    const char* figures;  // after every 21st block
   } rows[] = {
-      {"as fast as the line", LineTime(0), LineTime(256), 0, 0},
-      {"behind a USB adapter", LineTime(0) + 0.032, LineTime(256) + 0.032, 0, 0},
-      {"a slow memory", LineTime(0), 0.4, 0, 0.45},
-      {"a slow answer, and one block is late", 2, 0.15, 3, 0.5},
-      {"no line at all", 0, 0.001, 0, 0.5},
+      {"as fast as the line", LineTime(0), LineTime(256), 0, 0, "19 15 12 10 7 4 1"},
+      {"behind a USB adapter", LineTime(0) + 0.032, LineTime(256) + 0.032, 0, 0, "23 19 15 12 8 5 1"},
+      {"a slow memory", LineTime(0), 0.4, 0, 0.45, "19 23 28 26 18 10 1"},
+      {"a slow answer, and one block is late", 2, 0.15, 3, 0.5, "31 17 14 11 7 4 1"},
+      {"no line at all", 0, 0.001, 0, 0.5, "18 10 1 1 1 1 1"},
   };
-  for (const auto& [what, query, block, pauseBefore20, knownFrom] : rows) {
+  for (const auto& [what, query, block, pauseBefore20, knownFrom, figures] : rows) {
     constexpr int kBlocks = 128;
     TestClock clock;
     clock.StartAt(23, 59, 55);
@@ -135,8 +136,10 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
     step("Gerät bereitet sich vor ...", 0, 2.9);
     step("Gerät bereitet sich vor ...", 0, 1.2);
     EXPECT_EQ(estimate.SecondsGone(clock.SecondsSinceMidnight()), 4);
+    EXPECT_EQ(estimate.Percent(), 0);
     step("Programm wird übertragen ...", kBlocks, 0);
     int last = estimate.SecondsLeft(clock.SecondsSinceMidnight());
+    std::string seen = std::to_string(last);
     double left = kBlocks * block + pauseBefore20;
     for (int part = 0; estimate.Sends(); ++part) {
       const double took = block + (part / 4 == 20 ? pauseBefore20 : 0);
@@ -148,7 +151,9 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
       const bool known = left <= (1 - knownFrom) * kBlocks * block;
       EXPECT_NEAR(known ? figure : left, left + 0.5, 1.1) << what;
       last = figure;
+      if (part % 84 == 83) seen += " " + std::to_string(figure);
     }
+    EXPECT_EQ(seen, figures) << what;
     EXPECT_EQ(estimate.Percent(), 100);
   }
 }

@@ -108,7 +108,9 @@ Answer TestWindows::ShowMessage(std::string_view text, Buttons buttons) {
 void TestWindows::AskWhereToSave(std::string_view name, const std::vector<FileKind>& kinds,
                                  SaveAnswer answer) {
   proposed_ = name;
-  for (const FileKind& kind : kinds) proposed_.append(" ").append(kind.extension);
+  for (const FileKind& kind : kinds) {
+    proposed_.append(" ").append(kind.name).append(" (").append(kind.extension).append(")");
+  }
   if (!saveTo_.first.empty()) answer(saveTo_.first, saveTo_.second);
 }
 

@@ -37,7 +37,7 @@ class TestWindows : public WindowSystem {
   std::vector<std::string> TakeMessages() { return std::exchange(messages_, {}); }
   /// What the user answers when he is asked where to save; before, he cancels.
   void SaveTo(std::string path, std::size_t kind) { saveTo_ = {std::move(path), kind}; }
-  /// What was proposed to him last: the name and the extensions.
+  /// What was proposed to him last: the name and the kinds with their extensions.
   const std::string& Proposed() const { return proposed_; }
   bool Ended() const { return ended_; }
   /// The one that takes the user's clicks; null before the main window is opened.

@@ -165,6 +165,7 @@ TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
   const std::size_t room = 16380 - 8 - linked.size();
   const auto older = [&](std::size_t size) { return BuildTableImages(linked, Bytes(size, 'p')).older; };
   EXPECT_EQ(older(room).bytes.substr(16379, 3), "p\xFF\xFF");
+  EXPECT_EQ(DescribeFill(older(room)), "16380 von 16380 Bytes (100 %)");
   EXPECT_EQ(older(room + 1).status, ImageStatus::kOverflow);
   EXPECT_EQ(DescribeFill(older(room + 1)), "zu groß: 16381 von 16380 Bytes (101 %)");
 

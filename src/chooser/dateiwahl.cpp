@@ -45,7 +45,6 @@ void Dateiwahl::OnLoad() {
 
 void Dateiwahl::OnActivate() {
   Command1.MakeDefault();
-  Text2.SetText("");
   Text2.SetFocus();
   ChooserValues& values = subs_.chooser;
   Text1.SetText(values.FilePattern);

@@ -79,6 +79,11 @@ TEST_F(Chooser, LeadsThroughDrivesFoldersAndFiles) {
   window.File1.Activate(0);
   EXPECT_FALSE(window.IsOpen());
   EXPECT_EQ(Left(), R"(D:\sichern.mes | D: \)");
+  subs_.settings.Language = "GB";
+  host_.windows.OpenMain(window);
+  window.Drive1.Select(0);
+  EXPECT_EQ(window.Command2.Text(), "Cancel");
+  EXPECT_EQ(host_.windows.TakeMessages(), Strings{"Device not available"});
 }
 
 TEST_F(Chooser, ComesBackToTheLastChoiceOrStaysWhereItWas) {
@@ -138,13 +143,14 @@ TEST_F(Chooser, NamesBecomePaths) {
 TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
   const std::string sixtyAs(60, 'a');  // takes for ever if every star is tried for itself
   host_.files.content[R"(C:\Tab\)" + sixtyAs];
-  host_.files.content[R"(C:\Tab\÷ÿ.par)"];
-  const std::string all = "Netz.MES,Süd 2.mes," + sixtyAs + ",netz.par,÷ÿ.par";
+  host_.files.content[R"(C:\Tab\÷ÿàþaz.par)"];
+  const std::string all = "Netz.MES,Süd 2.mes," + sixtyAs + ",netz.par,÷ÿàþaz.par";
   const std::string rows[][2] = {
       {"*.mes", "Netz.MES,Süd 2.mes"},
       {" netZ*.ME?* ", "Netz.MES"},
-      {"*.par; S?d*;", "Süd 2.mes,netz.par,÷ÿ.par"},
+      {"*.par; S?d*;", "Süd 2.mes,netz.par,÷ÿàþaz.par"},
       {"sÜD*; ÷ß.par; ×*", "Süd 2.mes"},
+      {"÷ÿÀÞAZ.par", "÷ÿàþaz.par"},
       {"*a*a*a*a*a*a*a*a*a*a*a*a*a*b;", ""},
       {"*.*", all},
       {" ", all},

@@ -152,6 +152,34 @@ TEST_F(Forms, TheMainMenuStandsInItsOrder) {
   EXPECT_TRUE(ports->accessibleDescription().startsWith("COM1 ist /dev/ttyUSB0 (a<b): frei\nCOM2: nicht"));
 }
 
+TEST_F(Forms, EveryWindowHasItsCaptions) {
+  std::string seen;
+  for (const Window* window : all) {
+    seen += "\n" + window->Caption();
+    for (const Control* control : window->Controls()) {
+      const auto* shown = dynamic_cast<const TextControl*>(control);
+      if (window != &start && shown != nullptr && !shown->Text().empty()) seen += "|" + shown->Text();
+    }
+  }
+  EXPECT_EQ(seen,
+            "\nOrvanexe Service"
+            "\nVerbindung mit Orvanexe prüfen|Testparameter|Baudrate:|Parität:"
+            "\nDatenaustausch mit Orvanexe| Amtskennzeichen|Messstellennummer|Parameter|Abruf J|Abruf Z|"
+            "Sammelabruf|Zyklischer Sammelabruf|Zeitabruf|Abruf abbrechen|Verlassen|"
+            "Messstellen- tabelle zur Darstellung wählen|PC <> OX  Ausgetauschte Daten|"
+            "Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe.  Mst.Nr.   Par.   Mewe."
+            "\nUpdate Tabellen|Messstellentabelle|Parametertabelle|Zuordnungstabelle|Update Start|Verlassen"
+            "\nUpdate Programm OX II|Programmdatei wählen|Update Start|Verlassen"
+            "\nUpdate Programm OX III|Programmdatei wählen|Update Start|Verlassen"
+            "\nFirmware OX3 verpacken|Quellendatei (.LDR)|Zieldatei (.PR3)|Start"
+            "\nStromversorgungsmonitor der Orvanexe|Start|Stopp|Verlassen|Akkuladung|Akkukapazitaet|"
+            "Akkuspannung|Netzteilspannung|Temperatur|Ladebetrieb|%|Akkuladung simulieren|"
+            "PC <> OX  Ausgetauschte Daten"
+            "\nModem-ZEM|AKZ|Datum|Uhrzeit|AKZ/Datum/Uhrzeit -> Modem|MST-Nr.|Parameter|Bewertungszeichen|"
+            "Messwert|Messwert -> Modem|Sendebefehl|Script senden|Verlassen|PC <> Modem  Ausgetauschte Daten"
+            "\nDatei wählen|O.K.|Abbrechen");
+}
+
 TEST_F(Forms, WhatTheProgramSetsIsShown) {
   for (const Window* window : all) {
     const auto form = Show(*window);

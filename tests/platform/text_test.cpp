@@ -39,6 +39,13 @@ TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {
     EXPECT_EQ(text.Characters(), bytes) << content;
     EXPECT_EQ(text.Written(1, bytes.size()), shown);
   }
+  const FileText marked(
+      "A\u0300A\u0301A\u0302A\u0303A\u0308A\u030AC\u0327E\u0300E\u0301E\u0302E\u0308I\u0300I\u0301I\u0302"
+      "I\u0308N\u0303O\u0300O\u0301O\u0302O\u0303O\u0308U\u0300U\u0301U\u0302U\u0308Y\u0301a\u0300a\u0301"
+      "a\u0302a\u0303a\u0308a\u030Ac\u0327e\u0300e\u0301e\u0302e\u0308i\u0300i\u0301i\u0302i\u0308n\u0303"
+      "o\u0300o\u0301o\u0302o\u0303o\u0308u\u0300u\u0301u\u0302u\u0308y\u0301y\u0308",
+      '?');
+  EXPECT_EQ(ToText(marked.Characters()), "ÀÁÂÃÄÅÇÈÉÊËÌÍÎÏÑÒÓÔÕÖÙÚÛÜÝàáâãäåçèéêëìíîïñòóôõöùúûüýÿ");
 }
 
 }  // namespace ox

@@ -70,7 +70,9 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
   // Bytes changed, and what is said of it besides the checksum.
   using Damage = std::tuple<TableImage, std::size_t, Bytes, std::string>;
   for (const auto& [image, at, bytes, told] :
-       {Damage{newer, 16000, "z", "Prüfsumme 4AA6 hex, 4A21 hex erwartet"},
+       {Damage{newer, 28, "z", "Abschnitt 1 (Tabellenstand) ist beschädigt"},
+        {newer, 72, "z", "Abschnitt 3 (Ämter) ist beschädigt"},
+        {newer, 16000, "z", "Prüfsumme 4AA6 hex, 4A21 hex erwartet"},
         {newer, 4, "z", "Abschnitt 2 (Parameter) ist beschädigt"},
         {newer, 112 + 4, "z", "Abschnitt 4 (Messstellen) ist beschädigt"},
         {older, 5, "z", "die Adresse der Parameterliste liegt nicht im Abbild"},
@@ -196,6 +198,7 @@ TEST(TableImages, WhatWillBeWrittenIsToldInAFewWords) {
             "Stand Stand, 1 Amt, 1 Messstelle");
   EXPECT_EQ(DescribeParameterList(parameters), "2 Parameter");
   EXPECT_EQ(DescribeAssignmentTable(both), "2 Messstellen, 3 zugeordnete Parameter");
+  EXPECT_EQ(DescribeAssignmentTable(Packed("123456780001__")), "1 Messstelle, 1 zugeordneter Parameter");
 
   const auto images = BuildImagesSilently(two, parameters, both);
   ASSERT_TRUE(images);

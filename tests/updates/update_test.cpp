@@ -89,6 +89,7 @@ TEST(Update, ADroppedFileIsLoadedAsOneThatWasChosenWhateverItReplaces) {
   rig.Load();
   CheckBox& points = rig.Box("Mes");
   EXPECT_TRUE(points.Takes("/NEU.MES") && !rig.Box("Par").Takes("/NEU.MES"));
+  EXPECT_TRUE(rig.Box("Par").Takes("/neu.par") && rig.Box("Zuo").Takes("/neu.zuo"));
   points.Drop("/fehlt.mes");
   EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fehlt.mes!"});
   EXPECT_FALSE(points.Checked() || rig.start.Enabled());

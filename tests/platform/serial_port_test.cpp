@@ -12,6 +12,7 @@
 #include <numeric>
 
 #include "platform/posix/low_latency.h"
+#include "platform/posix/opening_fault.h"
 #include "platform/posix/port_names.h"
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_serial_port.h"
@@ -50,20 +51,21 @@ class SerialPortTest : public testing::Test {
   Bytes There(std::size_t count) {
     return Arriving(count, [this] { return farEnd_->Read(); });
   }
-  PortFault ExpectFailure(const std::function<void()>& operation) {
-    PortFault fault;
+  /// What is said of it.
+  std::string ExpectFailure(const std::function<void()>& operation) {
+    std::string told;
     const auto noting = [&] {
       try {
         operation();
       } catch (const PortError& error) {
-        fault = error.Fault();
+        told = Sentences(0, error.Fault());
         throw;
       }
     };
     EXPECT_THROW(noting(), PortError);
     EXPECT_FALSE(port_->PortOpen());
     EXPECT_TRUE(openPorts_.Handles().empty()) << "a dead line would keep Rest awake";
-    return fault;
+    return told;
   }
   /// What is said of an opening that fails.
   std::string Refusal(int number, std::string_view settings = kUsual) {
@@ -185,17 +187,26 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   WriteFile(host.processes / "locks", lock);
   WriteFile(host.processes / "4711/comm", "minicom\n");
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": belegt von minicom");
+  EXPECT_EQ(Sentences(6, OpeningFault(EBUSY, "COM6", host).Fault()),
+            "COM6: von einem anderen Programm belegt (minicom). minicom beenden oder abwarten.");
   PosixSerialPorts ports(openPorts_, host);
   port_ = ports.Create();
-  Open(kUsual, 6);
-  fs::remove("COM6");
-  farEnd_.reset();
   plugIn("ttyUSB4", "usb2", "pl2303");
   plugIn("ttyUSB5", "usb3", "pl2303");
-  EXPECT_EQ(told(6), "COM6 ist /dev/ttyUSB5: nicht vorhanden");
-  port_ = ports.Create();
-  EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }).reason, "nicht mehr vorhanden") << "no other unnoticed";
-  EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }).device, host.devices / "ttyUSB5");
+  const std::string before = farEnd_->Path(), next = (host.devices / "ttyUSB5").string();
+  for (const std::string what :
+       {": hat jetzt eine andere Nummer. ", ": nicht mehr vorhanden. Adapter wieder einstecken, sonst: "}) {
+    Open(kUsual, 6);
+    fs::remove("COM6");
+    if (what.find("nicht") != std::string::npos) farEnd_.reset();
+    EXPECT_EQ(told(6), "COM6 ist /dev/ttyUSB5: nicht vorhanden");
+    port_ = ports.Create();
+    EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }),
+              before + what + "COM6 ist mit dem nächsten Befehl " + next + ".")
+        << "no other unnoticed";
+    EXPECT_TRUE(ExpectFailure([&] { Open(kUsual, 6); }).starts_with(next + ": nicht vorhanden"));
+    fs::create_symlink(before, "COM6");
+  }
   fs::remove_all(ttys / "ttyUSB1");
   EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB0: nicht vorhanden") << "plugged out while the program runs";
 }
@@ -225,7 +236,8 @@ TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWholeUnlessTheReaderStalls) {
   std::future<Bytes> received = std::async(std::launch::async, [&] { return There(much.size()); });
   port_->Output(much);
   EXPECT_TRUE(received.get() == much);
-  ExpectFailure([&] { port_->Output(much); });
+  EXPECT_EQ(ExpectFailure([&] { port_->Output(much); }),
+            farEnd_->Path() + ": sendet nicht. Adapter und Leitung prüfen, dann den Befehl wiederholen.");
 }
 
 TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
@@ -235,8 +247,11 @@ TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
     farEnd_.emplace();
     Open();
     operation();  // a terminal without modem lines takes their setting silently
+    const std::string path = farEnd_->Path();
     farEnd_.reset();
-    EXPECT_EQ(ExpectFailure(operation).reason, "während der Arbeit abgezogen");
+    EXPECT_EQ(ExpectFailure(operation), path +
+                                            ": während der Arbeit abgezogen. "
+                                            "Adapter wieder einstecken, dann den Befehl wiederholen.");
   }
   farEnd_.emplace();
   Open("300,O,7,1");

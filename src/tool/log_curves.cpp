@@ -238,15 +238,12 @@ class Picture {
 
 std::string LogCurves(BytesView log) {
   Ranges ranges;
-  bool any = false;
   VisitEntries(log, [&](const PowerLogEntry& entry, std::size_t) {
-    any = true;
     ranges.time.Take(Seconds(entry.time));
     for (std::size_t value = 0; value < kLogValues; ++value) {
       ranges.values[value].Take(entry.Number(static_cast<LogValue>(value)));
     }
   });
-  if (!any) return {};
   Picture picture(log, ranges);
   double top = kFirstPanel;
   for (const Panel& panel : kPanels) {

@@ -373,7 +373,7 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
   menu->close();
   QCoreApplication::processEvents();
   const QImage picture = QImage::fromData(QByteArray::fromStdString(saved));
-  EXPECT_TRUE(picture.width() > 1000 && picture.pixelColor(0, 0) == QColor(Qt::white));
+  EXPECT_EQ(picture.size(), QSize(2000, 960));
 }
 
 TEST(TimeAxis, MarksAreRoundTimesOfDayAndDatesWhereDaysBegin) {
@@ -388,10 +388,6 @@ TEST(TimeAxis, MarksAreRoundTimesOfDayAndDatesWhereDaysBegin) {
     for (const TimeMark& mark : TimeMarks(start, length, 5)) seen += mark.text + " ";
     EXPECT_EQ(seen, marks) << length;
   }
-  const AxisRange even = RangeAround(50, 50, 1);
-  EXPECT_TRUE(even.low <= 49.5 && even.high >= 50.5 && even.high - even.low < 1.5);
-  const AxisRange wide = RangeAround(-3.2, 98.7, 1);
-  EXPECT_EQ(std::pair(wide.low, wide.high), std::pair(-20.0, 100.0));
 }
 
 TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {

@@ -138,6 +138,7 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
       {"<b>fett</b> & \"x\"\r\r\n/S/\r\n\n\x01", QString::fromUtf8("<b>fett</b> & \"x\"\n\n/S/\n\n␁"),
        kCloseBox},
       {std::string(20001, ' '), QString(19999, ' ') + u'…', Press(Qt::Key_Escape)},
+      {std::string(19998, ' ') + "😀x", QString(19998, ' ') + u'…', kCloseBox},  // no half of a character
       {std::string(80, 'x') + " " + std::string(81, 'x'), x80 + " " + x80 + QChar(0x200B) + "x", kCloseBox}};
   for (const auto& [text, shown, leave] : cases) {
     Later([&shown = shown, &leave = leave] {

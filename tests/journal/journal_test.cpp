@@ -35,7 +35,7 @@ struct Logged : TestHost {
 TEST(Journal, TellsWhatHappensWithItsTime) {
   Logged desk;
   ScriptedDevice device;
-  device.Expect("S", {{0.020, "A"}, {0.025, "\x7F\"<>\x01"}, {0.050, "B"}}).Expect("K");
+  device.Expect("S", {{0.020, "A"}, {0.030, "\x7F\"<>\x01"}, {0.041, "B"}}).Expect("K");
   desk.ports.Connect(2, &device);
   desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
   desk.Begin();
@@ -65,8 +65,8 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
         0 COM2 Öffnung 1 "9600,O,7,1"
         0 COM2 DTR aus
      1500 COM2 > "S"
-     1521 COM2 < "A<7F><22><3C>><01>" +5
-     1551 COM2 < "B"
+     1521 COM2 < "A<7F><22><3C>><01>" +10
+     1542 COM2 < "B"
      1560 COM2 > ")" + std::string(512, 'x') +
                             R"("
      1560 COM2 > "x"
@@ -118,6 +118,11 @@ TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
   const std::string full =
       "Das Protokoll endet hier: In den Ordner \"Protokoll\" lässt sich nicht mehr schreiben (Datenträger "
       "voll?).";
+  const auto take = [](MemoryFiles& files, int names) {
+    for (int name = 2; name <= names; ++name)
+      files.content[kFolder + "2026-11-16_10-00-00_" + std::to_string(name) + ".log"];
+    files.content[kFirst];
+  };
   const std::tuple<const char*, std::function<void(MemoryFiles&)>, Strings, bool> rows[] = {
       {"no folder",
        [](MemoryFiles& files) {
@@ -144,7 +149,9 @@ TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
        false},
       {"not to be written", [](MemoryFiles& files) { files.writable = false; }, {notMade}, false},
       {"full", [](MemoryFiles& files) { files.appendable = 0; }, {full}, false},
-      {"full later", [](MemoryFiles& files) { files.appendable = 2; }, {full}, true}};
+      {"full later", [](MemoryFiles& files) { files.appendable = 2; }, {full}, true},
+      {"one name of the second free", [&](MemoryFiles& files) { take(files, 98); }, {}, true},
+      {"none", [&](MemoryFiles& files) { take(files, 99); }, {notMade}, true}};
   for (const auto& [name, make, troubles, begun] : rows) {
     Logged desk;
     make(desk.files);
@@ -159,7 +166,7 @@ TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
     EXPECT_EQ(desk.ports.sent, "SSS") << name;
     EXPECT_EQ(desk.troubles, troubles) << name;
     EXPECT_EQ(desk.Log() != "-", begun) << name;
-    EXPECT_EQ(desk.files.openForAppending, 0) << name;
+    EXPECT_EQ(desk.files.openForAppending, begun && troubles.empty() ? 1 : 0) << name;
   }
 }
 
@@ -193,6 +200,12 @@ TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
   EXPECT_LT(first.size(), kLargestJournal + 100'000);
   EXPECT_NE(second.find(" begonnen 2026-11-16 10:00:00\n"), Bytes::npos);
   EXPECT_TRUE(second.ends_with("     5000 2\n     5000 Ende\n"));
+
+  Logged many;
+  for (int year = 1900; year < 2020; ++year)
+    many.files.content[kFolder + std::to_string(year) + "-01-01_00-00-00.log"];
+  many.Begin();
+  EXPECT_EQ(many.files.content.size(), kMostJournals + 1) << "and the note";
 }
 
 }  // namespace

@@ -60,11 +60,12 @@ TEST(Tool, TellsWhatADeviceAnswers) {
       {"poll --time", "T", " 16.11.26 10:00:00\r", "16.11.26 10:00:00\n= 0"},
       {"poll --point 12345678", "J    12345678:     \r", "\rE\r",
        "oxtool: die Orvanexe nennt keinen Wert dazu\n= 1"},
-      {"watch --count 2", ">\x7F\r", ">031703B630390352007B0005\r",
+      {"watch", ">\x7F\r", ">031703B630390352007B0005\r",
        "11-16-2026 10:00:00  Akkuldg:  79.1%  Akkuspg: 0.850V  Netzteilspg: 12.345V  Kapazität:  95.0%  "
        "Temp.: 23°C  Ladebetrieb: Schnellladung\n"
        "11-16-2026 10:00:01  Akkuldg:  79.1%  Akkuspg: 0.850V  Netzteilspg: 12.345V  Kapazität:  95.0%  "
-       "Temp.: 23°C  Ladebetrieb: Schnellladung\n= 0"},
+       "Temp.: 23°C  Ladebetrieb: Schnellladung\n"
+       "oxtool: Orvanexe antwortet nicht oder falsch: Prozedur abgebrochen!\n= 1"},
       {"watch --count 1", ">\x7F\r", ">0000\r", "oxtool: die Antwort ist kein Stromversorgungsstatus\n= 1"},
   };
   for (const auto& [arguments, request, reply, said] : rows) {

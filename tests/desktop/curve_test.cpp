@@ -1,0 +1,182 @@
+// What a curve consists of: every line, dot and word, with place and look.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QPaintEngine>
+#include <QPainterPath>
+#include <QTextStream>
+
+#include "desktop/curve_painting.h"
+#include "desktop/time_axis.h"
+
+namespace ox::test {
+namespace {
+
+/// Writes down what is painted, as places in the plot. Those of texts, which other fonts make wider, are told
+/// by the edge or the middle that stands where it should.
+class Recorder : public QPaintEngine, public QPaintDevice {
+ public:
+  explicit Recorder(const QFont& font) : QPaintEngine(AllFeatures), font_(font) {}
+
+  void Paint(const QRect& area, const CurveData& data, const QPalette& palette,
+             std::optional<double> marked) {
+    QPainter painter(this);
+    painter.setFont(font_);
+    layout_.emplace(area, painter.fontMetrics(), data);
+    area_ = area;
+    PaintCurve(painter, area, palette, data, marked);
+  }
+  std::string Take() { return std::exchange(written_, {}).toStdString(); }
+
+  bool begin(QPaintDevice* /*device*/) override { return true; }
+  bool end() override { return true; }
+  void updateState(const QPaintEngineState& /*state*/) override {}
+  Type type() const override { return User; }
+  void drawPixmap(const QRectF& /*to*/, const QPixmap& /*map*/, const QRectF& /*from*/) override {}
+  void drawLines(const QLineF* lines, int count) override {
+    for (int line = 0; line < count; ++line) Write("line", {lines[line].p1(), lines[line].p2()});
+  }
+  void drawRects(const QRectF* rects, int count) override {
+    for (int rect = 0; rect < count; ++rect)
+      Write("frame", {rects[rect].topLeft(), rects[rect].bottomRight()});
+  }
+  void drawEllipse(const QRectF& rect) override { Write("dot", {rect.topLeft(), rect.bottomRight()}); }
+  void drawPath(const QPainterPath& path) override {
+    QList<QPointF> points;
+    QString moves;
+    for (int at = 0; at < path.elementCount(); ++at) {
+      points += path.elementAt(at);
+      moves += path.elementAt(at).isMoveTo() ? "m" : "l";
+    }
+    Write("path " + moves, points);
+  }
+  void drawTextItem(const QPointF& at, const QTextItem& item) override {
+    const QRectF box(at.x(), at.y() - item.ascent(), item.width(), item.ascent() + item.descent());
+    QString place;
+    const auto stands = [&](const char* edge, double where, double wanted) {
+      if (std::abs(where - wanted) < 1.01) place += QString(" ") + edge;
+    };
+    const QRect& plot = layout_->plot;
+    stands("left", box.left(), area_.left());
+    stands("beside the axis", box.right(), plot.left() - 6);
+    stands("behind", box.left(), plot.right() + 6);
+    stands("below", box.top(), plot.bottom() + 4);
+    stands("in the centre", box.center().x(), plot.center().x());
+    stands("at its line", box.center().x(), lastX_);
+    for (std::size_t line = 0; line < kCurveLines; ++line) {
+      const QRect band = layout_->Band(line);
+      stands("at the top", box.top(), band.top());
+      stands("at the bottom", box.bottom(), band.bottom());
+      stands("in the middle", box.center().y(), band.center().y());
+      stands("above the middle", box.bottom(), band.center().y());
+    }
+    written_ += item.text() + ":" + place + (item.font().bold() ? " bold " : " ") +
+                state->pen().color().name(QColor::HexArgb) + "\n";
+  }
+
+ private:
+  QPaintEngine* paintEngine() const override { return const_cast<Recorder*>(this); }
+  int metric(PaintDeviceMetric which) const override {
+    const bool ratio = which == PdmDevicePixelRatio || which == PdmDevicePixelRatioScaled;
+    return ratio ? QPaintDevice::metric(which) : 96;
+  }
+  void Write(const QString& what, const QList<QPointF>& points) {
+    QTextStream line(&written_);
+    line << what;
+    for (const QPointF& point : points) {
+      // The piece of a line below its name stands half a text below the middle of the band.
+      const bool sample = point.x() < layout_->plot.left() - 9;
+      const QPointF from =
+          sample ? QPointF(area_.left(), layout_->plot.top() + QFontMetrics(font_).height() / 2.0)
+                 : QPointF(layout_->plot.topLeft());
+      line << " " << QString::number(point.x() - from.x(), 'f', 1) << ","
+           << QString::number(point.y() - from.y(), 'f', 1);
+    }
+    const QPen& pen = state->pen();
+    if (pen.style() != Qt::NoPen)
+      line << " pen " << pen.widthF() << " " << static_cast<int>(pen.style()) << " "
+           << pen.color().name(QColor::HexArgb);
+    if (what != "line" && state->brush().style() != Qt::NoBrush)
+      line << " filled " << state->brush().color().name(QColor::HexArgb);
+    line << "\n";
+    lastX_ = points.front().x();
+  }
+
+  QFont font_;
+  std::optional<CurveLayout> layout_;
+  QRect area_;
+  QString written_;
+  double lastX_ = 0;
+};
+
+TEST(Curve, ConsistsOfItsLinesDotsAndWords) {
+  CurveData data{.lines = {{{"Ladung", "%", 1, 1}, {"Spannung", "V", 3, 0.1}, {"Temperatur", "°C", 0, 5}}},
+                 .start = {2026, 12, 31, 23, 59, 50},
+                 .spans = {}};
+  const CurveData empty = data;
+  data.spans = {{0, 0, false, {{{50, 50, 50}, {6.8, 6.8, 6.8}, {-3, -3, -3}}}},
+                {2, 20, false, {{{40, 60, 45}, {6.7, 6.9, 6.8}, {-3, 20, 20}}}},
+                {50, 50, true, {{{45, 45, 45}, {6.8, 6.8, 6.8}, {20, 20, 20}}}},
+                {60, 90, false, {{{10, 30, 20}, {6.75, 6.75, 6.75}, {5, 6, 6}}}}};
+  QFont font;
+  for (int size = 8; QFontMetrics(font).horizontalAdvance("00:00:00") < 53; ++size) font.setPixelSize(size);
+  const QFontMetrics metrics(font);
+  // The plot has one size, whatever the font.
+  const QRect large(0, 0, 3000, 3000);
+  const CurveLayout around(large, metrics, data);
+  const QRect area(3, 5, 451 + 3000 - around.plot.width(), 162 + 3000 - around.plot.height());
+  EXPECT_EQ(around.plot.left(),
+            metrics.horizontalAdvance("Temperatur") + metrics.horizontalAdvance("-00.000°C") + 12);
+  EXPECT_EQ(2999 - around.plot.right(), metrics.horizontalAdvance("00.000 bis 00.000V") * 5 / 4 + 6);
+  EXPECT_EQ(2999 - around.plot.bottom(), metrics.height() + 4);
+  EXPECT_EQ(CurveLayout::LeastHeight(metrics), 6 * metrics.height() + 12 + metrics.height() + 4);
+  EXPECT_NEAR(around.TimeAt(around.PlaceOf(33)), 33, 1e-9);
+
+  Recorder recorder(font);
+  QPalette palette;
+  const auto paint = [&](const CurveData& painted, QColor ground, QColor ink, std::optional<double> marked) {
+    palette.setColor(QPalette::Base, ground);
+    palette.setColor(QPalette::Text, ink);
+    recorder.Paint(area, painted, palette, marked);
+    return recorder.Take() + "\n";
+  };
+  const std::string seen = paint(data, Qt::white, Qt::black, {}) +
+                           paint(data, QColor(127, 127, 127), Qt::white, 10) +
+                           paint(empty, QColor(128, 128, 128), Qt::black, 10);
+  QFile file(OX_DEMO_FOLDER "/../tests/desktop/curve.txt");
+  if (qEnvironmentVariableIsSet("OX_RENEW") && file.open(QIODevice::WriteOnly)) file.write(seen.c_str());
+  file.close();
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArrayList expected = file.readAll().split('\n'),
+                       lines = QByteArray::fromStdString(seen).split('\n');
+  for (int line = 0; line < std::max(expected.size(), lines.size()); ++line)
+    ASSERT_EQ(lines.value(line).toStdString(), expected.value(line).toStdString()) << "line " << line + 1;
+
+  const QImage picture = QImage::fromData(PictureOfCurve(data, "Titel"));
+  QImage heading(2000, 2 * (12 + QFontMetrics(QFont()).height()), QImage::Format_RGB32);
+  heading.setDevicePixelRatio(2);
+  heading.fill(Qt::white);
+  QPainter(&heading).drawText(QRect(12, 12, 976, 456), 0, "Titel, 31.12.2026 23:59:50 bis 01.01. 00:01:20");
+  EXPECT_EQ(picture.size(), QSize(2000, 960));
+  EXPECT_EQ(picture.copy(0, 0, 2000, heading.height()).convertToFormat(QImage::Format_RGB32), heading);
+}
+
+TEST(TimeAxis, HasAStepForEveryLength) {
+  const int minute = 60, hour = 3600, day = 86400;
+  for (const int step : {1,          2,          5,           10,          15,          30,      minute,
+                         2 * minute, 5 * minute, 10 * minute, 15 * minute, 30 * minute, hour,    2 * hour,
+                         3 * hour,   6 * hour,   12 * hour,   day,         2 * day,     7 * day, 14 * day}) {
+    const std::vector<TimeMark> marks = TimeMarks({2026, 12, 31, 0, 0, 0}, 4 * step, 5);
+    EXPECT_EQ(std::pair(marks.size(), marks[1].second), std::pair(std::size_t{5}, 1.0 * step));
+  }
+  const std::array<double, 5> rows[] = {{0, 10, 1, 0, 10},   {0, 10.1, 1, 0, 12},      {0, 19, 1, 0, 20},
+                                        {0, 21, 1, 0, 25},   {0, 49, 1, 0, 50},        {0, 51, 1, 0, 60},
+                                        {5, 5, 1, 4.5, 5.5}, {-3.2, 98.7, 1, -20, 100}};
+  for (const auto& [least, greatest, span, low, high] : rows) {
+    const AxisRange range = RangeAround(least, greatest, span);
+    EXPECT_EQ(std::pair(range.low, range.high), std::pair(low, high)) << greatest;
+  }
+}
+
+}  // namespace
+}  // namespace ox::test

@@ -17,7 +17,7 @@ if(OX_CCACHE)
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${OX_CCACHE})
 endif()
 find_program(OX_LLD ld.lld)
-if(OX_LLD)
+if(OX_LLD AND NOT WIN32)
   add_link_options(-fuse-ld=lld)
 endif()
 
@@ -84,6 +84,32 @@ function(ox_library name)
   target_link_libraries(${name} PUBLIC ox_flags ${ARG_LINKS})
 endfunction()
 
+# ox_find_headers(PACKAGE TARGET FOLDER): a package that has headers alone, all in FOLDER of /usr/include, as TARGET. A build
+# for another system gets a link to that folder, since the rest of /usr/include belongs to this machine.
+function(ox_find_headers package target folder)
+  if(NOT CMAKE_CROSSCOMPILING)
+    find_package(${package} REQUIRED)
+    return()
+  endif()
+  set(headers /usr/include/${folder})
+  if(NOT EXISTS ${headers})
+    message(FATAL_ERROR "${headers} is missing")
+  endif()
+  set(root ${PROJECT_BINARY_DIR}/third_party/${package})
+  file(MAKE_DIRECTORY ${root})
+  file(CREATE_LINK ${headers} ${root}/${folder} SYMBOLIC)
+  add_library(${target} INTERFACE IMPORTED)
+  target_include_directories(${target} SYSTEM INTERFACE ${root})
+endfunction()
+
+# ox_stand_alone(NAME): a program for Windows needs no library but the system's own. One with the toolkit, which comes as
+# libraries, shares the compiler's with it instead.
+function(ox_stand_alone name)
+  if(WIN32)
+    target_link_options(${name} PRIVATE -static)
+  endif()
+endfunction()
+
 # The bodies of tests cost most of a build. They are compiled plainly, with the test framework precompiled; what they
 # test, and the virtual host in tests/support, keep optimisation and both sanitizers.
 function(ox_compile_quickly name)
@@ -115,7 +141,8 @@ function(ox_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ox_flags ${ARG_LINKS} GTest::gtest GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(${name} PRIVATE OX_DEMO_FOLDER="${PROJECT_SOURCE_DIR}/demo")
+  target_compile_definitions(${name} PRIVATE OX_DEMO_FOLDER="${OX_TEST_ROOT}${PROJECT_SOURCE_DIR}/demo")
+  ox_stand_alone(${name})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC takes {.name = value} for a mistake where other members are left to their defaults.
     target_compile_options(${name} PRIVATE -Wno-missing-field-initializers)

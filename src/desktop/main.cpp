@@ -9,7 +9,7 @@
 #include "desktop/qt_window_system.h"
 #include "journal/journaled_host.h"
 #include "link/port_notices.h"
-#include "platform/posix/posix_host.h"
+#include "this_host/this_host.h"
 #include "ui/host.h"
 #include "version/version.h"
 
@@ -40,7 +40,7 @@ std::string NameAndBuild() {
 int main(int argumentCount, char** arguments) {
   qputenv("QT_NO_GLIB", "1");  // the toolkit's own event loop waits at less cost
   // Before the toolkit writes to a standard error that may be broken, or starts a thread.
-  ox::PosixHost posix;
+  ox::ThisHost here;
   QApplication application(argumentCount, arguments);
   QApplication::setApplicationName(QStringLiteral("oxservice"));
   QApplication::setDesktopFileName(QStringLiteral("oxservice"));
@@ -50,14 +50,13 @@ int main(int argumentCount, char** arguments) {
   QTranslator translator;
   SpeakGerman(application, translator);
 
-  ox::QtWindowSystem windows(posix.openPorts, posix.endRequests, posix.awake,
+  ox::QtWindowSystem windows(here.openPorts, here.endRequests, here.awake,
                              ox::WindowPlaces(ox::WindowPlaces::UsersFile()));
   ox::Notices notices;
-  ox::PortsWithNotices ports(posix.ports, notices);
-  ox::Host host{{windows, posix.clock, ports, posix.files, posix.random, posix.awake, posix.portList},
-                windows,
-                notices};
-  ox::Journal journal(posix.files, posix.clock, NameAndBuild(), [&notices](const std::string& trouble) {
+  ox::PortsWithNotices ports(here.ports, notices);
+  ox::Host host{
+      {windows, here.clock, ports, here.files, here.random, here.awake, here.portList}, windows, notices};
+  ox::Journal journal(here.files, here.clock, NameAndBuild(), [&notices](const std::string& trouble) {
     notices.Say(ox::Notices::From::kLog, trouble);
   });
   ox::JournaledHost logged(host, journal);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/machine.h"
+#include "platform/terminals.h"
 
 namespace ox::tool {
 
@@ -16,14 +17,6 @@ enum class ExitStatus : std::uint8_t {
   kFine = 0,
   kFailed = 1,    ///< faults were found, or the command could not do what it should
   kWrongUse = 2,  ///< the command line is not to be understood
-};
-
-/// Which of the streams lead to a terminal, where a user looks on and can answer.
-struct Terminals {
-  bool input = false;
-  bool output = false;
-  bool messages = false;
-  bool colours = false;  ///< the user lets texts on a terminal be coloured
 };
 
 /// What commands that use a device ask of their host beside the machine.

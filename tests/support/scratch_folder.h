@@ -1,22 +1,20 @@
 // A folder of its own for a test or a figure, which runs inside it; gone afterwards.
 #pragma once
 
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
-#include <system_error>
 
 namespace ox {
 
 class ScratchFolder {
  public:
   ScratchFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "ox-test-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr) throw std::system_error(errno, std::generic_category(), name);
-    path_ = name;
+    std::random_device any;
+    do path_ = std::filesystem::temp_directory_path() / ("ox-test-" + std::to_string(any()));
+    while (!std::filesystem::create_directory(path_));
     std::filesystem::permissions(path_, std::filesystem::perms(0755));
     std::filesystem::current_path(path_);
   }

@@ -1,20 +1,13 @@
 // Random numbers, seeded anew by the host for each run.
 #pragma once
 
-#include <random>
-
-#include "platform/random_numbers.h"
+#include "platform/seeded_random.h"
 
 namespace ox {
 
-class PosixRandom : public RandomNumbers {
+class PosixRandom : public SeededRandom {
  public:
-  PosixRandom() : engine_(std::random_device{}()) {}
-
-  double Next() override;
-
- private:
-  std::mt19937_64 engine_;
+  PosixRandom() : SeededRandom(std::random_device{}()) {}
 };
 
 }  // namespace ox

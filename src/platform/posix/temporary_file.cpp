@@ -4,46 +4,22 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <charconv>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
-#include <string>
-#include <string_view>
 #include <utility>
 
 #include "platform/posix/file_writing.h"
+#include "platform/temporary_name.h"
 
 namespace ox {
 namespace {
 
 namespace fs = std::filesystem;
 
-// The name: .ox-<process>-<number>.tmp
-constexpr std::string_view kPrefix = ".ox-";
-constexpr std::string_view kSuffix = ".tmp";
-constexpr char kSeparator = '-';
-
 constexpr mode_t kNewFile = 0666;  // rights, before the user's mask
 constexpr mode_t kRights = 07777;
 constexpr int kMostNames = 16;  // to try, when an earlier process of our number left its files behind
-
-/// Takes a number off the front of a text; -1 when there is none.
-int TakeNumber(std::string_view& text) {
-  int number = -1;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return error == std::errc() ? number : -1;
-}
-
-/// Which process has made a temporary file; 0 when the name is none of such a file.
-pid_t MakerOf(std::string_view name) {
-  if (!name.starts_with(kPrefix)) return 0;
-  name.remove_prefix(kPrefix.size());
-  const pid_t maker = TakeNumber(name);
-  if (maker <= 0 || !name.starts_with(kSeparator)) return 0;
-  name.remove_prefix(1);
-  return TakeNumber(name) >= 0 && name == kSuffix ? maker : 0;
-}
 
 bool IsDead(pid_t process) {
   return kill(process, 0) != 0 && errno == ESRCH;
@@ -53,9 +29,7 @@ bool IsDead(pid_t process) {
 
 TemporaryFile::TemporaryFile(fs::path target) : target_(std::move(target)) {
   for (int number = 0; number < kMostNames && !made_; ++number) {
-    const std::string process = std::to_string(getpid());
-    path_ = target_.parent_path() /
-            (std::string(kPrefix) + process + kSeparator + std::to_string(number) + std::string(kSuffix));
+    path_ = target_.parent_path() / TemporaryName(static_cast<std::uint32_t>(getpid()), number);
     file_ = Descriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFile));
     makingError_ = errno;
     made_ = file_.Valid();
@@ -97,8 +71,8 @@ void TemporaryFile::RemoveLeftovers(const fs::path& folder) {
   std::error_code error;
   for (fs::directory_iterator entry(folder.empty() ? "." : folder, error);
        !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    const pid_t maker = MakerOf(entry->path().filename().native());
-    if (maker != 0 && IsDead(maker)) unlink(entry->path().c_str());
+    const auto maker = static_cast<pid_t>(MakerOf(entry->path().filename().native()));
+    if (maker > 0 && IsDead(maker)) unlink(entry->path().c_str());
   }
 }
 

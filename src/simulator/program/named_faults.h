@@ -8,7 +8,7 @@
 
 #include "simulator/device/device.h"
 #include "simulator/device/modem.h"
-#include "simulator/pty/line_host.h"
+#include "simulator/line/host_options.h"
 
 namespace ox::sim {
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "simulator/line/endpoint.h"
+#include "simulator/line/host_options.h"
 #include "simulator/line/paced_line.h"
 #include "simulator/line/usb_adapter.h"
 #include "simulator/pty/name_claim.h"
@@ -15,14 +16,6 @@
 #include "simulator/pty/pty_line.h"
 
 namespace ox::sim {
-
-/// How the end is put on the line.
-struct HostOptions {
-  std::string link = "COM1";               ///< the name of the port; relative to the working folder
-  bool paced = true;                       ///< characters take their time on the line
-  std::optional<std::size_t> unplugAfter;  ///< the cable is pulled once, when so many characters have passed
-  Seconds latency = 0;                     ///< of a USB adapter at the PC; 0: none
-};
 
 /// One end on one pseudo-terminal under one name. Wakes up only when a character is due or has come. Takes
 /// from the PC no more than the line carries, and holds for it no more than the host's buffer: what is not

@@ -1,5 +1,5 @@
-// Random numbers, seeded anew by the host for each run.
-#include "platform/posix/posix_random.h"
+// Numbers of 64 bits as fractions.
+#include "platform/seeded_random.h"
 
 namespace ox {
 namespace {
@@ -9,7 +9,7 @@ constexpr double kUnit = 1.0 / (1ULL << 53);
 
 }  // namespace
 
-double PosixRandom::Next() {
+double SeededRandom::Next() {
   return static_cast<double>(engine_() >> kSpareBits) * kUnit;
 }
 

@@ -1,0 +1,19 @@
+// What lies in a folder of this host.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ox {
+
+struct FolderEntry {
+  std::wstring name;
+  unsigned long marks;  // the host's: FILE_ATTRIBUTE_...
+};
+
+/// All entries of a folder but itself and the one above it; nothing when it cannot be read. `folder` is a
+/// full path (HostPath).
+std::optional<std::vector<FolderEntry>> EntriesOf(std::wstring folder);
+
+}  // namespace ox

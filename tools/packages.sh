@@ -33,6 +33,9 @@ start_packages=(xvfb dbus at-spi2-core python3-gi gir1.2-atspi-2.0 python3-xlib)
 multilib_packages=(g++-multilib)
 # What the figures of a window take: a display, and Xlib for the time of its start.
 figures_packages=(xvfb libx11-dev)
+# What building for Windows takes, and what trying that build takes on top.
+windows_packages=(g++-mingw-w64-x86-64-posix googletest)
+windows_test_packages=(wine wine64)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)
 # What building Qt for Windows takes; what the program for Windows takes on top is in windows_packages.

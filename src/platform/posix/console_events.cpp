@@ -9,6 +9,7 @@ namespace ox {
 
 const bool& ConsoleEvents::Watch(WaitHandle requests) {
   requests_ = requests;
+  endRequested_ = false;
   return endRequested_;
 }
 

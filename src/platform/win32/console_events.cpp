@@ -16,6 +16,7 @@ HANDLE EventOf(WaitHandle handle) {
 
 const bool& ConsoleEvents::Watch(WaitHandle requests) {
   requests_ = requests;
+  endRequested_ = false;
   return endRequested_;
 }
 

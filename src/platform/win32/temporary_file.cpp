@@ -54,7 +54,9 @@ TemporaryFile::TemporaryFile(std::wstring target) : target_(std::move(target)) {
 
 TemporaryFile::~TemporaryFile() {
   file_.Close();
-  if (made_) DeleteFileW(path_.c_str());
+  if (!made_) return;
+  SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL);
+  DeleteFileW(path_.c_str());
 }
 
 bool TemporaryFile::Write(BytesView content) {

@@ -11,22 +11,24 @@ namespace {
 /// The event that a call sets; the host calls on a thread of its own and hands over nothing of ours.
 std::atomic<HANDLE> requestedNow{nullptr};
 
-BOOL WINAPI Request(DWORD kind) {
-  const HANDLE requested = requestedNow;
-  if (requested == nullptr) return FALSE;  // the host ends the program
-  SetEvent(requested);
-  // From the other calls nobody may return before the program has come to its end: it is ended at once then.
-  // Its end takes this thread with it.
-  if (kind != CTRL_C_EVENT && kind != CTRL_BREAK_EVENT) Sleep(INFINITE);
-  return TRUE;
+BOOL WINAPI Called(DWORD kind) {
+  return Win32EndRequests::Request(kind) ? TRUE : FALSE;
 }
 
 }  // namespace
 
+bool Win32EndRequests::Request(unsigned long kind) {
+  const HANDLE requested = requestedNow;
+  if (requested == nullptr) return false;
+  SetEvent(requested);
+  if (kind != CTRL_C_EVENT && kind != CTRL_BREAK_EVENT) Sleep(INFINITE);  // the end takes this thread with it
+  return true;
+}
+
 Win32EndRequests::Win32EndRequests() : requested_(NewEvent()) {
   requestedNow = requested_.Get();
   // Never taken back: that would wait for a call under way, which itself waits for the end of the program.
-  [[maybe_unused]] static const BOOL kTaken = SetConsoleCtrlHandler(Request, TRUE);
+  [[maybe_unused]] static const BOOL kTaken = SetConsoleCtrlHandler(Called, TRUE);
 }
 
 Win32EndRequests::~Win32EndRequests() {

@@ -17,6 +17,11 @@ class Win32EndRequests : public EndRequests {
 
   WaitHandle Handle() const override;
 
+  /// What the host calls, on a thread of its own, with the kind of request (CTRL_C_EVENT ...). False when
+  /// nobody has asked for requests: then it ends the program. From all but Ctrl+C and Ctrl+Break it does not
+  /// return, since the host would end the program at once before that has come to its end.
+  static bool Request(unsigned long kind);
+
  private:
   class Handle requested_;  // set once a request has come
 };

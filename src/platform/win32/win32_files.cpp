@@ -31,7 +31,8 @@ std::optional<std::wstring> WithoutLinks(const std::wstring& path) {
 
 /// Whether an existing file may be written. A move into its place checks only some of its rights. Somebody
 /// who has it open may still let it be replaced.
-bool MayBeWritten(const std::wstring& path) {
+bool MayBeWritten(const std::wstring& path, DWORD marks) {
+  if ((marks & FILE_ATTRIBUTE_READONLY) != 0) return false;
   const Handle file = OpenFile(path, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
   return IsRegular(file) || (!file.Valid() && GetLastError() == ERROR_SHARING_VIOLATION);
 }
@@ -102,8 +103,9 @@ bool Win32Files::Replace(const std::string& path, BytesView content) {
   const auto full = HostPath(path);
   const auto target = full ? WithoutLinks(*full) : std::nullopt;
   if (!target) return false;
-  const bool exists = GetFileAttributesW(target->c_str()) != INVALID_FILE_ATTRIBUTES;
-  if (exists && !MayBeWritten(*target)) return false;
+  const DWORD marks = GetFileAttributesW(target->c_str());
+  const bool exists = marks != INVALID_FILE_ATTRIBUTES;
+  if (exists && !MayBeWritten(*target, marks)) return false;
   const DWORD error = ReplaceByNewFile(*target, exists, content);
   if (error == 0) return true;
   if (!exists || !IsRefusal(error)) return false;

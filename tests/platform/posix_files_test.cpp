@@ -13,7 +13,7 @@
 #include <map>
 
 #include "platform/posix/descriptor.h"
-#include "platform/posix/standard_streams.h"
+#include "platform/standard_streams.h"
 #include "support/scratch_folder.h"
 
 namespace {

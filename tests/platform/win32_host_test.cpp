@@ -6,7 +6,7 @@
 #include <memory>
 #include <thread>
 
-#include "platform/win32/console_events.h"
+#include "platform/console_events.h"
 #include "platform/win32/shutdown_guard.h"
 #include "platform/win32/win32_end_requests.h"
 #include "platform/win32/win32_files.h"

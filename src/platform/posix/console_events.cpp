@@ -1,17 +1,11 @@
 // Resting until something arrives.
-#include "platform/posix/console_events.h"
+#include "platform/console_events.h"
 
 #include <poll.h>
 
 #include <vector>
 
 namespace ox {
-
-const bool& ConsoleEvents::Watch(WaitHandle requests) {
-  requests_ = requests;
-  endRequested_ = false;
-  return endRequested_;
-}
 
 void ConsoleEvents::Rest() {
   constexpr int kLongest = 50;  // milliseconds

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/console_events.h"
 #include "platform/open_ports.h"
-#include "platform/posix/console_events.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_end_requests.h"
 #include "platform/posix/posix_files.h"
@@ -14,7 +14,7 @@
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/posix/standard_streams.h"
+#include "platform/standard_streams.h"
 #include "platform/terminals.h"
 
 namespace ox {

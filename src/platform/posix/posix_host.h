@@ -9,7 +9,7 @@
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_random.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/posix/standard_streams.h"
+#include "platform/standard_streams.h"
 
 namespace ox {
 

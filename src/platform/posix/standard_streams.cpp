@@ -1,5 +1,5 @@
 // Streams that lead nowhere, in the place of missing ones.
-#include "platform/posix/standard_streams.h"
+#include "platform/standard_streams.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // Resting until something arrives.
-#include "platform/win32/console_events.h"
+#include "platform/console_events.h"
 
 #include <vector>
 
@@ -13,12 +13,6 @@ HANDLE EventOf(WaitHandle handle) {
 }
 
 }  // namespace
-
-const bool& ConsoleEvents::Watch(WaitHandle requests) {
-  requests_ = requests;
-  endRequested_ = false;
-  return endRequested_;
-}
 
 void ConsoleEvents::Rest() {
   constexpr DWORD kLongest = 50;  // milliseconds

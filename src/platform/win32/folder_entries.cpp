@@ -5,8 +5,7 @@
 
 namespace ox {
 
-std::optional<std::vector<FolderEntry>> EntriesOf(std::wstring folder) {
-  if (!folder.ends_with(L'\\')) folder += L'\\';
+std::optional<std::vector<FolderEntry>> EntriesOf(const std::wstring& folder) {
   WIN32_FIND_DATAW found{};
   std::vector<FolderEntry> entries;
   const HANDLE search = FindFirstFileExW((folder + L'*').c_str(), FindExInfoBasic, &found,

@@ -13,7 +13,7 @@ struct FolderEntry {
 };
 
 /// All entries of a folder but itself and the one above it; nothing when it cannot be read. `folder` is a
-/// full path (HostPath).
-std::optional<std::vector<FolderEntry>> EntriesOf(std::wstring folder);
+/// full path (HostPath) with its separator at the end.
+std::optional<std::vector<FolderEntry>> EntriesOf(const std::wstring& folder);
 
 }  // namespace ox

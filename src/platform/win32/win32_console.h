@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/console_events.h"
 #include "platform/open_ports.h"
-#include "platform/win32/console_events.h"
+#include "platform/standard_streams.h"
 #include "platform/win32/console_modes.h"
-#include "platform/win32/standard_streams.h"
 #include "platform/win32/win32_clock.h"
 #include "platform/win32/win32_end_requests.h"
 #include "platform/win32/win32_files.h"

@@ -21,7 +21,8 @@ bool ComesBefore(const std::wstring& one, const std::wstring& other) {
 
 /// Names of the entries that are folders, or that are none.
 std::optional<std::vector<std::string>> NamesIn(const std::string& folder, bool folders) {
-  const auto full = HostPath(folder);
+  auto full = HostPath(folder);
+  if (full && !full->ends_with(L'\\')) *full += L'\\';
   auto entries = full ? EntriesOf(*full) : std::nullopt;
   if (!entries) return std::nullopt;
   std::ranges::sort(*entries, ComesBefore, &FolderEntry::name);
@@ -31,7 +32,7 @@ std::optional<std::vector<std::string>> NamesIn(const std::string& folder, bool 
     const bool isFolder = (entry.marks & FILE_ATTRIBUTE_DIRECTORY) != 0;
     if (!name || isFolder != folders || (entry.marks & kHidden) != 0) continue;
     const bool isLink = (entry.marks & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    if (!isLink || OpenAny(*full + L"\\" + entry.name).Valid()) names.push_back(*name);
+    if (!isLink || OpenAny(*full + entry.name).Valid()) names.push_back(*name);
   }
   return names;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/open_ports.h"
-#include "platform/win32/standard_streams.h"
+#include "platform/standard_streams.h"
 #include "platform/win32/win32_clock.h"
 #include "platform/win32/win32_end_requests.h"
 #include "platform/win32/win32_files.h"

@@ -10,13 +10,17 @@
 namespace ox {
 
 /// The turns of a program on a console: what arrives on the open ports, and that somebody wants the program
-/// to end.
+/// to end. Each host rests in its own way, in its folder.
 class ConsoleEvents : public EventLoop {
  public:
   explicit ConsoleEvents(const OpenPorts& ports) : ports_(ports) {}
 
   /// Notices from now on what `requests` (EndRequests::Handle) brings; the flag is set in a turn that rests.
-  const bool& Watch(WaitHandle requests);
+  const bool& Watch(WaitHandle requests) {
+    requests_ = requests;
+    endRequested_ = false;
+    return endRequested_;
+  }
 
   void Yield() override {}
   void Rest() override;

@@ -22,9 +22,14 @@ constexpr std::size_t kReadSize = 65536;  // bytes
 constexpr mode_t kNewFile = 0666;         // rights, before the user's mask
 constexpr int kMostLinks = 40;            // as the host itself
 
+/// The host would take a path with a zero character for another one, which ends there.
+bool IsPath(const std::string& path) {
+  return path.find('\0') == std::string::npos;
+}
+
 /// Opens a regular file, but no device and no pipe. `flags` may make the file.
 Descriptor OpenRegular(const std::string& path, int flags) {
-  if (path.find('\0') != std::string::npos) return Descriptor();
+  if (!IsPath(path)) return Descriptor();
   struct stat status {};
   if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return Descriptor();
   return Descriptor(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFile));
@@ -92,7 +97,7 @@ std::optional<Bytes> PosixFiles::Read(const std::string& path, std::size_t limit
 }
 
 bool PosixFiles::Replace(const std::string& path, BytesView content) {
-  if (path.empty() || path.find('\0') != std::string::npos) return false;
+  if (path.empty() || !IsPath(path)) return false;
   const std::optional<fs::path> target = WithoutLinks(path);
   if (!target) return false;
   struct stat status {};
@@ -114,13 +119,13 @@ bool PosixFiles::Replace(const std::string& path, BytesView content) {
 bool PosixFiles::SameFile(const std::string& one, const std::string& other) {
   struct stat first {};
   struct stat second {};
-  return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
-         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+  return IsPath(one) && IsPath(other) && stat(one.c_str(), &first) == 0 &&
+         stat(other.c_str(), &second) == 0 && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
 bool PosixFiles::Exists(const std::string& path) {
   struct stat status {};
-  return lstat(path.c_str(), &status) == 0;
+  return IsPath(path) && lstat(path.c_str(), &status) == 0;
 }
 
 std::unique_ptr<AppendFile> PosixFiles::OpenForAppending(const std::string& path) {
@@ -134,11 +139,11 @@ std::unique_ptr<AppendFile> PosixFiles::MakeLog(const std::string& path) {
 std::optional<std::uintmax_t> PosixFiles::SizeOf(const std::string& path) {
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);  // fails on a folder and on a device
-  return error ? std::nullopt : std::optional(size);
+  return error || !IsPath(path) ? std::nullopt : std::optional(size);
 }
 
 bool PosixFiles::Remove(const std::string& path) {
-  return unlink(path.c_str()) == 0;
+  return IsPath(path) && unlink(path.c_str()) == 0;
 }
 
 }  // namespace ox

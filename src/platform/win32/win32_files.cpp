@@ -124,6 +124,11 @@ bool Win32Files::SameFile(const std::string& one, const std::string& other) {
   return first && second && LeadToOneFile(*first, *second);
 }
 
+bool Win32Files::Exists(const std::string& path) {
+  const auto full = HostPath(path);
+  return full && GetFileAttributesW(full->c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 std::unique_ptr<AppendFile> Win32Files::OpenForAppending(const std::string& path) {
   return AppendTo(path, OPEN_ALWAYS, true);
 }

@@ -17,6 +17,7 @@ class Win32Files : public Files {
   /// Replaces what a symbolic link leads to, not the link; an existing file keeps its rights and marks, a
   /// write-protected one stays. Clears away what killed programs have left in the folder.
   bool Replace(const std::string& path, BytesView content) override;
+  bool Exists(const std::string& path) override;
   bool SameFile(const std::string& one, const std::string& other) override;
   /// Others may read and append meanwhile, but not delete it.
   std::unique_ptr<AppendFile> OpenForAppending(const std::string& path) override;

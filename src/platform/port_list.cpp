@@ -16,6 +16,8 @@ std::string InWords(const PortEntry& entry) {
       return "keine Zugriffsrechte";
     case PortUse::kNotSerial:
       return "keine serielle Schnittstelle";
+    case PortUse::kPresent:
+      return "vorhanden";
     case PortUse::kMissing:
       break;
   }

@@ -5,12 +5,13 @@
 
 namespace ox {
 
-/// What can be seen of a port without opening it.
-enum class PortUse { kFree, kTaken, kNoRights, kMissing, kNotSerial };
+/// What can be seen of a port without opening it. Where the host tells no more than that it is there, it is
+/// kPresent.
+enum class PortUse { kFree, kTaken, kNoRights, kMissing, kNotSerial, kPresent };
 
 /// UTF-8; what is not known is empty.
 struct PortEntry {
-  std::string device;   // "/dev/ttyUSB0"; empty when nothing stands for the port
+  std::string device;   // "/dev/ttyUSB0"; empty when nothing stands for the port, or its name says all
   std::string product;  // maker and model of an adapter
   PortUse use = PortUse::kMissing;
   std::string holder;  // the program that has taken it
@@ -27,7 +28,7 @@ class PortList {
   virtual PortEntry Look(int number) = 0;
 };
 
-/// "COM1 ist /dev/ttyUSB0 (FTDI FT232R USB UART)"; for a port that nothing stands for just its name.
+/// "COM1 ist /dev/ttyUSB0 (FTDI FT232R USB UART)"; without what is not known.
 std::string Identity(int number, const PortEntry& entry);
 
 /// The same and whether the port can be used: "COM1 ist /dev/ttyUSB0 (FTDI FT232R USB UART): frei".

@@ -9,7 +9,8 @@
 #include <cerrno>
 #include <ctime>
 
-#include "platform/serial_port.h"
+#include "platform/port_errors.h"
+#include "platform/posix/terminal_settings.h"
 
 namespace ox {
 namespace {
@@ -17,14 +18,9 @@ namespace {
 using std::chrono::nanoseconds;
 using std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kGrace{400};      // for adapters that pass data on late
 constexpr std::chrono::milliseconds kQueueCheck{2};   // between two looks at the host's output queue
 constexpr std::size_t kReadSize = 4096;               // bytes; the host's own buffer is no larger
 constexpr std::size_t kMostPerRead = 16 * kReadSize;  // bytes; keeps a line that never pauses from holding us
-
-[[noreturn]] void ThrowHangUp() {
-  throw PortError("Verbindung unterbrochen", "Adapter und Stecker prüfen, dann den Befehl wiederholen");
-}
 
 /// Waits for the events or for a hang-up until the time comes; true when one of the events has come.
 bool WaitFor(int descriptor, short events, steady_clock::time_point end) {
@@ -46,13 +42,6 @@ int Unsent(int descriptor) {
   return ioctl(descriptor, TIOCOUTQ, &count) == 0 ? count : 0;
 }
 
-Bytes Cut(BytesView bytes, unsigned mask) {
-  Bytes cut(bytes);
-  std::transform(cut.begin(), cut.end(), cut.begin(),
-                 [mask](char byte) { return ByteOf(ByteValue(byte) & mask); });
-  return cut;
-}
-
 }  // namespace
 
 OpenLine::OpenLine(const std::string& path, const LineSettings& settings)
@@ -60,22 +49,18 @@ OpenLine::OpenLine(const std::string& path, const LineSettings& settings)
   ApplyLineSettings(settings, Number());
 }
 
-OpenLine::TimePoint OpenLine::EndOfSending(std::size_t bytes) const {
-  return std::max(sentAt_, steady_clock::now()) + settings_.CharacterTime() * bytes;
-}
-
 void OpenLine::Write(BytesView bytes) {
-  const Bytes cut = Cut(bytes, settings_.DataMask());
-  const TimePoint deadline = EndOfSending(cut.size()) + kGrace;
+  const Bytes cut = settings_.Cut(bytes);
+  const auto deadline = sending_.EndWith(cut.size()) + SendingTime::kGrace;
   for (BytesView rest = cut; !rest.empty();) {
     const ssize_t written = write(Number(), rest.data(), rest.size());
     if (written > 0) {
-      sentAt_ = EndOfSending(static_cast<std::size_t>(written));
+      sending_.NoteWritten(static_cast<std::size_t>(written));
       rest.remove_prefix(static_cast<std::size_t>(written));
     } else if (written < 0 && errno != EAGAIN && errno != EINTR) {
-      ThrowHangUp();
+      throw HungUp();
     } else if (steady_clock::now() >= deadline || !WaitFor(Number(), POLLOUT, deadline)) {
-      throw PortError("sendet nicht", "Adapter und Leitung prüfen, dann den Befehl wiederholen");
+      throw SendsNothing();
     }
   }
 }
@@ -90,21 +75,19 @@ Bytes OpenLine::Read() {
     } else if (count < 0 && errno == EINTR) {
       continue;
     } else if (arrived.empty() && !(count < 0 && errno == EAGAIN)) {
-      ThrowHangUp();
+      throw HungUp();
     } else {
       break;  // a hang-up behind the last characters is found by the next read
     }
   }
-  // An answer shows that the request was sent, even if the line should still be sending it (a virtual line
-  // can be faster than its settings say). What is left takes no longer than the grace.
-  if (!arrived.empty()) sentAt_ = std::min(sentAt_, steady_clock::now() + kGrace);
-  return Cut(arrived, settings_.DataMask());
+  if (!arrived.empty()) sending_.NoteAnswer();
+  return settings_.Cut(arrived);
 }
 
 void OpenLine::SetDataTerminalReady(bool on) {
   const int line = TIOCM_DTR;
   if (ioctl(Number(), on ? TIOCMBIS : TIOCMBIC, &line) != 0 && (errno == EIO || errno == ENODEV))
-    ThrowHangUp();
+    throw HungUp();
 }
 
 void OpenLine::WaitUntilSent() noexcept {
@@ -112,8 +95,8 @@ void OpenLine::WaitUntilSent() noexcept {
   // has a queue of its own.
   constexpr short kHangUpOnly = 0;
   const int number = Number();
-  WaitFor(number, kHangUpOnly, sentAt_);
-  const TimePoint latest = sentAt_ + kGrace;
+  WaitFor(number, kHangUpOnly, sending_.End());
+  const auto latest = sending_.End() + SendingTime::kGrace;
   while (Unsent(number) > 0 && steady_clock::now() < latest) {
     WaitFor(number, kHangUpOnly, steady_clock::now() + kQueueCheck);
   }

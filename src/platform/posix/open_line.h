@@ -1,13 +1,13 @@
 // One serial line from its opening to its closing: reading, writing, and knowing when all has been sent.
 #pragma once
 
-#include <chrono>
 #include <string>
 
 #include "platform/bytes.h"
-#include "platform/posix/line_settings.h"
+#include "platform/line_settings.h"
 #include "platform/posix/low_latency.h"
 #include "platform/posix/serial_device.h"
+#include "platform/sending_time.h"
 
 namespace ox {
 
@@ -34,15 +34,10 @@ class OpenLine {
   void WaitUntilSent() noexcept;
 
  private:
-  using TimePoint = std::chrono::steady_clock::time_point;
-
-  /// What the line needs to send so many bytes after all that it has to send already.
-  TimePoint EndOfSending(std::size_t bytes) const;
-
   SerialDevice device_;
   LowLatency lowLatency_{DriverOf(Number())};
   LineSettings settings_;
-  TimePoint sentAt_ = {};  // when the line has sent all that was written
+  SendingTime sending_{settings_.CharacterTime()};
 };
 
 }  // namespace ox

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/port_errors.h"
 #include "platform/posix/port_holder.h"
 #include "platform/posix/port_names.h"
 
@@ -44,12 +45,6 @@ std::string GroupAdvice(const std::string& path) {
   return "Benutzer in die Gruppe " + name + " aufnehmen, neu anmelden";
 }
 
-PortError TakenFault(const std::string& path, const HostFolders& host) {
-  const std::string holder = HolderOf(host, path).value_or("");
-  if (holder.empty()) return PortError("von einem anderen Programm belegt", "Das andere Programm beenden");
-  return PortError("von einem anderen Programm belegt (" + holder + ")", holder + " beenden oder abwarten");
-}
-
 PortError MissingFault(const std::string& path) {
   std::error_code failed;
   if (!fs::is_symlink(path, failed)) return NoSuchPort();
@@ -60,11 +55,6 @@ PortError MissingFault(const std::string& path) {
 
 }  // namespace
 
-PortError NoSuchPort() {
-  return PortError("nicht vorhanden",
-                   "Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen");
-}
-
 PortError OpeningFault(int error, const std::string& path, const HostFolders& host) {
   switch (error) {
     case EACCES:
@@ -72,7 +62,7 @@ PortError OpeningFault(int error, const std::string& path, const HostFolders& ho
       return PortError("keine Zugriffsrechte", GroupAdvice(path));
     case EBUSY:
     case EWOULDBLOCK:
-      return TakenFault(path, host);
+      return Taken(HolderOf(host, path).value_or(""));
     case ENOENT:
     case ENODEV:
     case ENXIO:
@@ -82,8 +72,7 @@ PortError OpeningFault(int error, const std::string& path, const HostFolders& ho
       return MissingFault(path);
     case ENOTTY:
     case EISDIR:
-      return PortError("keine serielle Schnittstelle",
-                       IsEntry(path) ? "Den Eintrag " + path + " im Arbeitsordner löschen" : "");
+      return NotSerial(IsEntry(path) ? "Den Eintrag " + path + " im Arbeitsordner löschen" : "");
     default:
       return PortError(std::generic_category().message(error));
   }

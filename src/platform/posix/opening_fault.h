@@ -8,9 +8,6 @@
 
 namespace ox {
 
-/// For a number that no device has.
-PortError NoSuchPort();
-
 /// What the host's error number means for the device at the path, in German: not there, no rights (with the
 /// group that has them, where joining it would help), taken (by which program, where the host tells), no
 /// serial line.

@@ -5,6 +5,7 @@
 
 #include <iostream>
 
+#include "platform/port_errors.h"
 #include "platform/port_list.h"
 #include "platform/posix/opening_fault.h"
 #include "platform/posix/port_names.h"
@@ -28,8 +29,7 @@ bool Exists(const std::string& path) {
 /// Of a line that failed in use. A device that is not there any more was pulled out.
 PortError BrokenOff(const std::string& device, const PortError& error) {
   if (Exists(device)) return With(device, error);
-  return PortError(
-      {device, "während der Arbeit abgezogen", "Adapter wieder einstecken, dann den Befehl wiederholen"});
+  return PulledOut(device);
 }
 
 /// Of a number that has passed to another device.

@@ -148,7 +148,7 @@ function(ox_test name)
     target_compile_options(${name} PRIVATE -Wno-missing-field-initializers)
   endif()
   ox_compile_quickly(${name} ${ARG_LINKS})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 180 ${ARG_PROPERTIES})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 180 ${ARG_PROPERTIES})
 endfunction()
 
 # ox_fuzzer(NAME LINKS library...): one libFuzzer harness, fuzz/NAME.cpp.

@@ -2,6 +2,7 @@
 #include "desktop/file_drops.h"
 
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QUrl>
 #include <algorithm>
@@ -44,8 +45,10 @@ Control* FileDrops::TakerOf(const std::string& path) const {
 std::vector<std::string> FileDrops::TakenOf(const QMimeData& data) const {
   std::vector<std::string> paths;
   for (const QUrl& url : data.urls()) {
-    std::string path = url.toLocalFile().toStdString();  // empty for what is not on this machine
-    if (TakerOf(path) != nullptr) paths.push_back(std::move(path));
+    const QString file = url.toLocalFile();  // empty for what is not on this machine
+    std::string path = file.toStdString();
+    // A folder is nothing that could be loaded, however it is named.
+    if (TakerOf(path) != nullptr && !QFileInfo(file).isDir()) paths.push_back(std::move(path));
   }
   return paths;
 }

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QDir>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,6 +18,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/start.h"
@@ -259,7 +261,7 @@ TEST_F(Forms, AQuietLineIsPaintedAsAnyTextThatFits) {
 }
 
 TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
-  const auto form = Show(files);
+  auto form = Show(files);
   std::string happened;
   files.File1.onSelect = [&] { happened += "select " + files.File1.SelectedItem() + " "; };
   files.File1.onActivate = [&] { happened += "activate "; };
@@ -287,6 +289,12 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   files.Drive1.SetSelected(0);
   QTest::keyClick(Find<QComboBox>(*form, files.Drive1), Qt::Key_Down);
   EXPECT_EQ(happened, "/media");
+
+  form->hide();
+  QApplication::setActiveWindow(form.get());  // the desktop may do that too late
+  list->setFocus();
+  EXPECT_EQ(QApplication::focusWidget(), list);
+  form.reset();  // the list loses the focus when it is no list any more
 }
 
 TEST_F(Forms, AFieldHandsOnEnterAndShowsThatItWasRefusedUntilItChanges) {
@@ -307,9 +315,11 @@ TEST_F(Forms, DroppedFilesGoToTheControlThatTakesThem) {
   new FileDrops(exchange, *form);
   std::string dropped;
   exchange.duemstwal.TakeFiles("*.mes", [&](const std::string& path) { dropped += path + " "; });
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir("x.mes");
   QMimeData dragged;
-  dragged.setUrls(
-      {QUrl("file:///a%20b.MES"), QUrl("file:///c.par"), QUrl("http://d.mes"), QUrl("file:///.mes")});
+  dragged.setUrls({QUrl("file:///a%20b.MES"), QUrl("file:///c.par"), QUrl("http://d.mes"),
+                   QUrl("file:///.mes"), QUrl::fromLocalFile(folder.filePath("x.mes"))});
   QWidget* const targets[] = {form.get(), Find<QLineEdit>(*form, exchange.AKZ)};
   for (QWidget* target : targets) {
     QDragEnterEvent enter({}, Qt::CopyAction, &dragged, Qt::LeftButton, {});

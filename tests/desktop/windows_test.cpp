@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <csignal>
 #include <fstream>
 
 #include "desktop/forms.h"
@@ -111,25 +112,6 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
             }),
             "left unload")
       << "the focused button alone";
-}
-
-TEST_F(Windows, AListMayHaveTheFocusWhenItsWindowGoes) {
-  struct Lists : Window {
-    using Window::Window;
-    void OnActivate() override { list.SetFocus(); }
-    ListBox list{*this, "Dir1"};
-  } lists(windows, "Dateiwahl", "Liste");
-  Later([&] {
-    Later([] {
-      QApplication::setActiveWindow(Top());
-      EXPECT_TRUE(QApplication::focusWidget()->inherits("QListWidget"));
-      kCloseBox();
-    });
-    windows.ShowModal(lists);
-    main.Unload();
-  });
-  windows.ShowModal(main);
-  EXPECT_FALSE(lists.IsOpen());
 }
 
 TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
@@ -311,6 +293,7 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
 
 TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
   const User asked[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); }, kSessionEnds};
+  std::signal(SIGHUP, SIG_DFL);  // as if the tests were not started by "nohup"
   // The toolkit has nothing to tell here.
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   for (const User& request : asked) {

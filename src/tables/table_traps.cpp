@@ -62,8 +62,15 @@ TableTraps Missing(const TableFields& fields, const TableFields& others, std::st
 TableTraps PointTableTraps(const TableFields& points) {
   TableTraps traps;
   Doubles doubles('N', " ist als Messstelle schon in Zeile ", " aufgeführt");
+  const TableField* office = nullptr;  // nothing stands between its code and its end yet
   for (const TableField& field : points) {
     doubles.Look(field, traps);
+    if (field.mark == 'A') office = &field;
+    if (field.mark == 'N') office = nullptr;
+    if (field.mark == 'B' && office != nullptr) {
+      traps.push_back({field.line, "Amt " + ToText(office->value) +
+                                       " ohne Messstellen: Abrufe zu seinem Kennzeichen bringen nichts"});
+    }
     if (field.mark == 'Z' && DigitsOnly(field.value).empty()) {
       traps.push_back({field.line, std::string("Amtskennzeichen nicht nur aus Ziffern").append(kNoImage)});
     }

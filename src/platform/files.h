@@ -39,6 +39,12 @@ class Files {
   virtual std::optional<Bytes> Read(const std::string& path, std::size_t limit) = 0;
   std::optional<Bytes> Read(const std::string& path) { return Read(path, kNoLimit); }
 
+  /// What a pipe brings until its writers have closed it, cut off after `limit` bytes; waits for that as long
+  /// as it takes. Nothing when the path is no pipe, or the host has none under a path.
+  virtual std::optional<Bytes> ReadPipe(const std::string& /*path*/, std::size_t /*limit*/) {
+    return std::nullopt;
+  }
+
   /// Writes the content beside the file and renames it into its place, so that the file is never half
   /// written; where folder or volume refuse that, writes it into the file itself. False, with the file as it
   /// was, when that failed.

@@ -19,7 +19,8 @@ using TableTraps = std::vector<TableTrap>;
 
 // Each takes the fields of tables that their parsers have taken. What is found is in the order of the lines.
 
-/// Points that stand there twice; offices without points; what a device of generation III does not take or show whole.
+/// Points that stand there twice; offices without points; what a device of generation III does not take or
+/// show whole.
 TableTraps PointTableTraps(const TableFields& points);
 
 /// Parameters that stand there twice, and units that are too short.

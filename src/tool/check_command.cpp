@@ -69,9 +69,9 @@ Action DefineCheck(CLI::App& app) {
   TakeTables(app, options->paths)->expected(1, kTableKinds);
   TakeJson(app, options->json);
   return [options](Console& console) {
-    if (TwoOfAKind(options->paths)) return console.WrongUse("zwei Tabellen derselben Art");
-    const TableSet set = LoadTables(console, options->paths);
-    const TableReport report = CheckTables(set);
+    const auto set = LoadTables(console, options->paths);
+    if (!set) return ExitStatus::kWrongUse;
+    const TableReport report = CheckTables(*set);
     const bool fine =
         report.faults.empty() && std::ranges::none_of(report.summaries, &std::string::empty, &Finding::text);
     if (options->json) {

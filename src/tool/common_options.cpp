@@ -1,8 +1,6 @@
 // One wording and one check for each.
 #include "tool/common_options.h"
 
-#include "tool/table_files.h"
-
 namespace ox::tool {
 
 CLI::Option* TakeJson(CLI::App& app, bool& json) {
@@ -10,7 +8,7 @@ CLI::Option* TakeJson(CLI::App& app, bool& json) {
 }
 
 CLI::Option* TakeTables(CLI::App& app, std::vector<std::string>& paths) {
-  return app.add_option("TABELLE", paths, "X.mes, X.par und X.zuo")->required()->check(TableNameFault);
+  return app.add_option("TABELLE", paths, "X.mes, X.par und X.zuo")->required();
 }
 
 std::string FileNameFault(const std::string& path) {

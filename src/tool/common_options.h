@@ -10,7 +10,7 @@ namespace ox::tool {
 /// --json.
 CLI::Option* TakeJson(CLI::App& app, bool& json);
 
-/// Station tables, known by the endings of their names; the caller says how many.
+/// Station tables; the caller says how many.
 CLI::Option* TakeTables(CLI::App& app, std::vector<std::string>& paths);
 
 /// What is wrong with the name of a file, for the option that takes it: that a script's variable was empty.

@@ -2,6 +2,7 @@
 #include "tool/files.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ox::tool {
 namespace {
@@ -20,20 +21,25 @@ std::string SizeText(std::size_t bytes) {
 
 }  // namespace
 
-std::optional<Bytes> ReadInput(const Console& console, const std::string& path, std::size_t limit) {
+std::optional<Bytes> ReadFileOrPipe(Files& files, const std::string& path, std::size_t limit) {
+  auto content = files.Read(path, limit);
+  return content ? std::move(content) : files.ReadPipe(path, limit);
+}
+
+Input ReadInput(const Console& console, const std::string& path, std::size_t limit) {
   Files& files = console.machine.files;
-  auto content = files.Read(path, limit + 1);  // one byte more, to notice a file that is too large
-  std::string fault;
-  if (!content) {
-    fault = !Exists(files, path)                ? "nicht gefunden"
-            : files.FoldersIn(path).has_value() ? "ist ein Ordner, erwartet ist eine Datei"
-                                                : "lässt sich nicht lesen";
-  } else if (content->size() > limit) {
-    fault = "zu groß, höchstens " + SizeText(limit) + " erwartet";
-  }
-  if (fault.empty()) return content;
-  console.Fail(path + ": " + fault);
-  return std::nullopt;
+  Input input;
+  bool tooLarge = files.SizeOf(path).value_or(0) > limit;
+  if (!tooLarge) input.content = ReadFileOrPipe(files, path, limit + 1);  // one byte more, to notice too many
+  tooLarge = tooLarge || (input.content && input.content->size() > limit);
+  if (input.content && !tooLarge) return input;
+  input.content.reset();
+  input.fault = tooLarge                            ? "zu groß, höchstens " + SizeText(limit) + " erwartet"
+                : !Exists(files, path)              ? "nicht gefunden"
+                : files.FoldersIn(path).has_value() ? "ist ein Ordner, erwartet ist eine Datei"
+                                                    : "lässt sich nicht lesen";
+  console.Fail(path + ": " + input.fault);
+  return input;
 }
 
 ExitStatus WriteOutput(const Console& console, const std::string& path, BytesView content,

@@ -11,9 +11,17 @@
 
 namespace ox::tool {
 
-/// The content of a file of at most `limit` bytes. Nothing when it cannot be read or is larger: the user has
-/// been told then.
-std::optional<Bytes> ReadInput(const Console& console, const std::string& path, std::size_t limit);
+/// Of a file, or of what a pipe brings up to its end: the content, cut off after `limit` bytes. Nothing when
+/// it cannot be read.
+std::optional<Bytes> ReadFileOrPipe(Files& files, const std::string& path, std::size_t limit);
+
+struct Input {
+  std::optional<Bytes> content;
+  std::string fault;  ///< why there is none, such as "nicht gefunden"
+};
+
+/// Reads a file or a pipe of at most `limit` bytes. When that fails or there is more, the user is told.
+Input ReadInput(const Console& console, const std::string& path, std::size_t limit);
 
 /// Writes a file in the place of what was there; kFailed, with the user told and the file as it was, when
 /// that is not possible, or when it is one of those that were read.

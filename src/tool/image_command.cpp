@@ -23,9 +23,9 @@ std::string GenerationFault(const std::string& generation) {
 }
 
 ExitStatus MakeImage(const Options& options, Console& console) {
-  if (TwoOfAKind(options.paths)) return console.WrongUse("zwei Tabellen derselben Art");
-  const TableSet set = LoadTables(console, options.paths);
-  const TableReport report = CheckTables(set);
+  const auto set = LoadTables(console, options.paths);
+  if (!set) return ExitStatus::kWrongUse;
+  const TableReport report = CheckTables(*set);
   WriteFindings(report, console.messages, console.ColoursOnMessages());
   // As in the window, tables that are too many for one generation are written for none.
   if (!report.faults.empty() || !report.images) return ExitStatus::kFailed;

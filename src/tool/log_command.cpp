@@ -1,12 +1,12 @@
 // oxtool log: what the power monitor has noted.
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <iomanip>
 #include <memory>
 #include <ostream>
 
 #include "platform/line_ends.h"
+#include "platform/time_text.h"
 #include "power/power_log_reader.h"
 #include "tool/commands.h"
 #include "tool/common_options.h"
@@ -24,13 +24,6 @@ constexpr const char* kHeading =
 constexpr std::array<int, kLogValues> kWidths{10, 8, 12, 13, 10};
 constexpr std::string_view kCsvHeading =
     "Sitzung;Zeit;Akkuladung %;Akkuspannung V;Netzteilspannung V;Akkukapazität %;Temperatur °C;Ladebetrieb";
-
-std::string Iso(const CivilTime& time) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", time.year, time.month, time.day,
-                time.hour, time.minute, time.second);
-  return text.data();
-}
 
 std::string WithComma(std::string number) {
   std::ranges::replace(number, '.', ',');
@@ -78,11 +71,11 @@ class Listing {
   void Write(const PowerLogEntry& entry) {
     std::ostream& out = console_.output;
     if (options_.csv) {
-      out << sessions_ << ";" << Iso(entry.time);
+      out << sessions_ << ";" << IsoTime(entry.time);
       for (const std::string& value : entry.values) out << ";" << WithComma(value);
       out << ";" << entry.state << kCrLf;
     } else if (options_.svg.empty()) {
-      out << Iso(entry.time);
+      out << IsoTime(entry.time);
       for (std::size_t value = 0; value < kLogValues; ++value) {
         out << std::setw(kWidths[value]) << WithComma(entry.values[value]);
       }
@@ -106,7 +99,7 @@ class Listing {
 };
 
 ExitStatus ShowLog(const Options& options, Console& console) {
-  const auto log = ReadInput(console, options.path, kMaxLog);
+  const auto log = ReadInput(console, options.path, kMaxLog).content;
   if (!log) return ExitStatus::kFailed;
   Listing listing(options, console);
   listing.List(*log);

@@ -5,11 +5,11 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <sstream>
 #include <vector>
 
+#include "platform/time_text.h"
 #include "power/power_log_reader.h"
 
 namespace ox::tool {
@@ -61,16 +61,19 @@ double Seconds(const CivilTime& time) {
          time.minute * 60.0 + time.second;
 }
 
-std::string TimeText(double seconds) {
+/// "2026-11-16 14:05", with ":58" behind it where minutes are too coarse.
+std::string TimeText(double seconds, bool withSeconds) {
   const auto whole = std::chrono::seconds(std::llround(seconds));
   const auto days = std::chrono::floor<std::chrono::days>(whole);
   const std::chrono::year_month_day day{std::chrono::sys_days(days)};
-  const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(whole - days).count();
-  std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d", static_cast<int>(day.year()),
-                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
-                static_cast<int>(minutes / 60), static_cast<int>(minutes % 60));
-  return text.data();
+  const std::chrono::hh_mm_ss time(whole - days);
+  std::string text =
+      IsoTime({static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month())),
+               static_cast<int>(static_cast<unsigned>(day.day())), static_cast<int>(time.hours().count()),
+               static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count())});
+  text.replace(text.find('T'), 1, " ");
+  if (!withSeconds) text.erase(text.rfind(':'));
+  return text;
 }
 
 std::string WithComma(double value) {
@@ -185,12 +188,16 @@ class Picture {
 
   void DrawTimes(double bottom) {
     constexpr int kTimes = 4;
+    constexpr double kHour = 3600;
+    const double lasts = ranges_.time.high - ranges_.time.low;
+    std::optional<double> before;
     for (int mark = 0; mark <= kTimes; ++mark) {
-      const double share = static_cast<double>(mark) / kTimes;
-      const double x = kLeft + share * kColumns;
+      const double time = std::round(ranges_.time.low + lasts * mark / kTimes);
+      if (time == before) continue;
+      before = time;
+      const double x = kLeft + ranges_.time.Share(time) * kColumns;
       Line(x, bottom, x, bottom + 5);
-      const double time = ranges_.time.low + share * (ranges_.time.high - ranges_.time.low);
-      Text(x, bottom + kLabelGap, "middle", "#333333") << TimeText(time) << "</text>\n";
+      Text(x, bottom + kLabelGap, "middle", "#333333") << TimeText(time, lasts < kHour) << "</text>\n";
     }
   }
 

@@ -40,7 +40,7 @@ std::string SeedFault(const std::string& text) {
 }
 
 ExitStatus Pack(const Options& options, Console& console) {
-  const auto hex = ReadInput(console, options.path, kMaxLoaderFile);
+  const auto hex = ReadInput(console, options.path, kMaxLoaderFile).content;
   if (!hex) return ExitStatus::kFailed;
   std::optional<SeededRandom> seeded;
   if (options.seed) seeded.emplace(*options.seed);

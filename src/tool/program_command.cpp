@@ -55,18 +55,21 @@ void WriteText(const std::string& path, const DeviceKind& kind, const ProgramIns
       << (format.checkWordMissing ? ", beim Laden eingesetzt" : "") << "\n";
 }
 
-void WriteJson(const DeviceKind& kind, const ProgramInspection& inspection, const Findings& found,
+/// Of a file that is no program only the fault is told.
+void WriteJson(const DeviceKind* kind, const ProgramInspection& inspection, const Findings& found,
                Console& console) {
-  const ProgramFormat& format = kind.program.format;
-  WriteJsonDocument({{"fine", found.faults.empty()},
-                     {"for", kind.name},
-                     {"records", format.records},
-                     {"bytes", format.ProgramSize()},
-                     {"storedCheckWord", inspection.storedWord},
-                     {"checkWord", inspection.rightWord},
-                     {"faults", found.faults},
-                     {"warnings", found.warnings}},
-                    console);
+  Json json{{"fine", found.faults.empty()}, {"for", nullptr},
+            {"records", nullptr},           {"bytes", nullptr},
+            {"storedCheckWord", nullptr},   {"checkWord", nullptr},
+            {"faults", found.faults},       {"warnings", found.warnings}};
+  if (kind != nullptr) {
+    json["for"] = kind->name;
+    json["records"] = kind->program.format.records;
+    json["bytes"] = kind->program.format.ProgramSize();
+    json["storedCheckWord"] = inspection.storedWord;
+    json["checkWord"] = inspection.rightWord;
+  }
+  WriteJsonDocument(json, console);
 }
 
 struct Options {
@@ -75,15 +78,18 @@ struct Options {
 };
 
 ExitStatus ShowProgram(const Options& options, Console& console) {
-  const auto program = ReadProgram(console, options.path);
-  if (!program) return ExitStatus::kFailed;
-  const ProgramFormat& format = program->kind->program.format;
-  const ProgramInspection inspection = InspectProgramFile(program->file, format);
+  const auto [kind, file, fault] = ReadProgram(console, options.path);
+  if (kind == nullptr) {
+    if (options.json) WriteJson(nullptr, {}, {.faults = {fault}, .warnings = {}}, console);
+    return ExitStatus::kFailed;
+  }
+  const ProgramFormat& format = kind->program.format;
+  const ProgramInspection inspection = InspectProgramFile(file, format);
   const Findings found = FindingsIn(inspection, format);
   if (options.json) {
-    WriteJson(*program->kind, inspection, found, console);
+    WriteJson(kind, inspection, found, console);
   } else {
-    WriteText(options.path, *program->kind, inspection, found, console.output);
+    WriteText(options.path, *kind, inspection, found, console.output);
   }
   if (found.faults.empty()) return ExitStatus::kFine;
   return console.Fail(ProgramFileFault(ProgramFileStatus::kChecksumError, options.path));

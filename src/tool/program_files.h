@@ -1,7 +1,6 @@
 // Program files as commands read them.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "programming/device_kind.h"
@@ -11,12 +10,13 @@
 namespace ox::tool {
 
 struct ProgramContent {
-  const DeviceKind* kind;  ///< that the file has the size for
+  const DeviceKind* kind = nullptr;  ///< that the file has the size for; null when it is no program
   Bytes file;
+  std::string fault;  ///< why it is none
 };
 
-/// Reads a program file; its kind is told by its size. Nothing when it has no kind's size or cannot be read:
-/// the user has been told then.
-std::optional<ProgramContent> ReadProgram(const Console& console, const std::string& path);
+/// Reads a program file; its kind is told by its size. When it has no kind's size or cannot be read the user
+/// has been told.
+ProgramContent ReadProgram(const Console& console, const std::string& path);
 
 }  // namespace ox::tool

@@ -2,10 +2,11 @@
 #include "tool/table_files.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "platform/line_ends.h"
 #include "tables/mes_table.h"
 #include "tables/par_table.h"
+#include "tables/table_cursor.h"
 #include "tables/table_summary.h"
 #include "tables/zuo_table.h"
 #include "tool/files.h"
@@ -13,20 +14,19 @@
 namespace ox::tool {
 namespace {
 
-/// A thousand times what a device can hold.
-constexpr std::size_t kMaxTable = std::size_t{16} * 1024 * 1024;  // bytes
-constexpr std::size_t kMostFaults = 10000;                        // what nobody reads to its end
+constexpr std::size_t kMostFaults = 10000;  // what nobody reads to its end
 
 struct Kind {
   std::string_view ending;
+  char firstMark;
   Bytes (*parse)(const TableText&, TableMessages&);
   std::string (*describe)(BytesView);
 };
 
 /// In the order of TableKind.
-constexpr std::array<Kind, kTableKinds> kKinds{{{".mes", ParseMesTable, DescribePointTable},
-                                                {".par", ParseParTable, DescribeParameterList},
-                                                {".zuo", ParseZuoTable, DescribeAssignmentTable}}};
+constexpr std::array<Kind, kTableKinds> kKinds{{{".mes", 'S', ParseMesTable, DescribePointTable},
+                                                {".par", 'P', ParseParTable, DescribeParameterList},
+                                                {".zuo", 'N', ParseZuoTable, DescribeAssignmentTable}}};
 
 /// Collects what a parser finds.
 class FaultCollector : public TableMessages {
@@ -49,50 +49,72 @@ class FaultCollector : public TableMessages {
   std::vector<TableFault>& faults_;
 };
 
-void Load(const Console& console, const Kind& kind, LoadedTable& table) {
-  const auto content = ReadInput(console, table.path, kMaxTable);
-  if (!content) return;
-  table.text.emplace(*content);
+bool EndsIn(std::string_view path, std::string_view ending) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  if (path.size() < ending.size()) return false;
+  return std::ranges::equal(path.substr(path.size() - ending.size()), ending, {}, lower);
+}
+
+/// Null when the name does not tell it.
+const Kind* KindOfName(std::string_view path) {
+  const auto kind = std::ranges::find_if(kKinds, [&](const Kind& each) { return EndsIn(path, each.ending); });
+  return kind != kKinds.end() ? &*kind : nullptr;
+}
+
+/// Null when the first mark does not tell it.
+const Kind* KindOfText(const TableText& text) {
+  const char mark = TableCursor(text.Characters()).FindControlMark();
+  const auto kind = std::ranges::find(kKinds, mark, &Kind::firstMark);
+  return kind != kKinds.end() ? &*kind : nullptr;
+}
+
+/// The kind of a table, which is read for that where its name does not tell it; null, and the user told, when
+/// it is of none.
+const Kind* KindOf(const Console& console, LoadedTable& table) {
+  if (const Kind* named = KindOfName(table.path)) return named;
+  const auto content = ReadFileOrPipe(console.machine.files, table.path, kMaxTable);
+  if (content) table.text.emplace(*content);
+  const Kind* kind = content ? KindOfText(*table.text) : nullptr;
+  if (kind == nullptr) {
+    console.WrongUse("TABELLE: " + table.path + " endet nicht auf .mes, .par oder .zuo" +
+                     (content ? " und beginnt nicht mit /S/, /P/ oder /N/" : ""));
+  }
+  return kind;
+}
+
+void Parse(const Console& console, const Kind& kind, LoadedTable& table) {
+  if (!table.text) {
+    const auto content = ReadInput(console, table.path, kMaxTable).content;
+    if (!content) return;
+    table.text.emplace(*content);
+  }
   FaultCollector collector(*table.text, table.faults);
   table.packed = kind.parse(*table.text, collector);
 }
 
 }  // namespace
 
-std::optional<TableKind> KindOfTable(std::string_view path) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  for (std::size_t kind = 0; kind < kTableKinds; ++kind) {
-    const std::string_view ending = kKinds[kind].ending;
-    if (path.size() < ending.size()) continue;
-    const std::string_view own = path.substr(path.size() - ending.size());
-    if (std::ranges::equal(own, ending, {}, lower)) return static_cast<TableKind>(kind);
-  }
-  return std::nullopt;
-}
-
-std::string TableNameFault(const std::string& path) {
-  return KindOfTable(path) ? "" : path + " endet nicht auf .mes, .par oder .zuo";
-}
-
 bool TableSet::Complete() const {
   return std::ranges::all_of(tables, [](const auto& table) { return table != nullptr && table->Sound(); });
 }
 
-bool TwoOfAKind(const std::vector<std::string>& paths) {
-  std::vector<std::optional<TableKind>> kinds(paths.size());
-  std::ranges::transform(paths, kinds.begin(), KindOfTable);
-  std::ranges::sort(kinds);
-  return std::ranges::adjacent_find(kinds) != kinds.end();
-}
-
-TableSet LoadTables(const Console& console, const std::vector<std::string>& paths) {
+std::optional<TableSet> LoadTables(const Console& console, const std::vector<std::string>& paths) {
   TableSet set;
+  std::vector<std::pair<const Kind*, LoadedTable*>> given;
   for (const std::string& path : paths) {
-    const auto kind = static_cast<std::size_t>(KindOfTable(path).value());
-    set.tables[kind] = std::make_unique<LoadedTable>();
-    set.tables[kind]->path = path;
-    Load(console, kKinds[kind], *set.tables[kind]);
+    auto table = std::make_unique<LoadedTable>();
+    table->path = path;
+    const Kind* kind = KindOf(console, *table);
+    if (kind == nullptr) return std::nullopt;
+    auto& place = set.tables[static_cast<std::size_t>(kind - kKinds.data())];
+    if (place != nullptr) {
+      console.WrongUse("zwei Tabellen derselben Art");
+      return std::nullopt;
+    }
+    place = std::move(table);
+    given.emplace_back(kind, place.get());
   }
+  for (const auto& [kind, table] : given) Parse(console, *kind, *table);
   return set;
 }
 

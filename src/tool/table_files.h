@@ -16,11 +16,8 @@ namespace ox::tool {
 enum class TableKind : std::uint8_t { kPoints, kParameters, kAssignments };
 constexpr std::size_t kTableKinds = 3;
 
-/// By the ending of a name, in capitals or not: .mes, .par or .zuo.
-std::optional<TableKind> KindOfTable(std::string_view path);
-
-/// What is wrong with a name that stands for a table, for the option that takes it; empty when nothing is.
-std::string TableNameFault(const std::string& path);
+/// A table is read up to here; a thousand times what a device can hold.
+constexpr std::size_t kMaxTable = std::size_t{16} * 1024 * 1024;  // bytes
 
 /// A place in a file; line 0 stands for the whole file.
 struct TableFault {
@@ -46,11 +43,11 @@ struct TableSet {
   bool Complete() const;  ///< all three are given and sound
 };
 
-/// Whether two of the paths stand for the same kind.
-bool TwoOfAKind(const std::vector<std::string>& paths);
-
-/// Reads the tables, no two of a kind. A file that cannot be read is told; the faults in a file are not.
-TableSet LoadTables(const Console& console, const std::vector<std::string>& paths);
+/// Reads the tables. Which is which, the ending of the name tells, in capitals or not: .mes, .par or .zuo; of
+/// another name, such as that of a pipe, the first mark in it. A file that cannot be read is told; the faults
+/// in a file are not. Nothing when a table is of no kind or two are of the same: the user was told how to use
+/// the command.
+std::optional<TableSet> LoadTables(const Console& console, const std::vector<std::string>& paths);
 
 /// What a sound table holds, on one line.
 std::string DescribeTable(TableKind kind, BytesView packed);

@@ -44,12 +44,19 @@ Json PointJson(const PointContent& point) {
           {"parameters", point.parameters}};
 }
 
+bool Readable(const ImageContent& content) {
+  return content.bodySize > 0;
+}
+
+/// Of what is no image only the faults are told.
 void WriteJson(const ImageContent& content, Console& console) {
   const TableContent& tables = content.tables;
-  Json json{{"for", Name(content)},
-            {"bytes", content.bodySize},
-            {"version", ShownText(tables.version)},
-            {"faults", content.faults}};
+  Json json{{"for", nullptr}, {"bytes", nullptr}, {"version", nullptr}, {"faults", content.faults}};
+  if (Readable(content)) {
+    json["for"] = Name(content);
+    json["bytes"] = content.bodySize;
+    json["version"] = ShownText(tables.version);
+  }
   json["offices"] = Json::array();
   for (const OfficeContent& office : tables.offices) {
     Json points = Json::array();
@@ -72,13 +79,19 @@ struct Options {
 };
 
 ExitStatus ShowTables(const Options& options, Console& console) {
-  const auto image = ReadInput(console, options.path, kImageSize);
-  if (!image) return ExitStatus::kFailed;
-  const ImageContent content = ReadTableImage(*image);
-  for (const std::string& fault : content.faults) console.Fail(options.path + ": " + fault);
-  const bool readable = content.bodySize > 0;
-  if (readable && options.json) WriteJson(content, console);
-  if (readable && !options.json) WriteText(content, console);
+  const auto [image, unread] = ReadInput(console, options.path, kImageSize);
+  ImageContent content;
+  if (image) {
+    content = ReadTableImage(*image);
+    for (const std::string& fault : content.faults) console.Fail(options.path + ": " + fault);
+  } else {
+    content.faults = {unread};
+  }
+  if (options.json) {
+    WriteJson(content, console);
+  } else if (Readable(content)) {
+    WriteText(content, console);
+  }
   return content.faults.empty() ? ExitStatus::kFine : ExitStatus::kFailed;
 }
 

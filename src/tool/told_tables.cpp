@@ -4,8 +4,9 @@
 #include <istream>
 #include <ostream>
 
-#include "tables/table_file.h"
 #include "tool/console_text.h"
+#include "tool/files.h"
+#include "tool/table_files.h"
 
 namespace ox::tool {
 
@@ -19,13 +20,13 @@ bool ToldMessages::Confirm(const std::string& text) {
 
 Bytes LoadTable(const Console& console, const std::string& path,
                 Bytes (*parse)(const TableText& text, TableMessages& messages)) {
-  const std::optional<TableText> text = ReadTableText(console.machine.files, path);
-  if (!text) {
+  const auto content = ReadFileOrPipe(console.machine.files, path, kMaxTable);
+  if (!content) {
     console.Fail("Fehler beim Lesen der Datei: " + path + "!");
     return {};
   }
   ToldMessages messages(console, path + ": ", false);
-  return parse(*text, messages);
+  return parse(TableText(*content), messages);
 }
 
 bool Agrees(const Console& console, std::string_view message, bool yes) {

@@ -16,12 +16,12 @@ struct Options {
 
 ExitStatus Unpack(const Options& options, Console& console) {
   const auto content = ReadProgram(console, options.path);
-  if (!content) return ExitStatus::kFailed;
-  const auto [status, program] = ReadProgramFile(content->file, content->kind->program.format);
+  if (content.kind == nullptr) return ExitStatus::kFailed;
+  const auto [status, program] = ReadProgramFile(content.file, content.kind->program.format);
   if (status != ProgramFileStatus::kGood) return console.Fail(ProgramFileFault(status, options.path));
   const ExitStatus written = WriteOutput(console, options.output, program, {options.path});
   if (written == ExitStatus::kFine) {
-    console.Say(options.output + ": " + std::string(content->kind->name) + ", " + DescribeProgram(program));
+    console.Say(options.output + ": " + std::string(content.kind->name) + ", " + DescribeProgram(program));
   }
   return written;
 }

@@ -8,6 +8,7 @@
 #include "session/messages.h"
 #include "tool/commands.h"
 #include "tool/console_text.h"
+#include "tool/files.h"
 #include "tool/told_tables.h"
 #include "tool/update_console.h"
 
@@ -33,7 +34,7 @@ const DeviceKind* KindOfFile(const std::string& path) {
 /// The program of a file; empty after its fault was told.
 Bytes LoadProgram(const Console& console, const std::string& path, const ProgramFormat& format) {
   // One byte more than the format has is read, to notice a file that is too long.
-  const std::optional<Bytes> file = console.machine.files.Read(path, format.FileSize() + 1);
+  const std::optional<Bytes> file = ReadFileOrPipe(console.machine.files, path, format.FileSize() + 1);
   if (!file) {
     console.Fail(path + ": lässt sich nicht lesen");
     return {};

@@ -35,6 +35,26 @@ Descriptor OpenRegular(const std::string& path, int flags) {
   return Descriptor(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFile));
 }
 
+/// Reads an open file to its end; nothing when that fails or none is open.
+std::optional<Bytes> ReadOpen(const Descriptor& file, std::size_t limit) {
+  struct stat status {};
+  if (!file.Valid() || fstat(file.Number(), &status) != 0) return std::nullopt;
+  Bytes content;
+  // Room for the whole file at once: growing piece by piece would take twice as much.
+  content.reserve(std::min(limit, static_cast<std::size_t>(status.st_size) + kReadSize));
+  while (content.size() < limit) {
+    const std::size_t before = content.size();
+    const std::size_t room = std::min(kReadSize, limit - before);
+    content.resize(before + room);
+    const ssize_t count = read(file.Number(), content.data() + before, room);
+    const bool interrupted = count < 0 && errno == EINTR;
+    if (count < 0 && !interrupted) return std::nullopt;
+    content.resize(before + (interrupted ? 0 : static_cast<std::size_t>(count)));
+    if (count == 0) break;
+  }
+  return content;
+}
+
 /// What the links lead to, even if it does not exist yet; nothing when they go round in a circle.
 std::optional<fs::path> WithoutLinks(fs::path path) {
   std::error_code error;
@@ -80,20 +100,13 @@ std::unique_ptr<AppendFile> AppendTo(Descriptor file, bool toDisk) {
 }  // namespace
 
 std::optional<Bytes> PosixFiles::Read(const std::string& path, std::size_t limit) {
-  const Descriptor file = OpenRegular(path, O_RDONLY);
-  if (!file.Valid()) return std::nullopt;
-  Bytes content;
-  while (content.size() < limit) {
-    const std::size_t before = content.size();
-    const std::size_t room = std::min(kReadSize, limit - before);
-    content.resize(before + room);
-    const ssize_t count = read(file.Number(), content.data() + before, room);
-    const bool interrupted = count < 0 && errno == EINTR;
-    if (count < 0 && !interrupted) return std::nullopt;
-    content.resize(before + (interrupted ? 0 : static_cast<std::size_t>(count)));
-    if (count == 0) break;
-  }
-  return content;
+  return ReadOpen(OpenRegular(path, O_RDONLY), limit);
+}
+
+std::optional<Bytes> PosixFiles::ReadPipe(const std::string& path, std::size_t limit) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISFIFO(status.st_mode)) return std::nullopt;
+  return ReadOpen(Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC)), limit);
 }
 
 bool PosixFiles::Replace(const std::string& path, BytesView content) {

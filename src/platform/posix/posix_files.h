@@ -10,6 +10,7 @@ class PosixFiles : public Files {
   using Files::Read;
   /// Reads regular files only: a device or a pipe could block or never end.
   std::optional<Bytes> Read(const std::string& path, std::size_t limit) override;
+  std::optional<Bytes> ReadPipe(const std::string& path, std::size_t limit) override;
   /// Replaces what a symbolic link leads to, not the link; an existing file keeps its rights, a
   /// write-protected one stays. Clears away what killed programs have left in the folder.
   bool Replace(const std::string& path, BytesView content) override;

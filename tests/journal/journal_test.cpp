@@ -35,7 +35,8 @@ struct Logged : TestHost {
 TEST(Journal, TellsWhatHappensWithItsTime) {
   Logged desk;
   ScriptedDevice device;
-  device.Expect("S", {{0.020, "A"}, {0.030, "\x7F\"<>\x01"}, {0.041, "B"}}).Expect("K");
+  device.Expect("S", {{0.020, "A"}, {0.030, "\x7F\"<>\x01"}, {0.041, "B"}, {0.055, Bytes(513, 'y')}})
+      .Expect("K");
   desk.ports.Connect(2, &device);
   desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
   desk.Begin();
@@ -45,6 +46,7 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   EXPECT_THROW(port.Open(), PortError);
   port.SetCommPort(2);
   port.Open();
+  port.SetModemLine(true);
   port.SetModemLine(false);
   desk.clock.Advance(1.5);
   port.Output("S");
@@ -57,16 +59,26 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   EXPECT_THROW(port.Input(), PortError);
   desk.windows.CancelNext();
   desk.logged->windows.ShowMessage("Weiter?\r\n" + std::string(1990, 'm') + "ÖÖ", Buttons::kOkCancel);
+  Window modem(desk.logged->windows, "Modem", "Test Ö");
+  desk.windows.OnShown("Modem", [&](Window& shown) {
+    desk.logged->windows.ShowMessage("!");
+    shown.RequestClose();
+  });
+  desk.logged->windows.ShowModal(modem);
   desk.End();
   EXPECT_EQ(desk.Log(), R"(Orvanexe Service 4.0.0 (0123456789), Protokoll 1, begonnen 2026-11-16 10:00:00
         0 COM3 ist "" ""
         0 COM3 nicht geöffnet "9600,O,7,1" "" "wrongly set, broken, taken or missing"
         0 COM2 ist "/dev/ttyUSB0" "Adapter Ö"
         0 COM2 Öffnung 1 "9600,O,7,1"
+        0 COM2 DTR an
         0 COM2 DTR aus
      1500 COM2 > "S"
      1521 COM2 < "A<7F><22><3C>><01>" +10
      1542 COM2 < "B"
+     1556 COM2 < ")" + std::string(512, 'y') +
+                            R"("
+     1556 COM2 < "y"
      1560 COM2 > ")" + std::string(512, 'x') +
                             R"("
      1560 COM2 > "x"
@@ -78,6 +90,10 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
      1560 Meldung "Weiter?<0D><0A>)" +
                             std::string(1990, 'm') + R"(..." OK/Abbrechen
      1560 Antwort Abbrechen
+     1560 Fenster auf "Modem" "Test Ö"
+     1560 Meldung "!" OK
+     1560 Antwort OK
+     1560 Fenster zu "Modem"
      1560 Ende
 )");
 }

@@ -94,9 +94,7 @@ class CurvePainter {
   void PaintTime(double x, const QString& text) {
     QRect box = painter_.fontMetrics().boundingRect(text).adjusted(-2, 0, 2, 0);
     box.moveTop(layout_.plot.bottom() + kTickLength);
-    const int farthest = area_.right() - box.width();
-    box.moveLeft(
-        std::clamp(static_cast<int>(x) - box.width() / 2, area_.left(), std::max(farthest, area_.left())));
+    box.moveLeft(static_cast<int>(x) - box.width() / 2);  // names and values have wider columns than a time
     painter_.setPen(Ink());
     painter_.drawText(box, Qt::AlignCenter, text);
   }

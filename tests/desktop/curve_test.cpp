@@ -77,8 +77,8 @@ class Recorder : public QPaintEngine, public QPaintDevice {
  private:
   QPaintEngine* paintEngine() const override { return const_cast<Recorder*>(this); }
   int metric(PaintDeviceMetric which) const override {
-    const bool ratio = which == PdmDevicePixelRatio || which == PdmDevicePixelRatioScaled;
-    return ratio ? QPaintDevice::metric(which) : 96;
+    if (which == PdmDevicePixelRatioScaled) return static_cast<int>(devicePixelRatioFScale());
+    return which == PdmDevicePixelRatio ? 1 : 96;
   }
   void Write(const QString& what, const QList<QPointF>& points) {
     QTextStream line(&written_);

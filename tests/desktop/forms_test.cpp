@@ -304,7 +304,7 @@ TEST_F(Forms, AFieldHandsOnEnterAndShowsThatItWasRefusedUntilItChanges) {
   const QColor usual = ground();
   exchange.MST.onEnter = [&] { exchange.MST.SetMarked(true); };
   QTest::keyClick(field, Qt::Key_Return);
-  EXPECT_NE(ground(), usual);
+  EXPECT_EQ(std::pair(usual, ground()), std::pair(QColor(Qt::white), QColor(255, 179, 179)));
   EXPECT_EQ(field->accessibleDescription(), QString::fromUtf8("Eingabe prüfen"));
   QTest::keyClick(field, Qt::Key_1);
   EXPECT_EQ(std::pair(ground(), field->accessibleDescription()), std::pair(usual, QString()));
@@ -373,6 +373,8 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
       "Akkuspannung zuletzt 6.810V, insgesamt 6.800 bis 6.810V; Temperatur zuletzt 23°C, insgesamt 23°C");
   QTest::keyClick(view, Qt::Key_Left);
   EXPECT_EQ(words(), "23:59:51; Akkuladung 79.0%; Akkuspannung 6.800V; Temperatur 23°C");
+  QTest::keyClick(view, Qt::Key_Right);
+  EXPECT_TRUE(words().starts_with("01.01. 00:00:05; Akkuladung 80.0%")) << words();
   Bytes saved;
   power.Verlauf.LetSave([&](const Bytes& picture) { saved = picture; });
   QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});

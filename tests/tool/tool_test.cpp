@@ -41,15 +41,15 @@ struct Tool : test::TestHost {
 
 TEST(Tool, TellsWhatADeviceAnswers) {
   const std::tuple<const char*, Bytes, Bytes, const char*> rows[] = {
-      {"poll", "P", "\r12345678: 0012 ?   7.50\r99999999: 0001      -3\x1B\rE\r",
-       "12345678: 0012 ?   7.50\n99999999: 0001      -3.\n= 0"},
+      {"poll", "P", "\r12345678: 0012 ?   7.50\r99999999: 0001     -13\x1B\rE\r",
+       "12345678: 0012 ?   7.50\n99999999: 0001     -13.\n= 0"},
       {"poll --table n.mes", "P", "\r12345678: 0012 ?   7.50\rE\r", "   Brü  : 0012 ?   7.50\n= 0"},
       {"poll --count 2", "P", "\r12345678: 0012 ?   7.50\rE\r",
        "2026-11-16T10:00:00  12345678: 0012 ?   7.50\n2026-11-16T10:00:10  12345678: 0012 ?   7.50\n= 0"},
       {"poll --json --table n.mes", "P",
-       "\r12345678: 0012 ?   7.50\r99999999: 0001      -3\rkein Messwert\rE\r",
+       "\r12345678: 0012 ?   7.50\r99999999: 0001     -13\rkein Messwert\rE\r",
        R"({"time":"2026-11-16T10:00:00","office":"101","point":"12345678","parameter":"0012","mark":"?","value":7.5,"name":"Brü"}
-{"time":"2026-11-16T10:00:00","office":null,"point":"99999999","parameter":"0001","mark":null,"value":-3,"name":null}
+{"time":"2026-11-16T10:00:00","office":null,"point":"99999999","parameter":"0001","mark":null,"value":-13,"name":null}
 {"time":"2026-11-16T10:00:00","office":null,"point":null,"parameter":null,"mark":null,"value":"kein Messwert","name":null}
 = 0)"},
       {"poll --csv --office 205", "J205               \r", "\r12345678: 0012 ?   7.50\rE\r",

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "power/power_log_reader.h"
+
 #include <string>
 #include <utility>
 
@@ -53,6 +55,23 @@ TEST(PowerHistory, AWeekIsKeptInTheMemoryOfAnHourWithItsPeaksAndGaps) {
   EXPECT_TRUE(spans.empty() && history.Data().start.day == 30);
   for (const float now : {3601.0F, 3602.0F}) history.Add(Charge(500), now);
   EXPECT_TRUE(spans.size() == 2 && spans[0].first == 1 && !spans[0].afterGap);
+}
+
+TEST(PowerLogReader, TakesWhatCanStandInALog) {
+  const auto kindOf = [](const std::string& text) { return PowerLogReader(text).Next(); };
+  const std::string values =
+      " Akkuldg: 1%  Akkuspg: 1V  Netzteilspg: 1V  Kapazität: 1%  Temp.: 1°C  Ladebetrieb: x";
+  for (const char* time :
+       {"00-01-0001 00:00:00", "13-01-0001 00:00:00", "01-00-0001 00:00:00", "01-32-0001 00:00:00",
+        "01-01-0000 00:00:00", "01-01-0001 24:00:00", "01-01-0001 00:60:00", "01-01-0001 00:00:61"})
+    EXPECT_EQ(kindOf(time + values), LogLineKind::kUnknown) << time;
+  EXPECT_EQ(kindOf("12-31-9999 23:59:60" + values), LogLineKind::kEntry);
+  std::string longest = "01-01-0001 00:00:00" + values;
+  longest.resize(1000, 'x');
+  EXPECT_EQ(kindOf(longest), LogLineKind::kEntry);
+  EXPECT_EQ(kindOf(longest + "x"), LogLineKind::kUnknown);
+  EXPECT_EQ(kindOf(std::string(20, '-')), LogLineKind::kRuler);
+  EXPECT_EQ(kindOf(std::string(19, '-')), LogLineKind::kUnknown);
 }
 
 TEST(PowerHistory, AGapIsWhereTheDeviceSaidNothingOrNothingThatCouldBeRead) {

@@ -133,8 +133,8 @@ TableTraps LineEndsReadAsMarks(const TableText& text, const std::vector<int>& li
   std::size_t end = BytesView::npos;
   for (const int wanted : lines) {
     for (; line < wanted; ++line) end = characters.find(kCr, end + 1);
-    if (end == BytesView::npos || end == 0) break;
-    if (characters[end - 1] != '/' || characters[end + 1] != '/') continue;
+    if (end == BytesView::npos) break;
+    if (end == 0 || characters[end - 1] != '/' || characters[end + 1] != '/') continue;
     traps.push_back({wanted,
                      "das Zeilenende zwischen zwei Schrägstrichen gilt als Steuerzeichen; ein Wort "
                      "am Ende der Zeile oder eine Leerzeile danach hilft"});

@@ -9,6 +9,7 @@
 #include "tables/table_characters.h"
 #include "tables/table_rig.h"
 #include "tables/table_text.h"
+#include "tables/table_traps.h"
 #include "tables/zuo_table.h"
 
 namespace ox {
@@ -107,6 +108,15 @@ TEST(TableFiles, FurtherFaultsAreLookedForFromTheNextEntryOn) {
   EXPECT_EQ(lines,
             (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 5",
                    "Fehler in Zeile 7", "Fehler in Zeile 7", "Fehler in Zeile 8", "Fehler in Zeile 10"}));
+}
+
+TEST(TableFiles, ALineEndBetweenTwoSlashesIsToldInItsLine) {
+  std::string lines;
+  const TableText text("\n/\n\n/A/\n/B/ x\n/\n/");
+  for (const TableTrap& trap : LineEndsReadAsMarks(text, {1, 2, 3, 4, 5, 6, 7, 8})) {
+    lines += std::to_string(trap.line) + " ";
+  }
+  EXPECT_EQ(lines, "4 6 7 ");
 }
 
 TEST(TableFiles, ParameterList) {

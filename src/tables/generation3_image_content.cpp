@@ -63,11 +63,11 @@ class Section {
     return (negative ? "-" : " ") + digits;
   }
 
-  /// The number of records in its head; 0 when there is no head.
+  /// The number of records in its head.
   std::size_t TakeCount() {
     const std::size_t count = TakeWord();
     Expect(kNulPair);
-    return sound_ ? count : 0;
+    return count;
   }
 
  private:

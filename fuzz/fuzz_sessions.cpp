@@ -14,7 +14,7 @@ constexpr double kTurn = 0.05;      // seconds between two looks whether a windo
 constexpr double kAMoment = 0.3;    // seconds that a message is read
 constexpr double kLongestAct = 60;  // seconds of a byte of the input, at most
 
-const std::map<std::string, Bytes>& Files() {
+const std::map<std::string, Bytes>& FirstFiles() {
   static const std::map<std::string, Bytes> files{
       {"OX.CFG", "\\M\\\r\nEDT\r\n"},
       {"/arbeit/netz.mes", Bytes(kMesFile)},
@@ -31,7 +31,7 @@ class Session {
   Session(unsigned choice, BytesView input)
       : input_(input),
         device_({.generation = static_cast<int>(1 + choice % 3), .startInLoader = choice / 4 % 4 == 3}) {
-    host_.files.content = Files();
+    host_.files.content = FirstFiles();
     host_.ports.Connect(1, &device_);
     host_.windows.OnMessage([this](const std::string& text) { Read(text); });
     for (const char* name : {"Datenaustausch", "updatetab", "updatepro", "UpdateproOx3",
@@ -131,8 +131,8 @@ class Session {
 
   /// Nothing is written but settings, log and program files, and these as they should be.
   static void CheckFile(const std::string& path, const Bytes& bytes) {
-    const auto before = Files().find(path);
-    if (path == "OX.CFG" || (before != Files().end() && before->second == bytes)) return;
+    const auto before = FirstFiles().find(path);
+    if (path == "OX.CFG" || (before != FirstFiles().end() && before->second == bytes)) return;
     if (path == "PowerManagementLog.txt") return Require(bytes.empty() || bytes.ends_with("\r\n"));
     Require(path.ends_with(".pr3") &&
             sim::ProgramSealed(ReadProgramFile(bytes, kProgramFormat3).program, sim::kLargeProgram));

@@ -66,7 +66,7 @@ Action DefineCheck(CLI::App& app) {
     bool json = false;
   };
   auto options = std::make_shared<Options>();
-  TakeTables(app, options->paths)->expected(1, kTableKinds);
+  TakeTables(app, options->paths).Words(1, kTableKinds);
   TakeJson(app, options->json);
   return [options](Console& console) {
     const auto set = LoadTables(console, options->paths);

@@ -1,10 +1,10 @@
 // The commands of oxtool. Each has a file of its own, NAME_command.cpp, which defines it.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <span>
 
+#include "command_line/new_option.h"
 #include "tool/console.h"
 
 namespace ox::tool {

@@ -32,12 +32,12 @@ void RestUntil(Machine& machine, Seconds start, int seconds, const bool& stop) {
 }  // namespace
 
 void DefineCycleOptions(CLI::App& app, CycleOptions& options) {
-  app.add_option("--every", options.seconds, "fragt alle so viele Sekunden; Ende mit Strg+C")
-      ->type_name("SEKUNDEN")
-      ->check(WholeNumber(1, kLongestPause));
-  app.add_option("--count", options.count, "fragt so viele Male")
-      ->type_name("ZAHL")
-      ->check(WholeNumber(1, kMostTurns));
+  AddOption(app, "--every", options.seconds, "fragt alle so viele Sekunden; Ende mit Strg+C")
+      .Takes("SEKUNDEN")
+      .Checked(WholeNumber(1, kLongestPause));
+  AddOption(app, "--count", options.count, "fragt so viele Male")
+      .Takes("ZAHL")
+      .Checked(WholeNumber(1, kMostTurns));
 }
 
 ExitStatus TakeTurns(Console& console, const CycleOptions& options, int seconds, int count,

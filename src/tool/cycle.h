@@ -1,9 +1,9 @@
 // Commands that ask a device again and again.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
+#include "command_line/new_option.h"
 #include "tool/console.h"
 
 namespace ox::tool {

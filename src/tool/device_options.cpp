@@ -19,7 +19,7 @@ bool IsComPort(std::string_view port) {
   return error == std::errc() && end == port.data() + port.size();
 }
 
-// The reasons to refuse an option, as CLI11 wants them; empty when it is right.
+// The reasons to refuse an option.
 
 /// A script's variable that was never set must not lead to a port that nobody named.
 std::string RefusalOfPort(const std::string& port) {
@@ -37,14 +37,14 @@ std::string RefusalOfLine(const std::string& line) {
 }  // namespace
 
 void DefineDeviceOptions(CLI::App& app, DeviceOptions& options) {
-  app.add_option("--port", options.port, "Schnittstelle: COM1 oder eine Gerätedatei wie /dev/ttyUSB0")
-      ->type_name("PORT")
-      ->check(RefusalOfPort)
-      ->required();
-  app.add_option("--line", options.line,
-                 "Baudrate und Parität, etwa 9600,O; sonst sucht sie ein Verbindungstest")
-      ->type_name("BAUD,PARITÄT")
-      ->check(RefusalOfLine);
+  AddOption(app, "--port", options.port, "Schnittstelle: COM1 oder eine Gerätedatei wie /dev/ttyUSB0")
+      .Takes("PORT")
+      .Checked(RefusalOfPort)
+      .Required();
+  AddOption(app, "--line", options.line,
+            "Baudrate und Parität, etwa 9600,O; sonst sucht sie ein Verbindungstest")
+      .Takes("BAUD,PARITÄT")
+      .Checked(RefusalOfLine);
 }
 
 SessionSettings SettingsOf(const DeviceOptions& options) {
@@ -61,16 +61,15 @@ SessionSettings SettingsOf(const DeviceOptions& options) {
   return settings;
 }
 
-CLI::Validator WholeNumber(int least, int most) {
+OptionCheck WholeNumber(int least, int most) {
   const std::string expected =
       "eine Zahl von " + std::to_string(least) + " bis " + std::to_string(most) + " erwartet";
-  const auto refusal = [=](const std::string& text) -> std::string {
+  return [=](const std::string& text) -> std::string {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool right = error == std::errc() && end == text.data() + text.size();
     return right && number >= least && number <= most ? "" : expected;
   };
-  return {refusal, ""};
 }
 
 }  // namespace ox::tool

@@ -1,9 +1,9 @@
 // The options by which a command finds its device.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 
+#include "command_line/new_option.h"
 #include "session/session_settings.h"
 
 namespace ox::tool {
@@ -20,6 +20,6 @@ void DefineDeviceOptions(CLI::App& app, DeviceOptions& options);
 SessionSettings SettingsOf(const DeviceOptions& options);
 
 /// A check of an option: a whole number from `least` to `most`.
-CLI::Validator WholeNumber(int least, int most);
+OptionCheck WholeNumber(int least, int most);
 
 }  // namespace ox::tool

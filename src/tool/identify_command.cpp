@@ -38,7 +38,7 @@ ExitStatus Identify(const Options& options, Console& console) {
 Action DefineIdentify(CLI::App& app) {
   auto options = std::make_shared<Options>();
   DefineDeviceOptions(app, options->device);
-  app.add_flag("--json", options->json, "als JSON-Objekt")->disable_flag_override();
+  AddFlag(app, "--json", options->json, "als JSON-Objekt");
   return [options](Console& console) { return Identify(*options, console); };
 }
 

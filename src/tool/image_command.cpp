@@ -43,11 +43,11 @@ ExitStatus MakeImage(const Options& options, Console& console) {
 
 Action DefineImage(CLI::App& app) {
   auto options = std::make_shared<Options>();
-  app.add_option("--generation", options->generation, "Generation der Geräte")
-      ->type_name("2|3")
-      ->required()
-      ->check(GenerationFault);
-  TakeTables(app, options->paths)->expected(kTableKinds);
+  AddOption(app, "--generation", options->generation, "Generation der Geräte")
+      .Takes("2|3")
+      .Required()
+      .Checked(GenerationFault);
+  TakeTables(app, options->paths).Words(kTableKinds, kTableKinds);
   TakeOutput(app, options->output);
   return [options](Console& console) { return MakeImage(*options, console); };
 }

@@ -122,10 +122,10 @@ ExitStatus ShowLog(const Options& options, Console& console) {
 Action DefineLog(CLI::App& app) {
   auto options = std::make_shared<Options>();
   TakeFile(app, options->path, "PowerManagementLog.txt");
-  app.add_flag("--csv", options->csv, "schreibt CSV für eine Tabellenkalkulation")->disable_flag_override();
-  app.add_option("--svg", options->svg, "schreibt die Kurven als Bild, das ein Browser zeigt")
-      ->type_name("DATEI")
-      ->check(FileNameFault);
+  AddFlag(app, "--csv", options->csv, "schreibt CSV für eine Tabellenkalkulation");
+  AddOption(app, "--svg", options->svg, "schreibt die Kurven als Bild, das ein Browser zeigt")
+      .Takes("DATEI")
+      .Checked(FileNameFault);
   return [options](Console& console) { return ShowLog(*options, console); };
 }
 

@@ -64,10 +64,10 @@ Action DefinePack(CLI::App& app) {
   auto options = std::make_shared<Options>();
   TakeFile(app, options->path, "Ladedatei, .LDR");
   TakeOutput(app, options->output);
-  app.add_option("--seed", options->seed,
-                 "Anfang der Zufallszahlen für die Füllbytes: gleiche Zahl, gleiche Datei")
-      ->type_name("ZAHL")
-      ->check(SeedFault);
+  AddOption(app, "--seed", options->seed,
+            "Anfang der Zufallszahlen für die Füllbytes: gleiche Zahl, gleiche Datei")
+      .Takes("ZAHL")
+      .Checked(SeedFault);
   return [options](Console& console) { return Pack(*options, console); };
 }
 

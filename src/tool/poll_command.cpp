@@ -98,19 +98,19 @@ ExitStatus RunPoll(const Options& options, Console& console) {
 Action DefinePoll(CLI::App& app) {
   auto options = std::make_shared<Options>();
   DefineDeviceOptions(app, options->device);
-  app.add_option("--office", options->fields.AKZ, "Amtskennzeichen, drei Ziffern")->type_name("AKZ");
-  app.add_option("--point", options->fields.MST, "Messstellennummer, acht Ziffern")->type_name("NUMMER");
-  app.add_option("--parameter", options->fields.Par, "Parameter, vier Ziffern")->type_name("PARAMETER");
-  auto* z = app.add_flag("--z", options->z, "Abruf Z statt Abruf J")->disable_flag_override();
-  auto* time = app.add_flag("--time", options->time, "Zeitabruf")->disable_flag_override();
-  app.add_option("--table", options->table, "Messstellentabelle, aus der die Namen kommen")
-      ->type_name("X.mes");
+  const NewOption office =
+      AddOption(app, "--office", options->fields.AKZ, "Amtskennzeichen, drei Ziffern").Takes("AKZ");
+  const NewOption point =
+      AddOption(app, "--point", options->fields.MST, "Messstellennummer, acht Ziffern").Takes("NUMMER");
+  const NewOption parameter =
+      AddOption(app, "--parameter", options->fields.Par, "Parameter, vier Ziffern").Takes("PARAMETER");
+  const NewOption z = AddFlag(app, "--z", options->z, "Abruf Z statt Abruf J");
+  const NewOption time = AddFlag(app, "--time", options->time, "Zeitabruf");
+  AddOption(app, "--table", options->table, "Messstellentabelle, aus der die Namen kommen").Takes("X.mes");
   DefineCycleOptions(app, options->cycle);
-  auto* csv =
-      app.add_flag("--csv", options->csv, "als CSV für eine Tabellenkalkulation")->disable_flag_override();
-  app.add_flag("--json", options->json, "ein JSON-Objekt je Zeile")->disable_flag_override()->excludes(csv);
-  time->excludes(z);
-  for (const char* field : {"--office", "--point", "--parameter"}) time->excludes(app.get_option(field));
+  const NewOption csv = AddFlag(app, "--csv", options->csv, "als CSV für eine Tabellenkalkulation");
+  AddFlag(app, "--json", options->json, "ein JSON-Objekt je Zeile").Excludes(csv);
+  for (const NewOption& other : {z, office, point, parameter}) time.Excludes(other);
   return [options](Console& console) { return RunPoll(*options, console); };
 }
 

@@ -81,9 +81,8 @@ ExitStatus RunOnConsole(const Console& console, DeviceSession& session, bool wri
 }
 
 void DefineUpdateOptions(CLI::App& app, UpdateOptions& options) {
-  app.add_flag("--yes,-y", options.yes, "beantwortet jede Frage mit Ja")->disable_flag_override();
-  app.add_flag("--dry-run", options.dryRun, "prüft Dateien und Gerät und schreibt nichts")
-      ->disable_flag_override();
+  AddFlag(app, "--yes,-y", options.yes, "beantwortet jede Frage mit Ja");
+  AddFlag(app, "--dry-run", options.dryRun, "prüft Dateien und Gerät und schreibt nichts");
 }
 
 }  // namespace ox::tool

@@ -1,9 +1,9 @@
 // An update of a device on a console.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
+#include "command_line/new_option.h"
 #include "programming/loader_link.h"
 #include "programming/update_run.h"
 #include "tool/device_session.h"

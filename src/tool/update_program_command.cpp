@@ -82,7 +82,7 @@ Action DefineUpdateProgram(CLI::App& app) {
   auto options = std::make_shared<Options>();
   DefineDeviceOptions(app, options->device);
   DefineUpdateOptions(app, options->update);
-  app.add_option("DATEI", options->path, "Programm (*.pro, *.pr3)")->required();
+  AddOption(app, "DATEI", options->path, "Programm (*.pro, *.pr3)").Required();
   return [options](Console& console) { return UpdateProgram(*options, console); };
 }
 

@@ -80,7 +80,7 @@ Action DefineUpdateTables(CLI::App& app) {
   auto options = std::make_shared<Options>();
   DefineDeviceOptions(app, options->device);
   DefineUpdateOptions(app, options->update);
-  app.add_option("DATEI", options->paths, "die drei Stationstabellen (*.mes, *.par, *.zuo)")->required();
+  AddOption(app, "DATEI", options->paths, "die drei Stationstabellen (*.mes, *.par, *.zuo)").Required();
   return [options](Console& console) { return UpdateTables(*options, console); };
 }
 

@@ -51,7 +51,7 @@ Action DefineWatch(CLI::App& app) {
   auto options = std::make_shared<Options>();
   DefineDeviceOptions(app, options->device);
   DefineCycleOptions(app, options->cycle);
-  app.add_flag("--csv", options->csv, "als CSV für eine Tabellenkalkulation")->disable_flag_override();
+  AddFlag(app, "--csv", options->csv, "als CSV für eine Tabellenkalkulation");
   return [options](Console& console) { return Watch(*options, console); };
 }
 

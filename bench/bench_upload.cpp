@@ -1,7 +1,9 @@
 // Whole updates into a simulated device, against the time that their characters take on the line.
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -121,18 +123,53 @@ bool UpdateProgram(Desk& desk, Figures& figures, const std::string& generation, 
                 desk.user);
 }
 
+/// An update by the name that the command line has for it.
+struct Upload {
+  std::string_view name;
+  bool (*run)(Desk& desk, Figures& figures);
+};
+
+constexpr std::array kUploads{
+    Upload{"tables",
+           [](Desk& desk, Figures& figures) {
+             return UpdateTables(desk, figures, "table update of 64 blocks", "0", kRatioLimit);
+           }},
+    Upload{"adapter16",
+           [](Desk& desk, Figures& figures) {
+             return UpdateTables(desk, figures, "table update by an adapter of 16 ms", "16", kNoLimit);
+           }},
+    Upload{"adapter1",
+           [](Desk& desk, Figures& figures) {
+             return UpdateTables(desk, figures, "table update by an adapter of 1 ms", "1",
+                                 kLowLatencyRatioLimit);
+           }},
+    Upload{"program2",
+           [](Desk& desk, Figures& figures) {
+             return UpdateProgram(desk, figures, "2", "ox2.pro", kProgram2Blocks);
+           }},
+    Upload{"program3",
+           [](Desk& desk, Figures& figures) {
+             return UpdateProgram(desk, figures, "3", "ox3.pr3", kProgram3Blocks);
+           }},
+};
+
 }  // namespace
 }  // namespace ox::bench
 
+// bench_upload [TOLERANCE [UPLOAD]]: what the limits are widened by, on a machine that others share, usually
+// nothing; and one of the uploads in place of all.
 int main(int argumentCount, char** arguments) {
   using namespace ox::bench;
   Desk desk(argumentCount, arguments);
-  // What the limits are widened by, on a machine that others share; usually nothing.
   Figures figures(argumentCount > 1 ? std::atof(arguments[1]) : 0);
-  bool done = UpdateTables(desk, figures, "table update of 64 blocks", "0", kRatioLimit);
-  done &= UpdateTables(desk, figures, "the same by an adapter of 16 ms", "16", kNoLimit);
-  done &= UpdateTables(desk, figures, "the same by an adapter of 1 ms", "1", kLowLatencyRatioLimit);
-  done &= UpdateProgram(desk, figures, "2", "ox2.pro", kProgram2Blocks);
-  done &= UpdateProgram(desk, figures, "3", "ox3.pr3", kProgram3Blocks);
+  const std::string_view only = argumentCount > 2 ? arguments[2] : "";
+  bool done = only.empty();
+  for (const Upload& upload : kUploads) {
+    if (only.empty()) {
+      done &= upload.run(desk, figures);
+    } else if (only == upload.name) {
+      done = upload.run(desk, figures);
+    }
+  }
   return done ? figures.ExitStatus() : EXIT_FAILURE;
 }

@@ -36,7 +36,8 @@ figures_packages=(xvfb libx11-dev)
 # What building for Windows takes, and what trying that build takes on top.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
 windows_test_packages=(wine wine64)
+# What building Qt for Windows takes, and what making the packages for Windows takes on top.
+windows_qt_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev)
+windows_package_packages=(nsis zip qt6-translations-l10n)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)
-# What building Qt for Windows takes; what the program for Windows takes on top is in windows_packages.
-windows_qt_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev)

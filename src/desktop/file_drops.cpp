@@ -1,6 +1,7 @@
 // From the toolkit's drag and drop to the controls.
 #include "desktop/file_drops.h"
 
+#include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -46,7 +47,7 @@ std::vector<std::string> FileDrops::TakenOf(const QMimeData& data) const {
   std::vector<std::string> paths;
   for (const QUrl& url : data.urls()) {
     const QString file = url.toLocalFile();  // empty for what is not on this machine
-    std::string path = file.toStdString();
+    std::string path = QDir::toNativeSeparators(file).toStdString();  // as the host writes its paths
     // A folder is nothing that could be loaded, however it is named.
     if (TakerOf(path) != nullptr && !QFileInfo(file).isDir()) paths.push_back(std::move(path));
   }

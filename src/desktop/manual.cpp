@@ -72,7 +72,7 @@ void TellFailure(const QPointer<QWidget>& window, const QString& manual) {
   const QString text = QFile::exists(manual)
                            ? QStringLiteral("Das Handbuch lässt sich nicht anzeigen. Es liegt hier:\n")
                            : QStringLiteral("Das Handbuch ist nicht vorhanden. Es fehlt hier:\n");
-  AtBorder([&] { ShowNote(window, (text + manual).toStdString()); });
+  AtBorder([&] { ShowNote(window, (text + QDir::toNativeSeparators(manual)).toStdString()); });
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The toolkit's file dialogue, and which kind of file the user meant.
 #include "desktop/save_question.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QScreen>
@@ -34,7 +35,8 @@ class SaveDialog : public QFileDialog {
       QFileDialog::accept();
       return;
     }
-    const QString question = QStringLiteral("Die Datei %1 gibt es schon. Ersetzen?").arg(files.front());
+    const QString question =
+        QStringLiteral("Die Datei %1 gibt es schon. Ersetzen?").arg(QDir::toNativeSeparators(files.front()));
     AskBeside(this, question.toStdString(), [this] { QFileDialog::accept(); });
   }
 };
@@ -72,11 +74,12 @@ void SaveQuestion::Ask(QWidget& form, std::string_view name, const std::vector<F
   complete();
   QObject::connect(dialog, &QFileDialog::filterSelected, dialog, complete);
   dialog->selectFile(ToQt(name));
-  QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
-                   [this, dialog, kinds, answer = std::move(answer)](const QString& path) {
-                     folder_ = QFileInfo(path).absolutePath();
-                     AtBorder([&] { answer(path.toStdString(), KindOf(path, *dialog, kinds)); });
-                   });
+  QObject::connect(
+      dialog, &QFileDialog::fileSelected, dialog,
+      [this, dialog, kinds, answer = std::move(answer)](const QString& path) {
+        folder_ = QFileInfo(path).absolutePath();
+        AtBorder([&] { answer(QDir::toNativeSeparators(path).toStdString(), KindOf(path, *dialog, kinds)); });
+      });
   dialog->setWindowFlags(kDialogFrame);
   dialog->resize(dialog->sizeHint().boundedTo(form.screen()->availableGeometry().size() - kUsualFrame));
   dialog->open();

@@ -35,7 +35,7 @@ multilib_packages=(g++-multilib)
 figures_packages=(xvfb libx11-dev)
 # What building for Windows takes, and what trying that build takes on top.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
-windows_test_packages=(wine wine64)
+windows_test_packages=(wine wine64 python3)
 # What building Qt for Windows takes, and what making the packages for Windows takes on top.
 windows_qt_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev)
 windows_package_packages=(nsis zip qt6-translations-l10n)

@@ -24,6 +24,8 @@ class NullModem {
 
   SerialPort& Far() { return *far_; }
   void Pull() { Do('p'); }
+  /// Waits until what was written has arrived.
+  void Settle() { Do('w'); }
   /// Speed, odd (1 or 0) and checked (1 or 0), as the near end was opened: "9600 1 1".
   std::string NearSettings() { return Do('s'); }
 

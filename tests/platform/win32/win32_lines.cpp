@@ -14,6 +14,7 @@ struct OnANullModem : Line {
   const OpenPorts* Waiting() const override { return &openPorts; }
   void Say(char said) override { modem.Far().Output({&said, 1}); }
   void Pull() override { modem.Pull(); }
+  void Work() override { modem.Settle(); }
 };
 
 }  // namespace

@@ -46,7 +46,7 @@ Control* FileDrops::TakerOf(const std::string& path) const {
 std::vector<std::string> FileDrops::TakenOf(const QMimeData& data) const {
   std::vector<std::string> paths;
   for (const QUrl& url : data.urls()) {
-    const QString file = url.toLocalFile();  // empty for what is not on this machine
+    const QString file = url.toLocalFile();                           // empty for what is not on this machine
     std::string path = QDir::toNativeSeparators(file).toStdString();  // as the host writes its paths
     // A folder is nothing that could be loaded, however it is named.
     if (TakerOf(path) != nullptr && !QFileInfo(file).isDir()) paths.push_back(std::move(path));

@@ -50,6 +50,7 @@ std::vector<std::string> LogsIn(const std::vector<std::string>& names) {
   }
   std::ranges::sort(logs, std::greater());
   std::vector<std::string> sorted;
+  sorted.reserve(logs.size());
   for (const auto& [time, number] : logs) sorted.push_back(LogName(time, number));
   return sorted;
 }

@@ -12,6 +12,7 @@
 #include <future>
 #include <numeric>
 
+#include "platform/line_settings.h"
 #include "platform/posix/low_latency.h"
 #include "platform/posix/opening_fault.h"
 #include "platform/posix/port_names.h"
@@ -215,6 +216,8 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
 TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {
   Bytes all(256, '\0');
   std::iota(all.begin(), all.end(), '\0');
+  EXPECT_EQ(ParseLineSettings("600,E,7,2").CharacterTime(), std::chrono::nanoseconds(18'333'333))
+      << "11 bits";
   Open("115200,O,8,1");  // 11 bits a character
   const auto start = std::chrono::steady_clock::now();
   port_->Output(all);

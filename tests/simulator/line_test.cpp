@@ -108,6 +108,23 @@ TEST(Line, WhatAnEndHearsOfOneCharacter) {
   EXPECT_EQ(CrossToPc("AS", kOdd, kEven), Bytes(2, '\0')) << "the host reads a damaged character as NUL";
 }
 
+TEST(LineHost, HearsWhatWasSentBeforeThePortWasSetAnewHoweverLateItReads) {
+  Device device({});
+  Wire wire(device);
+  wire.Open("9600,O,7,1");
+  wire.port.Output("S@UPDATEREQ\r");
+  wire.Open("19200,n,8,1");
+  wire.Step();
+  wire.Settle();
+  EXPECT_EQ(wire.Read(11), "@UPDATEACK\r");
+  wire.port.Output("S");
+  wire.Open("9600,O,7,1");
+  wire.port.Output("S");
+  wire.Step();
+  wire.Settle();
+  EXPECT_EQ(wire.Read(1), "") << "what was sent last is heard as it was sent";
+}
+
 TEST(LineHost, TakesFromThePcWhatTheLineCarriesAndNoMore) {
   test::ScriptedDevice end;
   Wire wire(end, true);

@@ -68,15 +68,16 @@ void LineHost::Unplug() {
 std::optional<LineSettings> LineHost::PcEnd() {
   if (!plug_) return std::nullopt;
   // A port that is closed forgets what was not read.
-  const bool wasOpen = plug_->openings.Any();
-  const bool left = plug_->openings.Look();
+  plug_->openings.Look();
+  const bool wasOpen = std::exchange(plug_->open, plug_->openings.Any());
+  const bool left = plug_->openings.TakeLeft();
   if (left && !wasOpen) end_.PortOpened(Now());
   if (left) {
     plug_->adapter.Drop();
     plug_->line.DropUnread();
     end_.PortClosed(Now());
   }
-  if (!plug_->openings.Any()) return std::nullopt;
+  if (!plug_->open) return std::nullopt;
   if (left || !wasOpen) end_.PortOpened(Now());
   return plug_->line.PcSettings();
 }
@@ -126,9 +127,13 @@ void LineHost::Wait(const sigset_t& awaited) {
 
 void LineHost::TakeFromPc() {
   // The settings are taken first, since they belong to what was sent before.
-  const LineSettings pc = plug_->line.PcSettings();
+  LineSettings pc = plug_->line.PcSettings();
   const Seconds now = Now();
   const Bytes sent = plug_->line.Read(paced_.Room());
+  // On a busy machine the program may have closed the port and set it anew before we come to read. Nobody
+  // knows the settings any more then, and those of the end are likely: the line was late, not the program.
+  plug_->openings.Look();
+  if (plug_->openings.TakeWrittenBefore()) pc = end_.Line();
   paced_.FromPc(sent, pc, now);
   Count(sent.size());
 }

@@ -49,6 +49,7 @@ class LineHost {
     Openings openings;
     PortLink link;
     UsbAdapter adapter;
+    bool open = false;  // the port, as far as the end knows
     explicit Plug(const HostOptions& options)
         : openings(line.Path()), link(options.link, line.Path()), adapter(options.latency) {}
   };

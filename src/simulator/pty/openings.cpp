@@ -14,7 +14,7 @@
 namespace ox::sim {
 
 Openings::Openings(const std::string& path) : watch_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
-  if (watch_ >= 0 && inotify_add_watch(watch_, path.c_str(), IN_OPEN | IN_CLOSE) >= 0) return;
+  if (watch_ >= 0 && inotify_add_watch(watch_, path.c_str(), IN_OPEN | IN_CLOSE | IN_MODIFY) >= 0) return;
   const int error = errno;
   if (watch_ >= 0) close(watch_);
   throw std::system_error(error, std::generic_category(), path);
@@ -24,21 +24,28 @@ Openings::~Openings() {
   close(watch_);
 }
 
-bool Openings::Look() {
+void Openings::Look() {
   constexpr std::size_t kEventsPerRead = 64;
   std::array<char, kEventsPerRead * sizeof(inotify_event)> buffer{};
-  bool left = false;
   for (ssize_t count = 0; (count = read(watch_, buffer.data(), buffer.size())) > 0;) {
     inotify_event event{};
     // The events of a single file carry no name: all are of one size.
     for (std::size_t at = 0; at < static_cast<std::size_t>(count); at += sizeof(event)) {
       std::memcpy(&event, &buffer[at], sizeof(event));
-      const int before = open_;
-      open_ = std::max(0, open_ + ((event.mask & IN_OPEN) != 0 ? 1 : -1));
-      left = left || (before > 0 && open_ == 0);
+      if ((event.mask & IN_MODIFY) != 0) {
+        written_ = true;
+      } else if ((event.mask & IN_OPEN) != 0) {
+        if (open_++ == 0) writtenBefore_ = std::exchange(written_, false) || writtenBefore_;
+      } else if (open_ > 0) {
+        left_ = --open_ == 0 || left_;
+      }
     }
   }
-  return left;
+}
+
+bool Openings::TakeWrittenBefore() {
+  const bool now = std::exchange(written_, false);
+  return std::exchange(writtenBefore_, false) && !now;
 }
 
 }  // namespace ox::sim

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 namespace ox::sim {
 
@@ -14,17 +15,25 @@ class Openings {
   Openings& operator=(const Openings&) = delete;
   ~Openings();
 
-  /// To wait on; readable when Look has something to tell.
+  /// To wait on; readable when Look has something to take notice of.
   int Descriptor() const { return watch_; }
-  /// Takes notice of all openings and closings up to now; true when the last one that had the file open
-  /// closed it meanwhile, even when somebody has opened it again.
-  bool Look();
-  /// Whether somebody had it open at the last look.
+  /// Takes notice of all that has happened up to now.
+  void Look();
+  /// Whether somebody has it open.
   bool Any() const { return open_ > 0; }
+  /// Whether the last one that had it open has closed it since the last call, even when somebody has opened
+  /// it again.
+  bool TakeLeft() { return std::exchange(left_, false); }
+  /// To be called when what was written has been read: whether all of it was written before the file was
+  /// opened last.
+  bool TakeWrittenBefore();
 
  private:
   int watch_ = -1;
   int open_ = 0;
+  bool left_ = false;
+  bool written_ = false;        // since it was opened last, and not read yet
+  bool writtenBefore_ = false;  // in an opening before that, and not read yet
 };
 
 }  // namespace ox::sim

@@ -4,8 +4,7 @@
 namespace ox {
 
 PortError NoSuchPort() {
-  return PortError("nicht vorhanden",
-                   "Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen");
+  return PortError("nicht vorhanden", "Adapter einstecken oder eine andere Schnittstelle wählen");
 }
 
 PortError Taken(const std::string& holder) {

@@ -108,9 +108,7 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   std::filesystem::create_symlink("/dev/unplugged", "COM2");
   EXPECT_EQ(FindPort({}, 2), "COM2") << "and not a built-in port in its place";
   WriteFile("COM3", "");
-  EXPECT_EQ(
-      Refusal(0),
-      "COM0: nicht vorhanden. Adapter einstecken oder im Menü \"COM:\" eine andere Schnittstelle wählen.\n");
+  EXPECT_EQ(Refusal(0), "COM0: nicht vorhanden. Adapter einstecken oder eine andere Schnittstelle wählen.\n");
   EXPECT_EQ(Refusal(2),
             "COM2 ist /dev/unplugged: nicht vorhanden. "
             "Der Eintrag COM2 im Arbeitsordner zeigt darauf: Adapter einstecken oder den Eintrag löschen.\n");

@@ -22,6 +22,7 @@ ManifestDPIAware true
 !define STATUS_FAILED 3
 
 Name "${NAME} ${VERSION}"
+BrandingText " " ; not the name of what made the installer
 OutFile "${SETUP}"
 InstallDir "$LOCALAPPDATA\Programs\${NAME}"
 InstallDirRegKey HKCU "${KEY}" "InstallLocation"

@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "app/start.h"
 #include "chooser/chooser_values.h"
@@ -201,6 +202,13 @@ TEST_F(Forms, WhatTheProgramSetsIsShown) {
   tables.ChMes.SetChecked(true);
   EXPECT_TRUE(Find<QCheckBox>(*form, tables.ChMes)->isChecked());
   EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text(), "Update Start");
+  tables.TabStart.SetText("Ende");
+  EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text(), "Ende");
+  const auto watch = Show(power);
+  for (const bool ticks : {true, false}) {
+    power.PowerTimer.SetEnabled(ticks);
+    EXPECT_EQ(watch->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly)->isActive(), ticks);
+  }
   tables.Go.SetText("a < b & c\r\n\nc\r1\t\x1B\x7F\xFF" + std::string("\0 ", 2));
   const auto* status = Find<QLabel>(*form, tables.Go);
   EXPECT_EQ(status->text(), QString::fromUtf8("a < b & c\n\nc␍1\t␛␡\uFFFD␀ ")) << "nothing stays unseen";

@@ -39,5 +39,7 @@ windows_test_packages=(wine wine64 python3)
 # What building Qt for Windows takes, and what making the packages for Windows takes on top.
 windows_qt_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev dpkg-dev)
 windows_package_packages=(nsis zip qt6-translations-l10n)
+# What driving the installed program for Windows takes.
+windows_check_packages=(xvfb xdotool openbox imagemagick fonts-wine)
 # What showing its window takes.
 display_packages=(fonts-dejavu-core qt6-translations-l10n)

@@ -44,6 +44,9 @@ make_world() {
   end_world
 }
 
+# What each user has on Windows, and not in a new world of wine.
+make_folder_of_programs() { mkdir "$(echo "$WINEPREFIX"/drive_c/users/*/AppData/Local)/Programs"; }
+
 # Restarts the world, as a PC is started anew, and notes what it holds: files, and what is in its registry.
 # inventory NAME
 inventory() {
@@ -138,6 +141,7 @@ try_program() {
   trap leave EXIT
   trap 'exit 130' INT TERM HUP
   make_world
+  make_folder_of_programs
   inventory before
   install
   start_program
@@ -150,7 +154,7 @@ try_program() {
 }
 
 install() {
-  timeout 300 cmake/run-under-wine "$setup" /S || fail "the installer ends with status $?"
+  timeout 300 cmake/run-under-wine "$setup" /S >"$scene/setup.log" 2>&1 || fail "the installer ends with status $?"
   installed=$(dirname "$(find "$WINEPREFIX/drive_c/users" -name oxservice.exe)")
   link=$(find "$WINEPREFIX/drive_c/users" -name 'Orvanexe Service.lnk')
   [ -n "$link" ] || fail "there is no shortcut"
@@ -302,11 +306,8 @@ finish_update() {
   expect 300 'Meldung'
   logged "Meldung \"$1" || fail "the update is not successful"
   await_message
-  local box=$window
-  window=$update
-  picture "$2"
-  window=$box
   dismiss Return "$update"
+  picture "$2"
   dismiss Escape "$main"
   unplug
 }
@@ -333,12 +334,14 @@ ended() { ! kill -0 "$program" 2>/dev/null; }
 uninstalled() { [ ! -e "$installed" ]; }
 
 uninstall() {
-  wine "$installed/Deinstallieren.exe" /S || fail "the uninstaller ends with status $?"
+  wine "$installed/Deinstallieren.exe" /S >>"$scene/setup.log" 2>&1 || fail "the uninstaller ends with status $?"
   until_true 60 uninstalled || fail "left in the program's folder: $(ls "$installed")"
   inventory after
   local users left
   users=$(cd "$scene" && find "${work#"$scene/"}" | LC_ALL=C sort)
-  left=$(comm -13 "$scene/before.files" "$scene/after.files" | grep -vxF "$users") || true
+  # The uninstaller's own empty folder goes with the system's other temporary files.
+  left=$(comm -13 "$scene/before.files" "$scene/after.files" | grep -vxF "$users" |
+    grep -v '/Temp/~nsu[0-9A-Z]*\.tmp$') || true
   [ -z "$left" ] || fail "uninstalled, but left are: $left"
   left=$(comm -13 "$scene/before.registry" "$scene/after.registry" | grep -iE 'orvanexe|oxservice') || true
   [ -z "$left" ] || fail "uninstalled, but the registry has: $left"

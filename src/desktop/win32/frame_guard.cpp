@@ -39,7 +39,7 @@ struct FrameGuard::Filter : QAbstractNativeEventFilter {
 
   bool nativeEventFilter(const QByteArray& /*type*/, void* message, qintptr* result) override {
     if (!HoldsUp(*static_cast<const MSG*>(message)) || !busy()) return false;
-    *result = 0;
+    if (result != nullptr) *result = 0;  // a message from the queue has none
     return true;
   }
 

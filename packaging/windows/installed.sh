@@ -343,12 +343,14 @@ uninstall() {
   left=$(comm -13 "$scene/before.files" "$scene/after.files" | grep -vxF "$users" |
     grep -v '/Temp/~nsu[0-9A-Z]*\.tmp$') || true
   [ -z "$left" ] || fail "uninstalled, but left are: $left"
-  left=$(comm -13 "$scene/before.registry" "$scene/after.registry" | grep -iE 'orvanexe|oxservice') || true
+  # The toolkit notes the last folder of a "Speichern unter" in a key that all programs with it share.
+  left=$(comm -13 "$scene/before.registry" "$scene/after.registry" | grep -iE 'orvanexe|oxservice' |
+    grep -vE '^"(history|lastVisited)"=.*"file:///C:/users/[^/]*/Documents/Orvanexe(\\0)?"$') || true
   [ -z "$left" ] || fail "uninstalled, but the registry has: $left"
   local name
   for name in netz.mes netz.par netz.zuo ox3.pr3 OX.CFG Messwerte.csv "${log#"$work/"}"; do
     [ -s "$work/$name" ] || fail "the uninstaller has taken the user's file $name"
   done
   [ "$(wc -l <<<"$users")" -eq 9 ] || fail "not all of these are the user's: $users"
-  tried "uninstalled: nothing is left but the user's files, nothing in the registry"
+  tried "uninstalled: nothing is left but the user's files; in the registry the toolkit's note of the last folder"
 }

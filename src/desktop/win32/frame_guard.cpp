@@ -27,6 +27,9 @@ bool HoldsUp(const MSG& message) {
       const WPARAM command = message.wParam & kCommandBits;
       return command == SC_MOVE || command == SC_SIZE || command == SC_MOUSEMENU || command == SC_KEYMENU;
     }
+    case WM_SYSKEYDOWN:  // the toolkit opens the system menu by itself
+    case WM_SYSCHAR:
+      return message.wParam == VK_SPACE;
     default:
       return false;
   }

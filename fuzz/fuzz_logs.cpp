@@ -40,8 +40,9 @@ void Fuzz(unsigned choice, BytesView input) {
     Require(!entry || IsUtf8(reader.Entry().state));
     any = any || entry;
   }
+  if (!any) return;
   const std::string curves = tool::LogCurves(log);
-  Require(curves.empty() != any && IsUtf8(curves));
+  Require(!curves.empty() && IsUtf8(curves));
 }
 
 }  // namespace ox

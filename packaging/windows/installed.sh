@@ -38,7 +38,7 @@ make_world() {
       wine reg delete 'HKCU\Software\Wine\Drivers' /v Graphics /f && # here it draws
       wine reg add 'HKLM\Software\Wine\Ports' /v COM1 /d "$scene/COM1" /f &&
       for name in 'MS Shell Dlg' 'MS Shell Dlg 2' Tahoma; do wine reg add "$fonts" /v "$name" /d 'DejaVu Sans' /f; done &&
-      for name in Courier 'Courier New'; do wine reg add "$fonts" /v "$name" /d 'DejaVu Sans Mono' /f; done
+      for name in Courier 'Courier New'; do wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d 'DejaVu Sans Mono' /f; done
   } >"$scene/world.log" 2>&1 || { cat "$scene/world.log" >&2; fail "there is no wine"; }
   open_display "$scene"
   end_world

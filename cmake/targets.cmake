@@ -21,6 +21,8 @@ if(OX_LLD AND NOT WIN32)
   add_link_options(-fuse-ld=lld)
 endif()
 
+include(${CMAKE_CURRENT_LIST_DIR}/quick_build.cmake)
+
 add_library(ox_flags INTERFACE)
 target_compile_options(ox_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -82,6 +84,7 @@ function(ox_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   ox_offer_headers(${name})
   target_link_libraries(${name} PUBLIC ox_flags ${ARG_LINKS})
+  ox_precompile_headers(${name} ${ARG_LINKS})
 endfunction()
 
 # ox_find_headers(PACKAGE TARGET FOLDER): a package that has headers alone, all in FOLDER of /usr/include, as TARGET. A build
@@ -108,30 +111,6 @@ function(ox_stand_alone name)
   if(WIN32)
     target_link_options(${name} PRIVATE -static)
   endif()
-endfunction()
-
-# The bodies of tests cost most of a build. They are compiled plainly, with the test framework precompiled; what they
-# test, and the virtual host in tests/support, keep optimisation and both sanitizers.
-function(ox_compile_quickly name)
-  target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O0>)
-  if(OX_SANITIZE)
-    target_compile_options(${name} PRIVATE -fno-sanitize=undefined)
-  endif()
-  if("${ARGN}" MATCHES "Qt6")  # Qt's own compile options do not fit the shared one
-    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
-    return()
-  endif()
-  if(NOT TARGET ox_test_framework)
-    file(WRITE ${PROJECT_BINARY_DIR}/test_framework.cpp "")
-    add_library(ox_test_framework OBJECT ${PROJECT_BINARY_DIR}/test_framework.cpp)
-    target_link_libraries(ox_test_framework PRIVATE ox_flags GTest::gtest)
-    target_compile_options(ox_test_framework PRIVATE $<$<CONFIG:Debug>:-O0>)
-    if(OX_SANITIZE)
-      target_compile_options(ox_test_framework PRIVATE -fno-sanitize=undefined)
-    endif()
-    target_precompile_headers(ox_test_framework PRIVATE <gtest/gtest.h> <map> <functional> <optional>)
-  endif()
-  target_precompile_headers(${name} REUSE_FROM ox_test_framework)
 endfunction()
 
 # ox_test(NAME SOURCES file... LINKS library... [PROPERTIES name value...]): one GoogleTest program; every test

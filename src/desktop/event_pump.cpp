@@ -15,10 +15,7 @@ constexpr std::chrono::milliseconds kLongestRest{50};
 EventPump::EventPump(const OpenPorts& ports) : ports_(ports) {
   beat_.setTimerType(Qt::PreciseTimer);
   beat_.setInterval(kLongestRest);
-  // A wait rests hundreds of times, so the timer goes on between the rests.
-  QObject::connect(&beat_, &QTimer::timeout, &beat_, [this] {
-    if (resting_ == 0) beat_.stop();
-  });
+  beat_.setSingleShot(true);
 }
 
 void EventPump::Yield() {
@@ -30,10 +27,8 @@ void EventPump::Yield() {
 void EventPump::Rest() {
   WatchPorts();
   SetWatching(true);
-  if (!beat_.isActive()) beat_.start();
-  ++resting_;
+  if (!beat_.isActive()) beat_.start();  // a wait rests hundreds of times: one start serves many of them
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  --resting_;
   SetWatching(false);
   lastLook_ = SteadyClock::now();
 }

@@ -34,8 +34,7 @@ class EventPump {
   const OpenPorts& ports_;
   std::vector<WaitHandle> watched_;
   std::vector<std::unique_ptr<ReadyNotifier>> notifiers_;  // enabled only while resting
-  QTimer beat_;      // ends rests; beats on between rests that follow each other
-  int resting_ = 0;  // rests under way: what a click starts may rest inside another
+  QTimer beat_;                                            // ends the rest that it meets
   SteadyClock::time_point lastLook_;
 };
 

@@ -266,6 +266,14 @@ TEST_F(Forms, AQuietLineIsPaintedAsAnyTextThatFits) {
     label->setText("eins\nzwei");
   }
   EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
+  SteadyLabel cut(nullptr);
+  for (QLabel* label : {static_cast<QLabel*>(&cut), &usual}) {
+    label->resize(50, 30);
+    label->setFrameStyle(QFrame::Box | QFrame::Plain);
+    label->setText(label == &cut ? QString(99, 'x') : QString());
+  }
+  const QRect edge(0, 0, 50, 1);
+  EXPECT_EQ(cut.grab(edge).toImage(), usual.grab(edge).toImage()) << "what is cut keeps its frame";
 }
 
 TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {

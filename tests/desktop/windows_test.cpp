@@ -255,7 +255,10 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   const auto fits = [](QWidget& form, QSplitter&) {
     EXPECT_TRUE(form.screen()->availableGeometry().contains(form.geometry()));
   };
-  shown(fits);
+  shown([&](QWidget& form, QSplitter&) {
+    const QRect frame(form.pos(), form.size() + kUsualFrame);
+    EXPECT_EQ(frame.bottomRight(), form.screen()->availableGeometry().bottomRight());
+  });
   const std::string form = "[Datenaustausch]\n";
   const std::string damaged[] = {"\xFF[%%%\n=\nsize", form + "size=@Size(2147483647 -3)",
                                  form + "position=@Point(2147483647 -2147483648)\nsplitter=@ByteArray(\\xff)",
@@ -284,7 +287,8 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
   QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, &here,
                    [&] { ++rounds; });
   Later([&] {
-    QTimer::singleShot(30, qApp, kCloseBox);
+    rounds = 0;
+    QTimer::singleShot(300, qApp, kCloseBox);
     windows.ShowMessage("Frage");
   });
   windows.Rest();

@@ -5,17 +5,12 @@
 #include <systemd/sd-bus.h>
 
 #include <cerrno>
-#include <chrono>
 
 namespace ox {
 namespace {
 
 using std::chrono::microseconds;
 using std::chrono::steady_clock;
-
-/// How long a run waits for the answer. A login manager answers within some milliseconds. The run does not
-/// wait for a slower one, but a lock that comes later counts too.
-constexpr std::chrono::milliseconds kPatience{250};
 
 constexpr const char* kService = "org.freedesktop.login1";
 constexpr const char* kObject = "/org/freedesktop/login1";
@@ -42,8 +37,8 @@ int TakeAnswer(sd_bus_message* answer, void* userData, sd_bus_error* /*error*/) 
 }
 
 /// Turns the bus until the answer is there. False when it came and was no, or when the bus is gone.
-bool AwaitAnswer(sd_bus* bus, const Inquiry& inquiry) {
-  const auto end = steady_clock::now() + kPatience;
+bool AwaitAnswer(sd_bus* bus, const Inquiry& inquiry, std::chrono::milliseconds patience) {
+  const auto end = steady_clock::now() + patience;
   while (!inquiry.answered) {
     const int turned = sd_bus_process(bus, nullptr);
     if (turned < 0) return false;
@@ -70,7 +65,7 @@ void PosixKeepAwake::Take() noexcept {
   sd_bus_slot* asked = nullptr;
   if (sd_bus_call_method_async(opened, &asked, kService, kObject, kInterface, "Inhibit", TakeAnswer, &inquiry,
                                "ssss", kWhat, kWho, kWhy, kMode) < 0 ||
-      !AwaitAnswer(opened, inquiry)) {
+      !AwaitAnswer(opened, inquiry, patience_)) {
     bus_.reset();
   }
   sd_bus_slot_unref(asked);  // nobody listens from here on

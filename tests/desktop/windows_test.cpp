@@ -250,7 +250,7 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   shown([](QWidget& form, QSplitter& splitter) {
     EXPECT_EQ(form.geometry(), QRect(40, 50, 700, 540));
     EXPECT_LT(splitter.sizes()[0] * 2, splitter.sizes()[1]);
-    form.setGeometry(300, 400, 900, 700);  // with its middle on the screen
+    form.setGeometry(300, 400, 700, 700);  // with its middle on the screen
   });
   const auto fits = [](QWidget& form, QSplitter&) {
     EXPECT_TRUE(form.screen()->availableGeometry().contains(form.geometry()));
@@ -288,11 +288,11 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
                    [&] { ++rounds; });
   Later([&] {
     rounds = 0;
-    QTimer::singleShot(300, qApp, kCloseBox);
+    QTimer::singleShot(600, qApp, kCloseBox);
     windows.ShowMessage("Frage");
   });
   windows.Rest();
-  EXPECT_LT(rounds, 20);
+  EXPECT_LT(rounds, 10);
 }
 
 TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {

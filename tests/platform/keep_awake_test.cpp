@@ -101,7 +101,7 @@ TEST(KeepAwakeTest, ARunTakesOneLockAndWaitsForNobody) {
   for (const Manner manner : {kGrants, kGrantsLate, kRefuses, kBusIsSilent, kNoBus}) {
     FakeLoginManager manager(manner);
     const bool answers = manner == kGrants || manner == kRefuses;
-    PosixKeepAwake awake(answers ? std::chrono::minutes(1) : PosixKeepAwake::kPatience);
+    PosixKeepAwake awake(answers ? std::chrono::seconds(15) : PosixKeepAwake::kPatience);
     const itimerval soon{{}, {0, 50000}};
     if (!answers) setitimer(ITIMER_REAL, &soon, nullptr);  // a signal ends no wait
     const auto start = std::chrono::steady_clock::now();

@@ -3,6 +3,7 @@
 set(OX_QUICK OFF)
 if(OX_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   set(OX_QUICK ON)
+  add_compile_options("SHELL:-Xclang -fno-pch-timestamp")  # the same header makes the same file, which ccache wants
 endif()
 
 # ox_precompile_headers(NAME LINKS...): what most sources include is read once. For sources with the toolkit that is the

@@ -12,8 +12,9 @@ endif()
 
 find_program(OX_CCACHE ccache)
 if(OX_CCACHE)
-  # Also with a precompiled header, and whatever folder the project was cloned into.
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
+  # Also with a precompiled header, which names the folder of the build: in another folder what reads it is compiled anew.
+  # The compiler tells what a source includes, so ccache need not read it first.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${OX_CCACHE})
 endif()
 find_program(OX_LLD ld.lld)

@@ -40,7 +40,6 @@ void ScrollIfTall(QMessageBox& box) {
   const QRect all = label->fontMetrics().boundingRect(0, 0, width, 0, Qt::TextWordWrap, box.text());
   if (all.height() <= room.height()) return;
   auto* text = new QPlainTextEdit(box.text(), &box);
-  text->setReadOnly(true);
   text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text->setTabChangesFocus(true);
   text->setMinimumSize(width, room.height());

@@ -13,7 +13,7 @@ struct Chooser : testing::Test {
          {R"(C:\Tab\Netz.MES)", R"(C:\Tab\Süd 2.mes)", R"(C:\Tab\netz.par)", R"(C:\Tab\alt\netz.mes)",
           R"(C:\Tab\zu\n.mes)", R"(D:\sichern.mes)", "/home/ox/n.mes", "/mnt/x/a b/c"})
       host_.files.content[path];
-    host_.files.unreadable = {R"(A:\)", R"(C:\Tab\zu)"};
+    host_.files.unreadable = {R"(A:\)", R"(C:\Tab\zu*)"};
   }
 
   /// A new chooser in its first showing. The working folder decides the style.

@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSessionManager>
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
@@ -46,6 +47,8 @@ const User kSessionEnds = [] {
   QEvent quit(QEvent::Quit);
   QCoreApplication::sendEvent(qApp, &quit);
 };
+
+const User kSessionAsks = [] { emit qApp->commitDataRequest(*qApp->findChild<QSessionManager*>()); };
 
 /// A window over an existing form, whose two buttons do what the test wants.
 struct TwoButtons : Window {
@@ -296,7 +299,8 @@ TEST_F(Windows, UnreadInputDoesNotKeepAMessageBoxBusy) {
 }
 
 TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
-  const User asked[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); }, kSessionEnds};
+  const User asked[] = {[] { raise(SIGTERM); }, [] { raise(SIGINT); }, [] { raise(SIGHUP); }, kSessionAsks,
+                        kSessionEnds};
   std::signal(SIGHUP, SIG_DFL);  // as if the tests were not started by "nohup"
   // The toolkit has nothing to tell here.
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});

@@ -138,6 +138,10 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
     EXPECT_EQ(Refusal(1), name + "keine Zugriffsrechte." + told + "\n");
     ASSERT_EQ(seteuid(getuid()), 0);
   }
+  ASSERT_EQ(chown("COM1", geteuid(), getegid()), 0);
+  ASSERT_EQ(seteuid(root ? kNobody : geteuid()), 0);
+  EXPECT_EQ(OpeningFault(EACCES, "COM1").Fault().advice, "") << "who is in the group already needs no advice";
+  ASSERT_EQ(seteuid(getuid()), 0);
 }
 
 TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus) {

@@ -15,7 +15,7 @@ class MemoryFiles : public Files {
  public:
   std::map<std::string, Bytes> content;
   std::map<std::string, std::string> links;  // what the path of a link leads to
-  std::set<std::string> unreadable;          // files and folders that nobody may read
+  std::set<std::string> unreadable;  // files and folders that nobody may read; "folder*": all its files
   bool writable = true;
   std::size_t appendable = kNoLimit;  // appending fails once so many lines were written
   int openForAppending = 0;
@@ -64,7 +64,7 @@ class MemoryFiles : public Files {
     return NamesIn(folder, true);
   }
   std::optional<std::vector<std::string>> FilesIn(const std::string& folder) override {
-    return NamesIn(folder, false);
+    return unreadable.contains(folder + "*") ? std::nullopt : NamesIn(folder, false);
   }
 
  private:

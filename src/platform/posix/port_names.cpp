@@ -61,7 +61,7 @@ bool IsEntry(const std::string& path) {
 }
 
 std::string DeviceBehind(const std::string& path) {
-  constexpr int kMostLinks = 8;
+  constexpr int kMostLinks = 40;  // the system follows no more
   std::error_code failed;
   fs::path behind = fs::absolute(path, failed);
   for (int links = 0; links < kMostLinks && fs::is_symlink(behind, failed); ++links) {

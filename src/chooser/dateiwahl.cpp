@@ -26,7 +26,6 @@ Dateiwahl::Dateiwahl(Host& host, Subs& subs)
       subs_(subs),
       style_(host.files.Style()) {
   Drive1.onSelect = [this] { ChooseDrive(); };
-  Drive1.onActivate = [this] { ChooseDrive(); };
   // A click only marks a folder, so that the arrow keys can pass by; double click or Enter goes there.
   Dir1.onActivate = [this] { ChooseFolder(); };
   File1.onSelect = [this] { TakeFileName(); };

@@ -39,7 +39,6 @@ ProgramUpdateWindow::ProgramUpdateWindow(Host& host, const DeviceKind& kind, Sub
 void ProgramUpdateWindow::OnFailure() {
   frame_.OnFailure();
   program_.OnFailure();
-  EnableStart();
 }
 
 Bytes ProgramUpdateWindow::LoadProgram(const std::string& path) {

@@ -30,7 +30,8 @@ UpdateEnd UpdateFrame::Run(Button& start, const Procedure& procedure) {
 }
 
 void UpdateFrame::OnFailure() {
-  if (running_) window_.ForgetCloseRequest();
+  if (!running_) return;
+  window_.ForgetCloseRequest();
   End();
 }
 

@@ -39,7 +39,8 @@ class UpdateFrame : private UpdateObserver {
     if (running_) progress_.OnCloseRequest();
   }
 
-  /// A handler of the window was left by an exception: unlocks the controls; after a run the window stays.
+  /// A handler of the window was left by an exception. If that was a run, the controls are unlocked and the
+  /// window stays.
   void OnFailure();
 
  private:

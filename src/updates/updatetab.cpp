@@ -74,7 +74,6 @@ void updatetab::OnLoad() {
 void updatetab::OnFailure() {
   frame_.OnFailure();
   for (FileBox* table : {&points_, &parameters_, &assignments_}) table->OnFailure();
-  EnableStart();
 }
 
 bool updatetab::AllLoaded() const {

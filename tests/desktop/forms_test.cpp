@@ -266,6 +266,11 @@ TEST_F(Forms, AQuietLineIsPaintedAsAnyTextThatFits) {
     label->setText("eins\nzwei");
   }
   EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
+  const QRect secondLine(0, 99 / 2, 200, 99 / 2);
+  quiet.setText("");
+  const QImage empty = quiet.grab(secondLine).toImage();
+  quiet.setText(QString(300, 'x'));
+  EXPECT_NE(quiet.grab(secondLine).toImage(), empty) << "what has no blank is broken too";
   SteadyLabel cut(nullptr);
   for (QLabel* label : {static_cast<QLabel*>(&cut), &usual}) {
     label->resize(50, 30);

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSessionManager>
+#include <QSettings>
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,6 +21,7 @@
 
 #include "desktop/forms.h"
 #include "desktop/qt_window_system.h"
+#include "desktop/state_folder.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_end_requests.h"
 #include "support/test_host.h"
@@ -81,7 +83,10 @@ struct Windows : testing::Test {
   OpenPorts ports;
   PosixEndRequests requests;
   TestKeepAwake awake;
-  QtWindowSystem windows{ports, requests, awake};
+  const QTemporaryDir state;
+  const QString left = state.filePath("neu/windows.ini");
+  const WindowPlaces places{left};
+  QtWindowSystem windows{ports, requests, awake, places};
   TwoButtons main{windows};
   TwoButtons dialogue{windows};
 };
@@ -124,7 +129,8 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
        kCloseBox},
       {std::string(20001, ' '), QString(19999, ' ') + u'…', Press(Qt::Key_Escape)},
       {std::string(19998, ' ') + "😀x", QString(19998, ' ') + u'…', kCloseBox},  // no half of a character
-      {std::string(80, 'x') + " " + std::string(81, 'x'), x80 + " " + x80 + QChar(0x200B) + "x", kCloseBox}};
+      {std::string(80, 'x') + " " + std::string(161, 'x'),
+       x80 + " " + x80 + QChar(0x200B) + x80 + QChar(0x200B) + "x", kCloseBox}};
   for (const auto& [text, shown, leave] : cases) {
     Later([&shown = shown, &leave = leave] {
       auto* box = qobject_cast<QMessageBox*>(Top());
@@ -226,7 +232,7 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
   qputenv("PATH", folder.path().toUtf8());
   const QString failure = "Das Handbuch lässt sich nicht anzeigen. Es liegt hier:\n" + manual;
   EXPECT_EQ(seen(), failure) << "nothing opens files";
-  write(folder.filePath("xdg-open"), "#!/bin/sh\nexit 3\n");
+  write(folder.filePath("xdg-open"), "#!/bin/sh\nexit 1\n");
   EXPECT_EQ(seen(), failure) << "no browser";
   write(folder.filePath("xdg-open"),
         "#!/bin/sh\n/bin/cp \"$1\" \"${0%/*}/part\"; /bin/mv \"${0%/*}/part\" \"${0%/*}/seen\"\n");
@@ -236,8 +242,6 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
 }
 
 TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
-  const QTemporaryDir folder;
-  const WindowPlaces places(folder.filePath("neu/windows.ini"));
   const auto shown = [&](const std::function<void(QWidget&, QSplitter&)>& user) {
     const auto form = MakeForm("Datenaustausch", nullptr);
     places.Restore(*form);
@@ -267,10 +271,15 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
                                  form + "position=@Point(2147483647 -2147483648)\nsplitter=@ByteArray(\\xff)",
                                  form + "maximized=vielleicht\nsize=7", std::string(3000000, 'x')};
   for (const std::string& content : damaged) {
-    std::ofstream(folder.filePath("neu/windows.ini").toStdString()) << content;
+    std::ofstream(left.toStdString()) << content;
     shown(fits);
-    EXPECT_LT(QFileInfo(folder.filePath("neu/windows.ini")).size(), 2000);
+    EXPECT_LT(QFileInfo(left).size(), 2000);
   }
+  qunsetenv("XDG_STATE_HOME");
+  qputenv("HOME", "/home/ox");
+  EXPECT_EQ(StateFolder(), "/home/ox/.local/state/oxservice");
+  Life(kCloseBox);
+  EXPECT_TRUE(QSettings(left, QSettings::IniFormat).contains("updatepro/size"));
 }
 
 TEST_F(Windows, ARestWaitsForInputOfAnOpenPort) {

@@ -61,10 +61,12 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   desk.logged->windows.ShowMessage("Weiter?\r\n" + std::string(1990, 'm') + "ÖÖ", Buttons::kOkCancel);
   Window modem(desk.logged->windows, "Modem", "Test Ö");
   desk.windows.OnShown("Modem", [&](Window& shown) {
-    desk.logged->windows.ShowMessage("!");
+    desk.logged->windows.ShowMessage(std::string(2000, '!'));
     shown.RequestClose();
   });
   desk.logged->windows.ShowModal(modem);
+  desk.logged->windows.AskWhereToSave("werte", {{"Text", "txt"}}, {});
+  EXPECT_EQ(desk.windows.Proposed(), "werte Text (txt)");
   desk.End();
   EXPECT_EQ(desk.Log(), R"(Orvanexe Service 4.0.0 (0123456789), Protokoll 1, begonnen 2026-11-16 10:00:00
         0 COM3 ist "" ""
@@ -91,7 +93,8 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
                             std::string(1990, 'm') + R"(..." OK/Abbrechen
      1560 Antwort Abbrechen
      1560 Fenster auf "Modem" "Test Ö"
-     1560 Meldung "!" OK
+     1560 Meldung ")" + std::string(2000, '!') +
+                            R"(" OK
      1560 Antwort OK
      1560 Fenster zu "Modem"
      1560 Ende

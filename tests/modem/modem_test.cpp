@@ -125,6 +125,10 @@ TEST_F(ModemTest, APortThatFailsIsTriedAgainByEveryCommand) {
   EXPECT_EQ(host_.windows.TakeMessages(), Strings{kNoPort});
   EXPECT_EQ(Click(window_.Command4), Strings{kNoPort});
   host_.ports.Mend();
+  host_.windows.In(0.5, [this] { host_.ports.Break(); });
+  EXPECT_EQ(Click(window_.Command4), Strings{kNoPort});
+  EXPECT_EQ(host_.ports.OpenCount(), 0);
+  host_.ports.Mend();
   modem_.Expect("S", "A").Expect(kDateRecord, "A");
   EXPECT_EQ(Click(window_.Command2), Strings());
 }

@@ -15,9 +15,11 @@
 #include "platform/line_settings.h"
 #include "platform/posix/low_latency.h"
 #include "platform/posix/opening_fault.h"
+#include "platform/posix/port_holder.h"
 #include "platform/posix/port_names.h"
 #include "platform/posix/posix_port_list.h"
 #include "platform/posix/posix_serial_port.h"
+#include "platform/posix/terminal_settings.h"
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
 #include "support/scratch_folder.h"
@@ -103,6 +105,20 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
   EXPECT_EQ(marked, 0) << "the mark would outlive a program that is killed";
 }
 
+TEST(TerminalSettings, AreRefusedByATerminalThatTakesThemInPart) {
+  const std::tuple<speed_t, tcflag_t, bool, bool> rows[] = {
+      {B9600, CS7, true, true},  {B2400, CS7, true, false},  {B9600, CS8, true, false},
+      {B9600, CS8, false, true}, {B2400, CS8, false, false}, {B9600, CS7 | CREAD, true, true}};
+  termios wanted{}, taken{};
+  wanted.c_cflag = CS7;
+  cfsetospeed(&wanted, B9600);
+  for (const auto& [speed, flags, withFrame, fits] : rows) {
+    taken.c_cflag = flags;
+    cfsetospeed(&taken, speed);
+    EXPECT_EQ(HasTaken(taken, wanted, withFrame), fits) << speed << " " << flags;
+  }
+}
+
 TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   const std::string name = "COM1 ist " + farEnd_->Path() + ": ";
   std::filesystem::create_symlink("/dev/unplugged", "COM2");
@@ -183,6 +199,7 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   EXPECT_EQ(told(4), "COM4 ist /dev/ttyUSB3: nicht vorhanden");
   EXPECT_EQ(told(5), "COM5: nicht vorhanden") << "an adapter has one number";
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": frei");
+  EXPECT_EQ(Description(7, {.use = PortUse::kPresent}), "COM7: vorhanden");
   struct stat line {};
   ASSERT_EQ(stat("COM6", &line), 0);
   char lock[80];
@@ -190,6 +207,7 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
                 minor(line.st_dev), static_cast<std::uintmax_t>(line.st_ino));
   WriteFile(host.processes / "locks", lock);
   WriteFile(host.processes / "4711/comm", "minicom\n");
+  EXPECT_EQ(HolderOf(host, "/dev/null"), std::nullopt) << "it has nothing open";
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": belegt von minicom");
   EXPECT_EQ(Sentences(6, OpeningFault(EBUSY, "COM6", host).Fault()),
             "COM6: von einem anderen Programm belegt (minicom). minicom beenden oder abwarten.");

@@ -138,7 +138,6 @@ TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
            {Office(point), "0001 Pegelhoeh cm _xx__"},
            {"V__Amt_A1B_" + point + "___", kParameters},
            {"V__Amt_123_" + point, kParameters},
-           {"V__Amt_123_" + point + "12", kParameters},
            {"__Amt_123_" + point + "___", kParameters},
            {Office(""), kParameters},
            {Office(point + Point("12345678")), kParameters},

@@ -60,11 +60,15 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   // although it took what it can. So the settings are read back.
   tcsetattr(terminal, TCSANOW, &wanted);
   termios taken{};
-  const bool readBack = tcgetattr(terminal, &taken) == 0;
   // A pseudo-terminal has no frame, so it does not keep character size and parity.
-  const bool speedFits = readBack && cfgetospeed(&taken) == speed;
-  const bool frameFits = ((taken.c_cflag ^ wanted.c_cflag) & kFrameFlags) == 0 || IsPseudoTerminal(terminal);
-  if (!speedFits || !frameFits) throw RefusesSettings();
+  if (tcgetattr(terminal, &taken) != 0 || !HasTaken(taken, wanted, !IsPseudoTerminal(terminal)))
+    throw RefusesSettings();
+}
+
+bool HasTaken(const termios& taken, const termios& wanted, bool withFrame) {
+  const bool speedFits = cfgetospeed(&taken) == cfgetospeed(&wanted);
+  const bool frameFits = ((taken.c_cflag ^ wanted.c_cflag) & kFrameFlags) == 0;
+  return speedFits && (frameFits || !withFrame);
 }
 
 }  // namespace ox

@@ -1,6 +1,8 @@
 // The parameters of a serial line, applied to a terminal.
 #pragma once
 
+#include <termios.h>
+
 #include "platform/line_settings.h"
 
 namespace ox {
@@ -8,5 +10,8 @@ namespace ox {
 /// Brings a terminal into raw mode with these parameters and without flow control. Input that waits stays.
 /// Throws PortError when the terminal does not take them.
 void ApplyLineSettings(const LineSettings& settings, int terminal);
+
+/// Whether a terminal that was asked for some settings has taken the speed and, where it has one, the frame.
+bool HasTaken(const termios& taken, const termios& wanted, bool withFrame);
 
 }  // namespace ox

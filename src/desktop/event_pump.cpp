@@ -2,6 +2,7 @@
 #include "desktop/event_pump.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 namespace ox {
 namespace {
@@ -13,9 +14,15 @@ constexpr std::chrono::milliseconds kLongestRest{50};
 }  // namespace
 
 EventPump::EventPump(const OpenPorts& ports) : ports_(ports) {
-  beat_.setTimerType(Qt::PreciseTimer);
+  // Not a precise one: on Windows that has a thread of its own, which asks for a thousand ticks a second.
+  beat_.setTimerType(Qt::CoarseTimer);
   beat_.setInterval(kLongestRest);
-  beat_.setSingleShot(true);
+  // A wait rests hundreds of times, so the timer goes on between the rests. It ends with the first beat that
+  // no rest has begun before: a beat may come so early in a rest that the toolkit waits on, and the next ends
+  // it.
+  QObject::connect(&beat_, &QTimer::timeout, &beat_, [this] {
+    if (!std::exchange(rested_, false)) beat_.stop();
+  });
 }
 
 void EventPump::Yield() {
@@ -27,7 +34,8 @@ void EventPump::Yield() {
 void EventPump::Rest() {
   WatchPorts();
   SetWatching(true);
-  if (!beat_.isActive()) beat_.start();  // a wait rests hundreds of times: one start serves many of them
+  rested_ = true;
+  if (!beat_.isActive()) beat_.start();
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   SetWatching(false);
   lastLook_ = SteadyClock::now();

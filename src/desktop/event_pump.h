@@ -34,7 +34,8 @@ class EventPump {
   const OpenPorts& ports_;
   std::vector<WaitHandle> watched_;
   std::vector<std::unique_ptr<ReadyNotifier>> notifiers_;  // enabled only while resting
-  QTimer beat_;                                            // ends the rest that it meets
+  QTimer beat_;          // ends rests; beats on between rests that follow each other
+  bool rested_ = false;  // since the last beat
   SteadyClock::time_point lastLook_;
 };
 

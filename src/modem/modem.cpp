@@ -26,7 +26,6 @@ Modem::Modem(Host& host, const SessionSettings& settings)
 
 void Modem::OnLoad() {
   link_.Resume();
-  commands_.Unlock();
   // The window stays when its port cannot be opened: each command tries again.
   link_.OpenPort();
 }

@@ -231,6 +231,12 @@ TEST_F(Forms, AProgressBarShowsAShareOrThatSomethingMovesAndKeepsItsRoom) {
   const QImage moving = image([&] { bar.Pulse(); });
   EXPECT_NE(moving, image([&] { bar.Pulse(); }));
   EXPECT_NE(moving, half);
+  std::vector<QImage> places;
+  for (int pulse = 0; pulse < 32; ++pulse) {
+    const QImage place = image([&] { bar.Pulse(); });
+    if (std::ranges::find(places, place) == places.end()) places.push_back(place);
+  }
+  EXPECT_EQ(places.size(), 17U) << "from one end to the other and back";
   EXPECT_EQ(image([&] { bar.SetPercent(50); }), half);
   EXPECT_EQ(Find<QWidget>(*form, tables.Progress.Step)->y(), room);
 }

@@ -35,7 +35,12 @@ struct Logged : TestHost {
 TEST(Journal, TellsWhatHappensWithItsTime) {
   Logged desk;
   ScriptedDevice device;
-  device.Expect("S", {{0.020, "A"}, {0.030, "\x7F\"<>\x01"}, {0.041, "B"}, {0.055, Bytes(513, 'y')}})
+  device
+      .Expect("S", {{0.020, "A"},
+                    {0.030, "\x7F\"<>\x01"},
+                    {0.041, "B"},
+                    {0.055, Bytes(9, 'y')},
+                    {0.055, Bytes(504, 'y')}})
       .Expect("K");
   desk.ports.Connect(2, &device);
   desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};

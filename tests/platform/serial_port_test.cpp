@@ -183,6 +183,7 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   }
   WriteFile(host.system / "devices/usb1/1-2/manufacturer", "QinHeng\n");
   WriteFile(host.system / "devices/usb1/1-2/product", "USB Serial\n");
+  WriteFile(host.system / "devices/usb1/1-10/product", "UART\n");
   fs::create_directories(host.devices);
   WriteFile(host.devices / "ttyUSB1", "");
   fs::create_symlink(host.devices / "ttyUSB3", "COM4");
@@ -195,7 +196,7 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   };
   EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB1 (QinHeng USB Serial): keine serielle Schnittstelle");
   EXPECT_EQ(told(2), "COM2 ist /dev/ttyS1 (eingebaute Schnittstelle): nicht vorhanden");
-  EXPECT_EQ(told(3), "COM3 ist /dev/ttyUSB0: nicht vorhanden");
+  EXPECT_EQ(told(3), "COM3 ist /dev/ttyUSB0 (UART): nicht vorhanden");
   EXPECT_EQ(told(4), "COM4 ist /dev/ttyUSB3: nicht vorhanden");
   EXPECT_EQ(told(5), "COM5: nicht vorhanden") << "an adapter has one number";
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": frei");
@@ -230,7 +231,7 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
     fs::create_symlink(before, "COM6");
   }
   fs::remove_all(ttys / "ttyUSB1");
-  EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB0: nicht vorhanden") << "plugged out while the program runs";
+  EXPECT_EQ(told(1), "COM1 ist /dev/ttyUSB0 (UART): nicht vorhanden") << "plugged out while the program runs";
 }
 
 TEST_F(SerialPortTest, ClosingSendsWhatWasWrittenInTheTimeThatTheLineNeeds) {

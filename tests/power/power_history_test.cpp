@@ -70,6 +70,7 @@ TEST(PowerLogReader, TakesWhatCanStandInALog) {
   longest.resize(1000, 'x');
   EXPECT_EQ(kindOf(longest), LogLineKind::kEntry);
   EXPECT_EQ(kindOf(longest + "x"), LogLineKind::kUnknown);
+  EXPECT_EQ(kindOf("01-01-0001 00:00:00" + values + "1"), LogLineKind::kUnknown) << "a state has no digits";
   EXPECT_EQ(kindOf(std::string(20, '-')), LogLineKind::kRuler);
   EXPECT_EQ(kindOf(std::string(19, '-')), LogLineKind::kUnknown);
 }

@@ -86,6 +86,12 @@ TEST(Tool, ShowsOnATerminalWhatItIsAt) {
             "\n\rVerbindung wird geprüft: 9600,O\rVerbindung wird geprüft: 2400,E\r" +
                 std::string(31, ' ') + "\r= 0");
   EXPECT_EQ(tool.Run("identify --port /dev/x"), "oxtool: Speicher voll\n= 1");
+  test::ScriptedDevice other({9600, 'O', 7});
+  tool.ports.Connect(1, &other.Expect("S", "A").Expect("K", identification));
+  Console screen{tool.host,        tool.input, tool.messages, tool.messages, tool.console.terminals,
+                 tool.console.host};
+  RunTool({"identify", "--port", "COM1"}, screen);
+  EXPECT_NE(tool.Said().find(" \rVerbindung ist"), std::string::npos);
 
   const DeviceOptions options{.port = "COM1", .line = "9600,O"};
   DeviceSession session(tool.console, options);

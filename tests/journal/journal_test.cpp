@@ -40,7 +40,7 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
                     {0.030, "\x7F\"<>\x01"},
                     {0.041, "B"},
                     {0.055, Bytes(9, 'y')},
-                    {0.055, Bytes(504, 'y')}})
+                    {0.056, Bytes(504, 'y')}})
       .Expect("K");
   desk.ports.Connect(2, &device);
   desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
@@ -84,8 +84,8 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
      1521 COM2 < "A<7F><22><3C>><01>" +10
      1542 COM2 < "B"
      1556 COM2 < ")" + std::string(512, 'y') +
-                            R"("
-     1556 COM2 < "y"
+                            R"(" +1
+     1557 COM2 < "y"
      1560 COM2 > ")" + std::string(512, 'x') +
                             R"("
      1560 COM2 > "x"

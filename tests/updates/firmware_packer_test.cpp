@@ -51,7 +51,7 @@ TEST_F(FirmwarePacker, WritesEveryRecordToItsPlaceFillsTheRestAndSealsTheProgram
       {"up to the last byte, but no record from 0x8000 on",
        ":017FFF00" + Bytes(2 * 0x8001, 'F') + "82\n:01800000413E\n:01FFFF0041427E\n" + kEnd, 0x7FFF,
        Bytes(0x8001, '\xFF')},
-      {"a record without data", ":0000000000\n" + kEnd},
+      {"a record without data", ":00010000FF\n" + kEnd},
       {"nothing counts after the end record", ":000000zz\nrubbish"},
       {"blanks and quotes around a field", "  \":0100000041BE\" ,\":00000001FF\"\n", 0, "A"},
   };

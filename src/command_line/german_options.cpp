@@ -103,13 +103,8 @@ std::string UnknownWord(const CLI::App& app) {
   std::erase(unknown, "--");  // before words that are no options although they begin with a dash
   if (unknown.empty()) return {};
   const std::string& word = unknown.front();
-  const CLI::App& command = Innermost(app);
-  if (!word.starts_with("-")) {
-    if (!command.get_subcommands({}).empty()) return "unbekannter Befehl " + word;
-    const auto options = command.get_options();
-    if (std::ranges::any_of(options, &CLI::Option::get_positional)) return word + " ist zu viel";
-  }
-  return "unbekannte Option " + word;
+  if (word.starts_with("-")) return "unbekannte Option " + word;
+  return Innermost(app).get_subcommands({}).empty() ? word + " ist zu viel" : "unbekannter Befehl " + word;
 }
 
 std::string VersionLine(const std::string& program) {

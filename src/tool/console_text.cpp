@@ -11,6 +11,18 @@ namespace {
 
 constexpr std::string_view kMayStand = "\n\t";
 
+constexpr char kDot = '.';
+
+/// U+0080 to U+009F, which a terminal may obey too: in UTF-8 these two bytes.
+void ReplaceUpperControls(std::string& text) {
+  constexpr char kLead = '\xC2';
+  constexpr unsigned kFirst = 0x80, kLast = 0x9F;
+  for (std::size_t at = text.find(kLead); at != std::string::npos; at = text.find(kLead, at + 1)) {
+    const unsigned next = at + 1 < text.size() ? ByteValue(text[at + 1]) : 0;
+    if (next >= kFirst && next <= kLast) text.replace(at, 2, 1, kDot);
+  }
+}
+
 void ReplaceControls(std::string& text, std::string_view kept) {
   constexpr unsigned kFirstPrintable = 0x20;
   constexpr unsigned kDelete = 0x7F;
@@ -20,7 +32,8 @@ void ReplaceControls(std::string& text, std::string_view kept) {
         const bool control = ByteValue(c) < kFirstPrintable || ByteValue(c) == kDelete;
         return control && kept.find(c) == std::string_view::npos;
       },
-      '.');
+      kDot);
+  ReplaceUpperControls(text);
 }
 
 }  // namespace

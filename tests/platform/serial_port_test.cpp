@@ -217,13 +217,16 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   plugIn("ttyUSB4", "usb2", "pl2303");
   plugIn("ttyUSB5", "usb3", "pl2303");
   const std::string before = farEnd_->Path(), next = (host.devices / "ttyUSB5").string();
-  for (const std::string what :
-       {": hat jetzt eine andere Nummer. ", ": nicht mehr vorhanden. Adapter wieder einstecken, sonst: "}) {
+  for (const bool pulled : {false, true}) {
     Open(kUsual, 6);
     fs::remove("COM6");
-    if (what.find("nicht") != std::string::npos) farEnd_.reset();
+    if (pulled) farEnd_.reset();
     EXPECT_EQ(told(6), "COM6 ist /dev/ttyUSB5: nicht vorhanden");
     port_ = ports.Create();
+    // Another program's new pseudo-terminal may stand in the place of the old one.
+    const std::string what = fs::exists(before)
+                                 ? ": hat jetzt eine andere Nummer. "
+                                 : ": nicht mehr vorhanden. Adapter wieder einstecken, sonst: ";
     EXPECT_EQ(ExpectFailure([&] { Open(kUsual, 6); }),
               before + what + "COM6 ist mit dem nächsten Befehl " + next + ".")
         << "no other unnoticed";
@@ -274,9 +277,11 @@ TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
     operation();  // a terminal without modem lines takes their setting silently
     const std::string path = farEnd_->Path();
     farEnd_.reset();
-    EXPECT_EQ(ExpectFailure(operation), path +
-                                            ": während der Arbeit abgezogen. "
-                                            "Adapter wieder einstecken, dann den Befehl wiederholen.");
+    if (&operation == operations) farEnd_.emplace();  // takes the place of the old one, if nobody else did
+    const std::string what = std::filesystem::exists(path)
+                                 ? ": Verbindung unterbrochen. Adapter und Stecker prüfen, "
+                                 : ": während der Arbeit abgezogen. Adapter wieder einstecken, ";
+    EXPECT_EQ(ExpectFailure(operation), path + what + "dann den Befehl wiederholen.");
   }
   for (const bool answered : {false, true}) {
     farEnd_.emplace();

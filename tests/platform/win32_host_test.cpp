@@ -8,6 +8,7 @@
 
 #include "platform/console_events.h"
 #include "platform/win32/shutdown_guard.h"
+#include "platform/win32/wildcards.h"
 #include "platform/win32/win32_end_requests.h"
 #include "platform/win32/win32_files.h"
 #include "platform/win32/win32_keep_awake.h"
@@ -73,6 +74,11 @@ TEST_F(Win32FilesTest, ListsWhatUsersSeeInTheOrderOfTheHost) {
   WriteFile("hidden", "");
   SetFileAttributesW(L"hidden", FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(files_.FilesIn(files_.WorkingFolder()), (Names{"A", "b", "c.mes"}));
+  using Words = std::vector<std::wstring>;
+  EXPECT_EQ(FilesFitting(L"*"), (Words{L"A", L"b", L"c.mes"}));
+  EXPECT_EQ(FilesFitting(L".\\?.m*"), Words{L".\\c.mes"});
+  for (const wchar_t* word : {L"c.mes", L"*.par", L"Q:\\*", L"--count"})
+    EXPECT_EQ(FilesFitting(word), Words{word});
   const Names drives = files_.Drives();
   EXPECT_NE(std::ranges::find(drives, files_.WorkingFolder().substr(0, 2)), drives.end());
   ASSERT_EQ(std::ranges::find(drives, "Q:"), drives.end());

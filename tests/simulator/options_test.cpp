@@ -23,7 +23,7 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
             std::tuple(true, 7U, 0.016, 1U));
   const std::pair<std::vector<std::string>, std::string> refused[] = {
       {{"--nix"}, "unbekannte Option --nix"},
-      {{"--fault", "late", "x"}, "unbekannte Option x"},
+      {{"--fault", "late", "x"}, "x ist zu viel"},
       {{"--loader=1"}, "--loader nimmt keinen Wert"},
       {{"--baud"}, "--baud braucht einen Wert"},
       {{"--baud=300"}, "--baud: 300 geht nicht"},

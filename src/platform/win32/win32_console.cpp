@@ -2,6 +2,7 @@
 #include "platform/win32/win32_console.h"
 
 #include "platform/win32/wide_text.h"
+#include "platform/win32/wildcards.h"
 #include "platform/win32/windows_api.h"
 // Behind the host's declarations, which it needs.
 #include <shellapi.h>
@@ -13,7 +14,7 @@ std::vector<std::string> Win32Console::Words(int /*count*/, char** /*arguments*/
   wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> words;
   for (int number = 1; wide != nullptr && number < count; ++number) {
-    words.push_back(Narrow(wide[number]).value_or("?"));
+    for (const std::wstring& word : FilesFitting(wide[number])) words.push_back(Narrow(word).value_or("?"));
   }
   LocalFree(wide);
   return words;

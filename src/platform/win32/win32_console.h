@@ -33,7 +33,7 @@ struct Win32Console {
   std::optional<Win32EndRequests> endRequests;  // until a program makes them, Ctrl+C ends it at once
 
   /// The words behind the program's name, UTF-8. Main's own are in the code page of the host, and the host is
-  /// asked for them instead.
+  /// asked for them instead. A word with "*" or "?" becomes the files that it fits.
   static std::vector<std::string> Words(int count, char** arguments);
 
   /// Which of the three streams lead to a user.

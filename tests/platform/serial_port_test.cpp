@@ -110,6 +110,12 @@ TEST(TerminalSettings, AreRefusedByATerminalThatTakesThemInPart) {
       {B9600, CS7, true, true},  {B2400, CS7, true, false},  {B9600, CS8, true, false},
       {B9600, CS8, false, true}, {B2400, CS8, false, false}, {B9600, CS7 | CREAD, true, true}};
   termios wanted{}, taken{};
+  for (const auto& [settings, frame] : {std::pair("9600,O,7,1", CS7 | PARENB | PARODD),
+                                        {"9600,E,7,2", CS7 | PARENB | CSTOPB},
+                                        {"9600,n,8,1", CS8}}) {
+    SetLine(ParseLineSettings(settings), wanted);
+    EXPECT_EQ(wanted.c_cflag & ~tcflag_t{CBAUD}, tcflag_t(frame | CLOCAL | CREAD)) << settings;
+  }
   wanted.c_cflag = CS7;
   cfsetospeed(&wanted, B9600);
   for (const auto& [speed, flags, withFrame, fits] : rows) {

@@ -142,7 +142,10 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
   rig.start.Click();
   look();
   rig.Box("Mes").Click();  // the user clears the box
-  rig.host.windows.In(0, [&] { rig.window->RequestClose(), look(); });
+  rig.host.windows.In(0, [&] {
+    EXPECT_EQ(rig.go.Text(), "Messstellentabelle wird geladen ...");
+    rig.window->RequestClose(), look();
+  });
   rig.Choose(rig.Box("Mes"), "/gut");
   EXPECT_EQ(seen, (Strings{"|||", "?|Gerät bereitet sich vor ...|seit 2 s|",
                            "48|Tabellen werden übertragen ...|noch 5 s|"

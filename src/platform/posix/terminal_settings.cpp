@@ -42,9 +42,7 @@ tcflag_t FrameOf(const LineSettings& settings) {
 
 }  // namespace
 
-void ApplyLineSettings(const LineSettings& settings, int terminal) {
-  termios wanted{};
-  if (tcgetattr(terminal, &wanted) != 0) throw PortError("ist keine serielle Schnittstelle");
+void SetLine(const LineSettings& settings, termios& wanted) {
   cfmakeraw(&wanted);  // one character makes a read return, so that a read of nothing means a hang-up
   // cfmakeraw leaves these flags as the last user of the terminal set them.
   wanted.c_iflag &= ~tcflag_t{INPCK | IXOFF | IXANY};
@@ -55,7 +53,12 @@ void ApplyLineSettings(const LineSettings& settings, int terminal) {
   const speed_t speed = SpeedOf(settings);
   cfsetispeed(&wanted, speed);
   cfsetospeed(&wanted, speed);
+}
 
+void ApplyLineSettings(const LineSettings& settings, int terminal) {
+  termios wanted{};
+  if (tcgetattr(terminal, &wanted) != 0) throw PortError("ist keine serielle Schnittstelle");
+  SetLine(settings, wanted);
   // The result of this call is not enough: a success may be partial, and a pseudo-terminal reports an error
   // although it took what it can. So the settings are read back.
   tcsetattr(terminal, TCSANOW, &wanted);

@@ -7,6 +7,10 @@
 
 namespace ox {
 
+/// Makes a terminal's settings those of the line: raw, without flow control, and with this frame and speed.
+/// Throws PortError for a speed that the host does not have.
+void SetLine(const LineSettings& settings, termios& wanted);
+
 /// Brings a terminal into raw mode with these parameters and without flow control. Input that waits stays.
 /// Throws PortError when the terminal does not take them.
 void ApplyLineSettings(const LineSettings& settings, int terminal);

@@ -215,6 +215,9 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   WriteFile(host.processes / "locks", lock);
   WriteFile(host.processes / "4711/comm", "minicom\n");
   EXPECT_EQ(HolderOf(host, "/dev/null"), std::nullopt) << "it has nothing open";
+  fs::create_directory(host.processes / "4711/fd");
+  fs::create_symlink("/dev/null", host.processes / "4711/fd/3");
+  EXPECT_EQ(HolderOf(host, "/dev/null"), "minicom");
   EXPECT_EQ(told(6), "COM6 ist " + farEnd_->Path() + ": belegt von minicom");
   EXPECT_EQ(Sentences(6, OpeningFault(EBUSY, "COM6", host).Fault()),
             "COM6: von einem anderen Programm belegt (minicom). minicom beenden oder abwarten.");

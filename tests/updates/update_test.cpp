@@ -139,6 +139,7 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
     if (blocks == 33) rig.host.windows.In(0.12, [&] { rig.window->RequestClose(), look(); });
     if (blocks == 60) rig.host.ports.Break();
   });
+  rig.host.windows.OnMessage([&](const std::string&) { EXPECT_FALSE(shown.Beat.Enabled()); });
   rig.start.Click();
   look();
   rig.Box("Mes").Click();  // the user clears the box

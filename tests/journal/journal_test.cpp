@@ -124,6 +124,7 @@ TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
   desk.logged->windows.Yield();
   EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00")) << "a device may wait for its acknowledgement";
   desk.logged->windows.Rest();
+  EXPECT_NE(desk.Log().find(" COM1 ist "), Bytes::npos) << "also the first of all ports";
   EXPECT_TRUE(ends("COM1 < \"A\""));
   desk.windows.OnMessage([&](const std::string&) { EXPECT_TRUE(ends("Meldung \"!\" OK")); });
   desk.logged->windows.ShowMessage("!");

@@ -168,7 +168,8 @@ TEST(TimeAxis, HasAStepForEveryLength) {
                          3 * hour,   6 * hour,   12 * hour,   day,         2 * day,     7 * day, 14 * day}) {
     const std::vector<TimeMark> marks = TimeMarks({2026, 12, 31, 0, 0, 0}, 4 * step, 5);
     EXPECT_EQ(std::pair(marks.size(), marks[1].second), std::pair(std::size_t{5}, 1.0 * step));
-    EXPECT_EQ(marks[1].text.size(), step < minute ? 8U : step < day ? 5U : 6U) << marks[1].text;
+    for (const TimeMark& mark : {marks[0], marks[1]})
+      EXPECT_EQ(mark.text.size(), step < minute ? 8U : step < day ? 5U : 6U) << mark.text;
   }
   const std::array<double, 5> rows[] = {{0, 10, 1, 0, 10},   {0, 10.1, 1, 0, 12},      {0, 19, 1, 0, 20},
                                         {0, 21, 1, 0, 25},   {0, 49, 1, 0, 50},        {0, 51, 1, 0, 60},

@@ -390,10 +390,12 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
     return QAccessible::queryAccessibleInterface(view)->text(QAccessible::Description).toStdString();
   };
   EXPECT_EQ(words(), "Noch keine Werte");
+  const QImage empty = view->grab().toImage();
   history.Restart({2026, 12, 31, 23, 59, 50}, 86390);
   history.Add({.charge = 790, .batteryVoltage = 6800, .temperature = 123}, 86391);
   history.Add({.charge = 800, .batteryVoltage = 6810, .temperature = 123}, 5);
   power.Verlauf.Show(history.Data());
+  EXPECT_NE(view->grab().toImage(), empty);
   EXPECT_EQ(
       words(),
       "31.12.2026 23:59:50 bis 01.01. 00:00:05; Akkuladung zuletzt 80.0%, insgesamt 79.0 bis 80.0%; "

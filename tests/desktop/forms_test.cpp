@@ -289,6 +289,7 @@ TEST_F(Forms, AQuietLineIsPaintedAsAnyTextThatFits) {
 
 TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   auto form = Show(files);
+  EXPECT_TRUE(Find<QLabel>(*form, files.Label1)->isHidden()) << "an empty prompt takes no room";
   std::string happened;
   files.File1.onSelect = [&] { happened += "select " + files.File1.SelectedItem() + " "; };
   files.File1.onActivate = [&] { happened += "activate "; };

@@ -90,11 +90,8 @@ std::string GermanError(const CLI::App& app, const CLI::ParseError& error) {
   if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) return told;
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) return name + " fehlt";
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) return Mismatch(command, told);
-  const bool excludes = dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr;
-  if (excludes || dynamic_cast<const CLI::RequiresError*>(&error) != nullptr) {
-    const std::string other = told.substr(told.rfind(' ') + 1);
-    return name + (excludes ? " geht nicht zusammen mit " : " geht nur zusammen mit ") + other;
-  }
+  if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
+    return name + " geht nicht zusammen mit " + told.substr(told.rfind(' ') + 1);
   return name + " ist nicht zu verstehen";
 }
 

@@ -165,7 +165,6 @@ void Journal::WriteOut() noexcept {
 }
 
 void Journal::WriteOutInTime() noexcept {
-  if (!On() || (waiting_.empty() && received_.bytes.empty())) return;
   if (clock_.Milliseconds() - handedOver_ >= kHandOverAfter) WriteOut();
 }
 

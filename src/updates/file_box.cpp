@@ -32,13 +32,12 @@ void FileBox::OnFailure() {
 }
 
 void FileBox::Choose() {
-  // From here on there is no file until the new one is loaded, also when the loading breaks off.
-  content_.clear();
   Load(parts_.box.Checked() ? chooser_.Choose(parts_.pattern) : std::string());
 }
 
 void FileBox::Load(const std::string& path) {
   const int click = ++clicks_;
+  // From here on there is no file until the new one is loaded, also when the loading breaks off.
   content_.clear();
   parts_.contents.SetText("");
   if (!path.empty()) {

@@ -37,20 +37,19 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   ScriptedDevice device;
   device
       .Expect("S", {{0.020, "A"},
-                    {0.030, "\x7F\"<>\x01"},
+                    {0.030, "\x7F~\"<>\x01"},
                     {0.041, "B"},
                     {0.055, Bytes(9, 'y')},
                     {0.056, Bytes(504, 'y')}})
       .Expect("K");
-  desk.ports.Connect(2, &device);
-  desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
   desk.clock.Advance(0.5);  // the log counts from its own beginning
   desk.Begin();
   SerialPort& port = *desk.port;
   port.SetSettings("9600,O,7,1");
-  port.SetCommPort(3);
-  EXPECT_THROW(port.Open(), PortError);
   port.SetCommPort(2);
+  EXPECT_THROW(port.Open(), PortError);
+  desk.ports.Connect(2, &device);
+  desk.portList.ports[2] = {.device = "/dev/ttyUSB0", .product = "Adapter Ö", .holder = ""};
   port.Open();
   port.SetModemLine(true);
   port.SetModemLine(false);
@@ -65,24 +64,25 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   EXPECT_THROW(port.Input(), PortError);
   desk.windows.CancelNext();
   desk.logged->windows.ShowMessage("Weiter?\r\n" + std::string(1990, 'm') + "ÖÖ", Buttons::kOkCancel);
-  Window modem(desk.logged->windows, "Modem", "Test Ö");
+  Window modem(desk.logged->windows, "Modem", "Test À");
   desk.windows.OnShown("Modem", [&](Window& shown) {
     desk.logged->windows.ShowMessage(std::string(2000, '!'));
     shown.RequestClose();
   });
   desk.logged->windows.ShowModal(modem);
+  EXPECT_TRUE(desk.Log().ends_with("Fenster zu \"Modem\"\n"));
   desk.logged->windows.AskWhereToSave("werte", {{"Text", "txt"}}, {});
   EXPECT_EQ(desk.windows.Proposed(), "werte Text (txt)");
   desk.End();
   EXPECT_EQ(desk.Log(), R"(Orvanexe Service 4.0.0 (0123456789), Protokoll 1, begonnen 2026-11-16 10:00:00
-        0 COM3 ist "" ""
-        0 COM3 nicht geöffnet "9600,O,7,1" "" "wrongly set, broken, taken or missing"
+        0 COM2 ist "" ""
+        0 COM2 nicht geöffnet "9600,O,7,1" "" "wrongly set, broken, taken or missing"
         0 COM2 ist "/dev/ttyUSB0" "Adapter Ö"
         0 COM2 Öffnung 1 "9600,O,7,1"
         0 COM2 DTR an
         0 COM2 DTR aus
      1500 COM2 > "S"
-     1521 COM2 < "A<7F><22><3C>><01>" +10
+     1521 COM2 < "A<7F>~<22><3C>><01>" +10
      1542 COM2 < "B"
      1556 COM2 < ")" + std::string(512, 'y') +
                             R"(" +1
@@ -98,7 +98,7 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
      1560 Meldung "Weiter?<0D><0A>)" +
                             std::string(1990, 'm') + R"(..." OK/Abbrechen
      1560 Antwort Abbrechen
-     1560 Fenster auf "Modem" "Test Ö"
+     1560 Fenster auf "Modem" "Test À"
      1560 Meldung ")" + std::string(2000, '!') +
                             R"(" OK
      1560 Antwort OK
@@ -113,14 +113,13 @@ TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
   desk.ports.Connect(1, &device.Expect("S", Bytes("A")));
   desk.Begin();
   desk.port->SetSettings("9600,O,7,1");
-  desk.port->SetCommPort(1);
   desk.port->Open();
   desk.port->Output("S");
   desk.port->Input();
   const auto ends = [&](const char* line) { return desk.Log().ends_with(std::string(line) + "\n"); };
   desk.logged->windows.Rest();
   EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00"));
-  desk.clock.Advance(0.25);
+  desk.clock.Advance(0.25 - desk.clock.Elapsed());
   desk.logged->windows.Yield();
   EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00")) << "a device may wait for its acknowledgement";
   desk.logged->windows.Rest();
@@ -136,6 +135,8 @@ TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
   desk.logged->windows.EndProgram();
   EXPECT_TRUE(ends("Ende, Einstellungen nicht gespeichert"));
   EXPECT_TRUE(desk.windows.Ended());
+  desk.journal->Note({{std::string_view(kFirst.data(), kFirst.max_size())}});
+  EXPECT_EQ(desk.troubles, Strings{"Das Protokoll endet hier: nicht genügend Speicher."});
 }
 
 TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
@@ -209,7 +210,8 @@ TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
   keep("2020-01-01_00-00-00_2.log", kMostJournalBytes - kLargestJournal - 200);
   keep("2026-11-16_10-00-00.log", 0);
   desk.Begin();
-  desk.journal->Note({{"1"}});
+  desk.journal->NoteReceived("1", "r");
+  desk.journal->NoteOpening("1", "");
   // 20 of 10 bytes, the large one, the empty one and the new one; four are no logs.
   EXPECT_EQ(desk.files.content.size(), 27U);
   EXPECT_FALSE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00_2.log"));
@@ -218,14 +220,15 @@ TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
   const std::string block(100'000, 'b');
   for (std::size_t noted = 0; noted < kLargestJournal; noted += block.size()) desk.journal->Note({{block}});
   desk.clock.Advance(5);
-  desk.journal->Note({{"2"}});
+  desk.journal->NoteOpening("2", "");
+  desk.journal->NoteReceived("2", "r");
   desk.End();
   const Bytes first = desk.files.content.at(kFolder + "2026-11-16_10-00-00_2.log");
   const Bytes second = desk.files.content.at(kFolder + "2026-11-16_10-00-00_3.log");
-  EXPECT_NE(first.find("        0 1\n"), Bytes::npos);
+  EXPECT_NE(first.find("        0 1 < \"r\"\n        0 1 Öffnung 1 \"\"\n"), Bytes::npos);
   EXPECT_LT(first.size(), kLargestJournal + 100'000);
   EXPECT_NE(second.find(" begonnen 2026-11-16 10:00:00\n"), Bytes::npos);
-  EXPECT_TRUE(second.ends_with("     5000 2\n     5000 Ende\n"));
+  EXPECT_TRUE(second.ends_with("     5000 2 Öffnung 1 \"\"\n     5000 2 < \"r\"\n     5000 Ende\n"));
 
   Logged many;
   for (int year = 1900; year < 2020; ++year)

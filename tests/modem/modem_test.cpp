@@ -74,7 +74,10 @@ TEST_F(ModemTest, ChecksOfficeCodeDateAndTimeInOrder) {
   EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Datum muss sechs Ziffern enthalten!"});
   window_.TDAT.Edit("161106");
   EXPECT_EQ(Click(window_.Command2), Strings{"Das Feld Uhrzeit muss vier Ziffern enthalten!"});
+  window_.TUHR.Edit("143");  // as before
   EXPECT_TRUE(window_.TUHR.Marked() && !window_.TDAT.Marked() && !window_.TAKZ.Marked());
+  window_.TUHR.SetText("1430");
+  EXPECT_TRUE(!window_.TUHR.Marked() && window_.Focused() == nullptr);
 }
 
 TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
@@ -95,25 +98,31 @@ TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
       {&window_.TMEW, "-12.3", {}},
       {&window_.TMST, "16777216", {point}},
       {&window_.TPAR, "1000", {point, parameter}},
-      {&window_.TMEW, "12,3 ", {point, parameter, value}},
+      {&window_.TMEW, ",123 ", {point, parameter, value}},
+      {&window_.TBEW, "S", {point, parameter, flag, value}},
   };
   window_.TPAR.Edit("999");
   window_.TBEW.Edit("sf");
   window_.TMEW.Edit("12345");
   sim::SimulatedModem modem({});
   host_.ports.Connect(1, &modem);
-  std::string focused;
+  std::string focused;  // also while the user is told
+  host_.windows.OnMessage([&](const std::string&) {
+    focused += (window_.Focused() != nullptr ? window_.Focused()->Name() : "-") + ";";
+  });
   for (const auto& [field, typed, told] : typedAndTold) {
     field->Edit(typed);
     EXPECT_EQ(Click(window_.Command3), told) << typed;
     focused += window_.Focused()->Name() + " ";
   }
-  EXPECT_EQ(focused, "TMST TPAR TBEW TMEW TMST TMST TMST TMST TMST TMST TMST TMEW ");
+  EXPECT_EQ(focused,
+            "-;TMST TMST;TPAR TPAR;TBEW TBEW;TBEW;TMEW TMEW;TMST TMST TMST TMST TMST TMST;TMST "
+            "TMST;TMST;TMST TMST;TMST;TMST;TMEW TMEW;TMST;TMST;TMST;TMEW ");
   EXPECT_EQ(modem.Records(),
             (Strings{"#16777215: 0999 S  0123 ", "#16777215: 0999 #  0123 ", "#16777215: 0999    0123 ",
                      "#16777215: 0999    ##.# ", "#16777215: 0999   -12.3 ", "#16777216: 0999   -12.3 ",
                      "#16777216: 1000   -12.3 "}));
-  EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), " | 12,3") << "normalised though it is wrong";
+  EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), "S| ,123") << "normalised though it is wrong";
 }
 
 TEST_F(ModemTest, APortThatFailsIsTriedAgainByEveryCommand) {
@@ -143,6 +152,9 @@ TEST_F(ModemTest, TheSendCommandPausesTheModemLineAndListensUntilSilence) {
   EXPECT_EQ(Click(window_.Command4), Strings());
   EXPECT_NEAR(host_.clock.Elapsed(), 1.1 + 1.1 + 1.0, 0.05);
   EXPECT_EQ(window_.Datanz.Text(), "PC <- Modem  CONNECT<CR>\r\nPC <- Modem  123");
+  window_.Datanz.SetText("alt\nÜÖ");
+  for (const std::size_t most : {4U, 3U}) window_.Datanz.KeepNewest(most);
+  EXPECT_EQ(window_.Datanz.Text(), "Ö") << "cut between characters, and not before it is double";
   host_.clock.StartAt(0, 0, -3);
   Click(window_.Command4);
   EXPECT_NEAR(host_.clock.Elapsed(), 3 + 10, 0.05) << "no wait ends by time in the first seconds of a day";

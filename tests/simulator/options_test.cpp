@@ -26,6 +26,7 @@ TEST(Options, AreReadInBothSpellingsOrRefused) {
       {{"--fault", "late", "x"}, "x ist zu viel"},
       {{"--loader=1"}, "--loader nimmt keinen Wert"},
       {{"--baud"}, "--baud braucht einen Wert"},
+      {{"--baud=9600", "--baud"}, "--baud ist mehrfach angegeben"},
       {{"--baud=300"}, "--baud: 300 geht nicht"},
       {{"--seed", "1x"}, "--seed: 1x geht nicht"},
       {{"--version-text", "SW 3ö"}, "--version-text: SW 3ö geht nicht"},

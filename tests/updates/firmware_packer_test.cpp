@@ -24,7 +24,7 @@ struct FirmwarePacker : testing::Test {
       window.TextQuelle.Edit(from);
       window.TextZiel.Edit("/alt");
       window.TextZiel.Enter();
-      window.TextQuelle.Edit("/nur getippt");
+      for (TextBox* box : {&window.TextQuelle, &window.TextZiel}) box->Edit("/nur getippt");
       window.RequestClose();
     });
     host.windows.ShowModal(window);

@@ -88,14 +88,22 @@ TEST(Update, ADroppedFileIsLoadedAsOneThatWasChosenWhateverItReplaces) {
   rig.files["/NEU.MES"] = rig.files["/gut.mes"];
   rig.Load();
   CheckBox& points = rig.Box("Mes");
-  EXPECT_TRUE(points.Takes("/NEU.MES") && !rig.Box("Par").Takes("/NEU.MES"));
-  EXPECT_TRUE(rig.Box("Par").Takes("/neu.par") && rig.Box("Zuo").Takes("/neu.zuo"));
-  points.Drop("/fehlt.mes");
-  EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{"Fehler beim Lesen der Datei: /fehlt.mes!"});
+  EXPECT_TRUE(points.Takes("/NEU.MES") && !points.Takes(".MES") && !rig.Box("Par").Takes("/NEU.MES"));
+  EXPECT_TRUE(rig.Box("Par").Takes("/NEU.PAR") && rig.Box("Zuo").Takes("/NEU.ZUO"));
+  EXPECT_TRUE(points.TakesFiles() && !rig.start.TakesFiles());
+  rig.host.windows.In(0, [&] {
+    EXPECT_EQ(rig.The<Label>("MesContents").Text(), "");
+    throw std::bad_alloc();
+  });
+  points.Drop("/NEU.MES");
   EXPECT_FALSE(points.Checked() || rig.start.Enabled());
   points.Drop("/NEU.MES");
   EXPECT_EQ(rig.go.Text(), "Messstellentabelle wird geladen ... O.K.!");
   EXPECT_TRUE(points.Checked() && rig.start.Enabled());
+  points.Drop("/fehlt.mes");
+  EXPECT_EQ(rig.host.windows.TakeMessages(),
+            (Strings{kOutOfMemory, "Fehler beim Lesen der Datei: /fehlt.mes!"}));
+  EXPECT_FALSE(points.Checked() || rig.start.Enabled());
 }
 
 TEST(Update, OfTwoChoicesTheLaterCounts) {
@@ -106,6 +114,8 @@ TEST(Update, OfTwoChoicesTheLaterCounts) {
     rig.host.windows.In(0, [&] {
       box.Click();
       rig.Choose(box, "/gut");
+      rig.leave.Click(), rig.window->RequestClose();
+      EXPECT_EQ(rig.The<Label>("Closing").Text(), "") << "no run is on";
     });
     rig.Choose(box, "/fehlt");
     EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{});
@@ -157,14 +167,17 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
 }
 
 TEST(Update, ThatMemoryRunsOutOnKeepsItsWindow) {
-  UpdateRig rig(kTables);
-  rig.Load();
-  rig.host.windows.In(0.1, [&] { rig.leave.Click(), rig.window->RequestClose(); });
-  rig.host.windows.In(0.2, [] { throw std::bad_alloc(); });
-  rig.start.Click();
-  EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{kOutOfMemory});
-  EXPECT_TRUE(rig.window->IsOpen() && rig.start.Enabled() && rig.leave.Enabled());
-  EXPECT_EQ(rig.host.ports.OpenCount(), 0);
+  for (const Update update : {kTables, kProgram2}) {
+    UpdateRig rig(update);
+    rig.Load();
+    rig.host.windows.In(0.1, [&] { rig.leave.Click(), rig.window->RequestClose(); });
+    rig.host.windows.In(0.2, [] { throw std::bad_alloc(); });
+    rig.start.Click();
+    EXPECT_EQ(rig.host.windows.TakeMessages(), Strings{kOutOfMemory});
+    EXPECT_TRUE(rig.window->IsOpen() && rig.start.Enabled() && rig.leave.Enabled());
+    EXPECT_EQ(rig.host.ports.OpenCount(), 0);
+    EXPECT_EQ(rig.The<Label>("Closing").Text(), "");
+  }
 }
 
 TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {

@@ -35,7 +35,7 @@ PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
       log_(host.files) {
   MonitorStart.onClick = [this] { StartMonitoring(); };
   MonitorStop.onClick = [this] { StopRequested_ = true; };
-  Verlassen.onClick = [this] { Leave(); };
+  Verlassen.onClick = [this] { Unload(); };
   CPreset.onClick = [this] { PresetCharge_ = ReadPreset(TPreset.Text()); };
   Verlauf.Show(history_.Data());
   Verlauf.LetSave([this](const Bytes& picture) {
@@ -47,16 +47,11 @@ PowerMonitor::PowerMonitor(Host& host, const SessionSettings& settings)
 void PowerMonitor::OnLoad() {
   ShowIdle();
   PresetCharge_ = kNoPreset;
-  logRule_ = LogRule();
-}
-
-void PowerMonitor::OnCloseWhileRunning() {
-  StopRequested_ = true;
 }
 
 void PowerMonitor::OnClose() {
   StopMonitoring();
-  Leave();
+  Unload();
 }
 
 void PowerMonitor::OnFailure() {
@@ -145,11 +140,6 @@ void PowerMonitor::ShowTexts(const PowerStatusTexts& texts) {
   BatteryVoltage.SetText(texts.batteryVoltage);
   Temperature.SetText(texts.temperature);
   ChargeControllerState.SetText(texts.state);
-}
-
-void PowerMonitor::Leave() {
-  Due_.ClosePort();
-  Unload();
 }
 
 }  // namespace ox

@@ -49,7 +49,6 @@ class PowerMonitor : public Window {
 
  protected:
   void OnLoad() override;
-  void OnCloseWhileRunning() override;
   void OnClose() override;
   void OnFailure() override;
 
@@ -70,7 +69,6 @@ class PowerMonitor : public Window {
   /// Adds the status, or that there was none, to the curve.
   void Record(const std::optional<PowerStatus>& status);
   void ShowTexts(const PowerStatusTexts& texts);
-  void Leave();
 
   Host& host_;
   ControlLock whileIdle_{&MonitorStart, &Verlassen};

@@ -69,8 +69,8 @@ TEST_F(PowerMonitorTest, ShowsEveryReplyFieldByField) {
       {kSample, "79.1%|95.0%|12.345V|0.850V| 23°C|Schnellladung"},
       {">0007000003E80001005F0001more\r", "0.7%|0.0%|1.000V|0.001V|-5°C|Entladung"},
       {">7FFFFFFF8000FFF680000002\r", "3276.7%|0.1%|32.768V|0.010V|-32868°C|Ladung blockiert"},
-      {">03x7  12G00099-1006400 3\r", "0.3%|0.0%|0.000V|0.153V| 0°C|???"},  // up to what is no digit
-      {">006403B600640064006300\r", "|||||"},                               // too short
+      {">03x7  12G00099-1006400 \r", "0.3%|0.0%|0.000V|0.153V| 0°C|???"},  // up to what is no digit
+      {">006403B600640064006300\r", "|||||"},                              // too short
   };
   Run(0);
   for (const auto& [reply, shown] : repliesAndShown) EXPECT_EQ(Shown(reply), shown) << reply;
@@ -88,9 +88,12 @@ TEST_F(PowerMonitorTest, TheCurveShowsEveryReplySinceStartAndIsSaved) {
   Answer(kSample, 2);
   Answer(">0000\r");  // too short: a gap
   Answer(kSample);
-  Run(4);
-  std::string seen;
+  ASSERT_TRUE(monitor_.Verlauf.Data()) << "its empty axes";
   const std::vector<CurveSpan>& spans = monitor_.Verlauf.Data()->spans;
+  std::string seen, painted;
+  monitor_.Verlauf.ConnectView([&](Change) { painted += std::to_string(spans.size()); });
+  Run(4);
+  EXPECT_EQ(painted, "0123");
   for (const CurveSpan& span : spans) {
     seen += std::to_string(std::lround(span.last)) + (span.afterGap ? "*" : "") + " ";
   }
@@ -111,8 +114,8 @@ TEST_F(PowerMonitorTest, TheCurveShowsEveryReplySinceStartAndIsSaved) {
 TEST_F(PowerMonitorTest, LogsEveryChangeAndEveryMinuteOfItsRuns) {
   host_.clock.StartAt(23, 59, 57.5);
   Answer(kSample, 3);
-  Answer({{0.4, kOtherState}});
-  Answer(kOtherState, 60);  // the last comes somewhat less than a minute after the first
+  Answer({{0.5, kOtherState}});
+  Answer(kOtherState, 60);  // the last comes 59.5 seconds after the first
   Run(64);
   monitor_.MonitorStop.Click();
   host_.windows.Pass(1);
@@ -127,7 +130,7 @@ TEST_F(PowerMonitorTest, LogsEveryChangeAndEveryMinuteOfItsRuns) {
   };
   EXPECT_EQ(host_.files.content[kLog], header + line("16-2026 23:59:58", "Schnellladung") +
                                            line("17-2026 00:00:00", "Schnellladung") +  // midnight
-                                           line("17-2026 00:00:01", "Überladung") +
+                                           line("17-2026 00:00:02", "Überladung") +
                                            line("17-2026 00:01:01", "Überladung") + header +
                                            line("17-2026 00:01:03", "Überladung"));
 }
@@ -138,7 +141,7 @@ TEST_F(PowerMonitorTest, SendsAPresetFrom0To100Once) {
   Run(0);
   std::string presets;
   for (const char* text :
-       {" 50%", "12,9", "", ".6", "0.5", "1.5", "100.5", "-0.5", "-1", "100.51", "4294967346"}) {
+       {" 50%", "12,9", "7.4", "", ".6", "0.5", "1.5", "100.5", "-0.5", "-1", "100.51", "4294967346"}) {
     Preset(text);
     host_.ports.sent.clear();
     host_.windows.Pass(2);
@@ -146,7 +149,7 @@ TEST_F(PowerMonitorTest, SendsAPresetFrom0To100Once) {
     presets += std::to_string(ByteValue(host_.ports.sent.at(behindWakeUpAndLetter))) + " ";
     EXPECT_TRUE(host_.ports.sent.ends_with("\rAS>\xFF\rA")) << text;
   }
-  EXPECT_EQ(presets, "50 12 0 1 0 2 100 0 255 255 255 ");
+  EXPECT_EQ(presets, "50 12 7 0 1 0 2 100 0 255 255 255 ");
 }
 
 TEST_F(PowerMonitorTest, ASlowReplyCountsAlthoughItsUserStoppedOrClosed) {

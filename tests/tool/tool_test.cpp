@@ -133,7 +133,7 @@ TEST(Tool, ShowsOnATerminalWhatItIsAt) {
 }
 
 TEST(Tool, AsksOnATerminalOnly) {
-  const std::string question = "oxtool: Eins.\nzwei\n\tdrei..\n";
+  const std::string question = "oxtool: Eins.\nzwei\n\t20 °C...\n";
   const std::string asked = question + "Fortfahren? [j/N] ";
   const std::string none = question + "oxtool: ohne Terminal heißt die Antwort Nein; --yes bejaht\n";
   const std::tuple<const char*, bool, bool, bool, bool, std::string> rows[] = {
@@ -146,7 +146,7 @@ TEST(Tool, AsksOnATerminalOnly) {
     Tool tool;
     tool.input.str(typed);
     tool.console.terminals = {.input = input, .messages = messages};
-    EXPECT_EQ(Agrees(tool.console, "Eins\x1B\r\nzwei\r\tdrei\x7F\xC2\x9B\r\n\r", yes), agrees) << typed;
+    EXPECT_EQ(Agrees(tool.console, "Eins\x1B\r\nzwei\r\t20 °C\x7F\xC2\x80\xC2\x9F\r\n\r", yes), agrees) << typed;
     EXPECT_EQ(tool.Said(), said) << typed;
   }
 }

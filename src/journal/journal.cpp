@@ -81,7 +81,6 @@ void Journal::Begin() {
 
 void Journal::End(const std::string& trouble) {
   file_.reset();
-  waiting_.clear();
   if (tell_) tell_(trouble);
 }
 

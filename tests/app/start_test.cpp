@@ -50,7 +50,7 @@ TEST_F(StartWindow, ReadsItsSettingsFieldByFieldAndWritesThemInOrder) {
        R"(\C\3|\B\19200|\P\E|\Q\C:\quelle|\Z\C:\ziel|\M\|EDT|)"},
       {R"(\Q\C:\a,\C\4)", R"(\C\4|\B\9600|\P\O|\Q\C:\a|)"},
       {"  \"\\Q\\C:\\a,b\" \n\\C\\12", R"(\C\2|\B\9600|\P\O|\Q\C:\a,b|)"},
-      {"\n\\C\\7\nED\nEDT\n\\C\n", R"(\C\7|\B\9600|\P\O|EDT|)"},
+      {"\n\\C\\x\nED\nEDT\n\\C\n", R"(\C\x|\B\9600|\P\O|EDT|)"},
       {Bytes(65532, '\n') + "\\C\\3nothing is read behind 64 KB", R"(\C\3|\B\9600|\P\O|)"},
       {"\xEF\xBB\xBF\\C\\3", R"(\C\3|\B\9600|\P\O|)"},
       {"", R"(\C\1|\B\9600|\P\O|)"},

@@ -24,6 +24,7 @@ struct Logged : TestHost {
     logged.reset();
     journal.reset();
   }
+  bool Ends(const std::string& line) { return Log().ends_with(line + "\n"); }
   Bytes Log() { return files.content.contains(kFirst) ? files.content.at(kFirst) : "-"; }
 
   std::optional<Journal> journal;
@@ -61,7 +62,9 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
   port.Open();
   desk.ports.Break();
   EXPECT_THROW(port.Output("K\r"), PortError);
+  EXPECT_TRUE(desk.Ends("abgerissen \"\" \"not open or broken\""));
   EXPECT_THROW(port.Input(), PortError);
+  desk.ports.Mend(), port.Open();
   desk.windows.CancelNext();
   desk.logged->windows.ShowMessage("Weiter?\r\n" + std::string(1990, 'm') + "ÖÖ", Buttons::kOkCancel);
   Window modem(desk.logged->windows, "Modem", "Test À");
@@ -70,7 +73,7 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
     shown.RequestClose();
   });
   desk.logged->windows.ShowModal(modem);
-  EXPECT_TRUE(desk.Log().ends_with("Fenster zu \"Modem\"\n"));
+  EXPECT_TRUE(desk.Ends("Fenster zu \"Modem\""));
   desk.logged->windows.AskWhereToSave("werte", {{"Text", "txt"}}, {});
   EXPECT_EQ(desk.windows.Proposed(), "werte Text (txt)");
   desk.End();
@@ -95,6 +98,8 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
      1560 COM2 > "K<0D>"
      1560 COM2 abgerissen "" "not open or broken"
      1560 COM2 Fehler "" "not open or broken"
+     1560 COM2 ist "/dev/ttyUSB0" "Adapter Ö"
+     1560 COM2 Öffnung 3 "9600,O,7,1"
      1560 Meldung "Weiter?<0D><0A>)" +
                             std::string(1990, 'm') + R"(..." OK/Abbrechen
      1560 Antwort Abbrechen
@@ -103,6 +108,7 @@ TEST(Journal, TellsWhatHappensWithItsTime) {
                             R"(" OK
      1560 Antwort OK
      1560 Fenster zu "Modem"
+     1560 COM2 zu
      1560 Ende
 )");
 }
@@ -116,24 +122,25 @@ TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
   desk.port->Open();
   desk.port->Output("S");
   desk.port->Input();
-  const auto ends = [&](const char* line) { return desk.Log().ends_with(std::string(line) + "\n"); };
   desk.logged->windows.Rest();
-  EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00"));
+  EXPECT_TRUE(desk.Ends("begonnen 2026-11-16 10:00:00"));
   desk.clock.Advance(0.25 - desk.clock.Elapsed());
   desk.logged->windows.Yield();
-  EXPECT_TRUE(ends("begonnen 2026-11-16 10:00:00")) << "a device may wait for its acknowledgement";
+  EXPECT_TRUE(desk.Ends("begonnen 2026-11-16 10:00:00")) << "a device may wait for its acknowledgement";
   desk.logged->windows.Rest();
   EXPECT_NE(desk.Log().find(" COM1 ist "), Bytes::npos) << "also the first of all ports";
-  EXPECT_TRUE(ends("COM1 < \"A\""));
-  desk.windows.OnMessage([&](const std::string&) { EXPECT_TRUE(ends("Meldung \"!\" OK")); });
+  EXPECT_TRUE(desk.Ends("COM1 < \"A\""));
+  desk.windows.OnMessage([&](const std::string&) { EXPECT_TRUE(desk.Ends("Meldung \"!\" OK")); });
   desk.logged->windows.ShowMessage("!");
   desk.journal->Note({{"x"}});
+  desk.logged->windows.Rest();
+  EXPECT_FALSE(desk.Ends("x"));
   Window(desk.logged->windows, "Modem", "").Run([] {});
-  EXPECT_TRUE(ends("x")) << "its port stays open";
+  EXPECT_TRUE(desk.Ends("x")) << "its port stays open";
   desk.port->Close();
-  EXPECT_TRUE(ends("COM1 zu"));
+  EXPECT_TRUE(desk.Ends("COM1 zu"));
   desk.logged->windows.EndProgram();
-  EXPECT_TRUE(ends("Ende, Einstellungen nicht gespeichert"));
+  EXPECT_TRUE(desk.Ends("Ende, Einstellungen nicht gespeichert"));
   EXPECT_TRUE(desk.windows.Ended());
   desk.journal->Note({{std::string_view(kFirst.data(), kFirst.max_size())}});
   EXPECT_EQ(desk.troubles, Strings{"Das Protokoll endet hier: nicht genügend Speicher."});
@@ -141,6 +148,8 @@ TEST(Journal, IsHandedOverAfterAQuarterSecondAndWhereTheWorkPauses) {
 
 TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
   const std::string none = "Es wird kein Protokoll geführt: ";
+  const std::string noFolder = none + "\"Protokoll\" ist kein Ordner.";
+  const std::string path = "/arbeit/Protokoll";
   const std::string notMade = none + "Im Ordner \"Protokoll\" lässt sich keine Datei anlegen.";
   const std::string full =
       "Das Protokoll endet hier: In den Ordner \"Protokoll\" lässt sich nicht mehr schreiben (Datenträger "
@@ -151,29 +160,13 @@ TEST(Journal, IsLeftOutWithAWordWhereItCannotBeKeptAndNeverHarmsTheWork) {
     files.content[kFirst];
   };
   const std::tuple<const char*, std::function<void(MemoryFiles&)>, Strings, bool> rows[] = {
-      {"no folder",
-       [](MemoryFiles& files) {
-         files.content = {{"/arbeit/x", ""}};
-       },
-       {},
-       false},
-      {"a file",
-       [](MemoryFiles& files) {
-         files.content = {{"/arbeit/Protokoll", ""}};
-       },
-       {none + "\"Protokoll\" ist kein Ordner."},
-       false},
+      {"no folder", [](MemoryFiles& files) { files.content.clear(), files.content["/arbeit/x"]; }, {}, false},
+      {"a file", [&](MemoryFiles& files) { files.content.clear(), files.content[path]; }, {noFolder}, false},
       {"a link that leads nowhere",
-       [](MemoryFiles& files) {
-         files.content = {};
-         files.links = {{"/arbeit/Protokoll", "/fehlt"}};
-       },
-       {none + "\"Protokoll\" ist kein Ordner."},
+       [&](MemoryFiles& files) { files.content.clear(), files.links[path] = "/fehlt"; },
+       {noFolder},
        false},
-      {"not to be read",
-       [](MemoryFiles& files) { files.unreadable = {"/arbeit/Protokoll"}; },
-       {notMade},
-       false},
+      {"not to be read", [&](MemoryFiles& files) { files.unreadable.insert(path); }, {notMade}, false},
       {"not to be written", [](MemoryFiles& files) { files.writable = false; }, {notMade}, false},
       {"full", [](MemoryFiles& files) { files.appendable = 0; }, {full}, false},
       {"full later", [](MemoryFiles& files) { files.appendable = 2; }, {full}, true},
@@ -203,25 +196,24 @@ TEST(Journal, OldOnesGoAndOneThatIsLargeGoesOnInANewFile) {
     desk.files.content[kFolder + name] = Bytes(size, 'x');
   };
   for (int year = 1900; year < 2020; ++year) keep(std::to_string(year) + "-01-01_00-00-00.log", 10);
-  for (const char* other :
-       {"1800-01-01_00-00-00.text", "2025-01-01_00-00-00_Kunde.log", "2025-01-01_00-00-00_02.log"})
+  for (const char* other : {"1800-01-01_00-00-00.text", "Juli-01-01_00-00-00.log",
+                            "2025-01-01_00-00-00_Kunde.log", "2025-01-01_00-00-00_02.log"})
     keep(other, 10);
-  for (const char* number : {"_2", "_10"}) keep("2000-01-01_00-00-00" + std::string(number) + ".log", 10);
-  keep("2020-01-01_00-00-00_2.log", kMostJournalBytes - kLargestJournal - 200);
+  for (const char* number : {"_2", "_10", "_99"})
+    keep("2000-01-01_00-00-00" + std::string(number) + ".log", 10);
+  keep("2020-01-01_00-00-00_2.log", kMostJournalBytes - kLargestJournal - 210);
   keep("2026-11-16_10-00-00.log", 0);
   desk.Begin();
-  desk.journal->NoteReceived("1", "r");
-  desk.journal->NoteOpening("1", "");
-  // 20 of 10 bytes, the large one, the empty one and the new one; four are no logs.
-  EXPECT_EQ(desk.files.content.size(), 27U);
+  desk.journal->NoteReceived("1", "r"), desk.journal->NoteOpening("1", "");
+  // 21 of 10 bytes, the large one, the empty one and the new one; five are no logs.
+  EXPECT_EQ(desk.files.content.size(), 29U);
   EXPECT_FALSE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00_2.log"));
   EXPECT_TRUE(desk.files.content.contains(kFolder + "2000-01-01_00-00-00_10.log"));
   desk.files.content.erase(kFolder + "2020-01-01_00-00-00_2.log");
   const std::string block(100'000, 'b');
   for (std::size_t noted = 0; noted < kLargestJournal; noted += block.size()) desk.journal->Note({{block}});
   desk.clock.Advance(5);
-  desk.journal->NoteOpening("2", "");
-  desk.journal->NoteReceived("2", "r");
+  desk.journal->NoteOpening("2", ""), desk.journal->NoteReceived("2", "r");
   desk.End();
   const Bytes first = desk.files.content.at(kFolder + "2026-11-16_10-00-00_2.log");
   const Bytes second = desk.files.content.at(kFolder + "2026-11-16_10-00-00_3.log");

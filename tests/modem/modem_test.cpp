@@ -107,21 +107,21 @@ TEST_F(ModemTest, RefusesWrongValueFieldsInOrderAndSendsDoubtfulOnes) {
   sim::SimulatedModem modem({});
   host_.ports.Connect(1, &modem);
   std::string focused;  // also while the user is told
-  host_.windows.OnMessage([&](const std::string&) {
-    focused += (window_.Focused() != nullptr ? window_.Focused()->Name() : "-") + ";";
-  });
+  window_.TUHR.SetFocus();
+  host_.windows.OnMessage([&](const std::string&) { focused += window_.Focused()->Name() + ";"; });
   for (const auto& [field, typed, told] : typedAndTold) {
     field->Edit(typed);
     EXPECT_EQ(Click(window_.Command3), told) << typed;
     focused += window_.Focused()->Name() + " ";
   }
   EXPECT_EQ(focused,
-            "-;TMST TMST;TPAR TPAR;TBEW TBEW;TBEW;TMEW TMEW;TMST TMST TMST TMST TMST TMST;TMST "
+            "TUHR;TMST TMST;TPAR TPAR;TBEW TBEW;TBEW;TMEW TMEW;TMST TMST TMST TMST TMST TMST;TMST "
             "TMST;TMST;TMST TMST;TMST;TMST;TMEW TMEW;TMST;TMST;TMST;TMEW ");
   EXPECT_EQ(modem.Records(),
             (Strings{"#16777215: 0999 S  0123 ", "#16777215: 0999 #  0123 ", "#16777215: 0999    0123 ",
                      "#16777215: 0999    ##.# ", "#16777215: 0999   -12.3 ", "#16777216: 0999   -12.3 ",
                      "#16777216: 1000   -12.3 "}));
+  EXPECT_TRUE(window_.Datanz.Text().ends_with(" -12.3 <CR>\r\nPC <- Modem  A"));
   EXPECT_EQ(window_.TBEW.Text() + "|" + window_.TMEW.Text(), "S| ,123") << "normalised though it is wrong";
 }
 
@@ -170,7 +170,7 @@ TEST_F(ModemTest, LeavingEndsWhatTheModemWouldGoOnWith) {
     host_.windows.In(20.4, [this] { window_.Command1.Click(); });
     EXPECT_EQ(Click(*command), told);
     EXPECT_NEAR(host_.clock.Elapsed() - start, 20.4, 0.2);
-    EXPECT_FALSE(window_.IsOpen());
+    EXPECT_TRUE(!window_.IsOpen() && host_.ports.OpenCount() == 0);
     window_.Open();
   }
 }

@@ -39,9 +39,8 @@ inline sim::DeviceOptions WithSoundTables(sim::DeviceOptions device) {
 
 struct UpdateRig {
   explicit UpdateRig(Update which) : update(which) {
-    files["/gut.mes"] = ReadFile(OX_DEMO_FOLDER "/netz.mes");
-    files["/gut.par"] = ReadFile(OX_DEMO_FOLDER "/netz.par");
-    files["/gut.zuo"] = ReadFile(OX_DEMO_FOLDER "/netz.zuo");
+    for (const std::string end : {".mes", ".par", ".zuo"})
+      files["/gut" + end] = ReadFile(OX_DEMO_FOLDER "/netz" + end);
     files["/gut.pr3"] = sim::ProgramFile(program);
     // Of generation II, which has no check word in its file.
     files["/gut.pro"] = sim::ProgramFile(program.substr(0, program.size() - 2) + "??");

@@ -80,14 +80,7 @@ void Datenaustausch::OnCloseWhileRunning() {
   AbortRequested_ = true;
 }
 
-void Datenaustausch::OnClose() {
-  Due_.ClosePort();
-  Unload();
-}
-
 void Datenaustausch::OnFailure() {
-  // A failure in a nested handler leaves the poll under way alone.
-  if (running_ == Running::kNothing) Due_.ClosePort();
   tableLocks_ = false;
   ShowLock();
 }

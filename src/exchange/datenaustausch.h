@@ -55,7 +55,6 @@ class Datenaustausch : public Window {
  protected:
   void OnActivate() override;
   void OnCloseWhileRunning() override;
-  void OnClose() override;
   void OnFailure() override;
 
  private:

@@ -29,8 +29,6 @@ class DeviceLink : private DialogueObserver {
     return dialogue_.Exchange(request, multiRecord, onLine);
   }
 
-  void ClosePort() noexcept { dialogue_.ClosePort(); }
-
  private:
   void Write(BytesView entry) override { panel_.Write(entry); }
   void Tell(std::string_view message) override { host_.windows.ShowMessage(message); }

@@ -99,12 +99,11 @@ bool Search::BeginProbe(const Bytes& baud, const Bytes& parity) {
   try {
     port_->SetSettings(SessionSettings::DialogueSettings(baud, parity));
     port_->SetCommPort(settings_.PortNumber());
-    if (!port_->PortOpen()) port_->Open();
+    port_->Open();
     port_->Output(kWakeUp);
     return true;
   } catch (const PortError&) {
     observer_.Tell(PortFailure(settings_, PortNaming::kCom));
-    port_->Close();
     return false;
   }
 }

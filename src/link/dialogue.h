@@ -32,8 +32,6 @@ class Dialogue {
   /// come, a port that fails leaves none. `onLine` is told of each reply line as it comes.
   Bytes Exchange(const Bytes& request, bool multiRecord, const LineHandler& onLine = {});
 
-  void ClosePort() noexcept { line_.ClosePort(); }
-
  private:
   /// True when the dialogue ended well. `result` grows by every line received.
   bool Converse(const Bytes& request, bool multiRecord, const LineHandler& onLine, Bytes& result);

@@ -9,8 +9,8 @@ class LineTrace {
  public:
   virtual ~LineTrace() = default;
 
-  /// What was sent or has come. The first character of `entry` is "T" for sent, any other for received; the
-  /// rest went over the line.
+  /// What was sent or has come. The first character of `entry`, never empty, is "T" for sent, any other for
+  /// received; the rest went over the line.
   virtual void Write(BytesView entry) = 0;
 };
 

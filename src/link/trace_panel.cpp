@@ -19,10 +19,9 @@ constexpr std::string_view kShownCr = "<CR>";
 void TracePanel::Write(BytesView entry) {
   std::string line;
   if (!trace_.Text().empty()) line += settings_.CRLF;
-  const bool sent = !entry.empty() && entry.front() == kSentMark;
-  line += sent ? labels_.sent : labels_.received;
+  line += entry.front() == kSentMark ? labels_.sent : labels_.received;
   line += "  ";
-  BytesView text = entry.substr(entry.empty() ? 0 : 1);
+  BytesView text = entry.substr(1);
   const bool endsInCr = text.ends_with(settings_.CR);
   if (endsInCr) text.remove_suffix(settings_.CR.size());
   line += ToText(text);

@@ -35,7 +35,6 @@ Bytes PlainProgramRecord(BytesView file, std::size_t record) {
 LoadedProgram ReadProgramFile(BytesView file, const ProgramFormat& format) {
   if (file.size() != format.FileSize()) return {ProgramFileStatus::kWrongSize, {}};
   Bytes program;
-  program.reserve(format.ProgramSize());
   for (std::size_t number = 0; number < format.records; ++number) {
     const Bytes record = PlainProgramRecord(file, number);
     if (ByteOf(ByteSum(record)) != '\0') return {ProgramFileStatus::kChecksumError, {}};

@@ -20,7 +20,6 @@ Bytes PackWord(std::size_t number) {
 Bytes PackBcd(BytesView digits) {
   Bytes packed;
   if (DigitsOnly(digits).empty()) return packed;
-  packed.reserve((digits.size() + 1) / 2);
   while (!digits.empty()) {
     const unsigned ones = DigitValue(digits.back());
     digits.remove_suffix(1);

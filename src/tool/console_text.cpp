@@ -18,7 +18,7 @@ void ReplaceUpperControls(std::string& text) {
   constexpr char kLead = '\xC2';
   constexpr unsigned kFirst = 0x80, kLast = 0x9F;
   for (std::size_t at = text.find(kLead); at != std::string::npos; at = text.find(kLead, at + 1)) {
-    const unsigned next = at + 1 < text.size() ? ByteValue(text[at + 1]) : 0;
+    const unsigned next = ByteValue(text[at + 1]);  // NUL behind the last one
     if (next >= kFirst && next <= kLast) text.replace(at, 2, 1, kDot);
   }
 }

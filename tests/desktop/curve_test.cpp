@@ -1,13 +1,19 @@
 // What a curve consists of: every line, dot and word, with place and look.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFile>
 #include <QPaintEngine>
 #include <QPainterPath>
+#include <QScreen>
+#include <QTest>
 #include <QTextStream>
 
+#include "desktop/control_ties.h"
 #include "desktop/curve_painting.h"
+#include "desktop/curve_text.h"
 #include "desktop/time_axis.h"
+#include "support/test_host.h"
 
 namespace ox::test {
 namespace {
@@ -109,15 +115,16 @@ class Recorder : public QPaintEngine, public QPaintDevice {
   double lastX_ = 0;
 };
 
+const CurveData kData{
+    .lines = {{{"Ladung", "%", 1, 1}, {"Spannung", "V", 3, 0.1}, {"Temperatur", "°C", 0, 5}}},
+    .start = {2026, 12, 31, 23, 59, 50},
+    .spans = {{0, 0, false, {{{50, 50, 50}, {6.8, 6.8, 6.8}, {-3, -3, -3}}}},
+              {2, 20, false, {{{40, 60, 45}, {6.7, 6.9, 6.8}, {-3, 20, 20}}}},
+              {50, 50, true, {{{45, 45, 45}, {6.8, 6.8, 6.8}, {20, 20, 20}}}},
+              {60, 90, false, {{{10, 30, 20}, {6.75, 6.75, 6.75}, {5, 6, 6}}}}}};
+
 TEST(Curve, ConsistsOfItsLinesDotsAndWords) {
-  CurveData data{.lines = {{{"Ladung", "%", 1, 1}, {"Spannung", "V", 3, 0.1}, {"Temperatur", "°C", 0, 5}}},
-                 .start = {2026, 12, 31, 23, 59, 50},
-                 .spans = {}};
-  const CurveData empty = data;
-  data.spans = {{0, 0, false, {{{50, 50, 50}, {6.8, 6.8, 6.8}, {-3, -3, -3}}}},
-                {2, 20, false, {{{40, 60, 45}, {6.7, 6.9, 6.8}, {-3, 20, 20}}}},
-                {50, 50, true, {{{45, 45, 45}, {6.8, 6.8, 6.8}, {20, 20, 20}}}},
-                {60, 90, false, {{{10, 30, 20}, {6.75, 6.75, 6.75}, {5, 6, 6}}}}};
+  const CurveData &data = kData, empty{.lines = data.lines, .start = data.start, .spans = {}};
   QFont font;
   for (int size = 8; QFontMetrics(font).horizontalAdvance("00:00:00") < 53; ++size) font.setPixelSize(size);
   const QFontMetrics metrics(font);
@@ -125,10 +132,9 @@ TEST(Curve, ConsistsOfItsLinesDotsAndWords) {
   const QRect large(0, 0, 3000, 3000);
   const CurveLayout around(large, metrics, data);
   const QRect area(3, 5, 451 + 3000 - around.plot.width(), 162 + 3000 - around.plot.height());
-  EXPECT_EQ(around.plot.left(),
-            metrics.horizontalAdvance("Temperatur") + metrics.horizontalAdvance("-00.000°C") + 12);
-  EXPECT_EQ(2999 - around.plot.right(), metrics.horizontalAdvance("00.000 bis 00.000V") * 5 / 4 + 6);
-  EXPECT_EQ(2999 - around.plot.bottom(), metrics.height() + 4);
+  const int left = metrics.horizontalAdvance("Temperatur") + metrics.horizontalAdvance("-00.000°C") + 12,
+            right = metrics.horizontalAdvance("00.000 bis 00.000V") * 5 / 4 + 6;
+  EXPECT_EQ(around.plot, large.adjusted(left, 0, -right, -metrics.height() - 4));
   EXPECT_EQ(CurveLayout::LeastHeight(metrics), 6 * metrics.height() + 12 + metrics.height() + 4);
   EXPECT_NEAR(around.TimeAt(around.PlaceOf(33)), 33, 1e-9);
 
@@ -152,13 +158,93 @@ TEST(Curve, ConsistsOfItsLinesDotsAndWords) {
   for (int line = 0; line < std::max(expected.size(), lines.size()); ++line)
     ASSERT_EQ(lines.value(line).toStdString(), expected.value(line).toStdString()) << "line " << line + 1;
 
+  QApplication::setPalette(QColor(30, 30, 30));  // a dark screen
   const QImage picture = QImage::fromData(PictureOfCurve(data, "Titel"));
-  QImage heading(2000, 2 * (12 + QFontMetrics(QFont()).height()), QImage::Format_RGB32);
-  heading.setDevicePixelRatio(2);
-  heading.fill(Qt::white);
-  QPainter(&heading).drawText(QRect(12, 12, 976, 456), 0, "Titel, 31.12.2026 23:59:50 bis 01.01. 00:01:20");
-  EXPECT_EQ(picture.size(), QSize(2000, 960));
-  EXPECT_EQ(picture.copy(0, 0, 2000, heading.height()).convertToFormat(QImage::Format_RGB32), heading);
+  QApplication::setPalette(QPalette());
+  QImage wanted(2000, 960, QImage::Format_RGB32);
+  wanted.setDevicePixelRatio(2);
+  wanted.fill(Qt::white);
+  QPainter painter(&wanted);
+  painter.drawText(QRect(12, 12, 976, 456), 0, "Titel, 31.12.2026 23:59:50 bis 01.01. 00:01:20");
+  const int top = 24 + painter.fontMetrics().height();
+  palette.setColor(QPalette::Base, Qt::white);
+  PaintCurve(painter, QRect(12, top, 976, 468 - top), palette, data, {});
+  EXPECT_EQ(picture.convertToFormat(QImage::Format_RGB32), wanted);
+}
+
+TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
+  TestHost test;
+  struct OneCurve : Window {
+    using Window::Window;
+    Curve curve{*this, "Verlauf"};
+  } window(test.host.windows, "", "");
+  CurveData data = kData;
+  data.spans.insert(data.spans.end() - 1, {data.spans[2], data.spans[2]});  // closer than a step of the keys
+  data.spans[3].first = data.spans[3].last = 50.2;
+  data.spans[4].first = data.spans[4].last = 50.4;
+  std::string nearest;
+  for (const double second : {-1., 0., 0.9, 1.1, 20., 34., 35., 60., 91.})
+    nearest += std::to_string(SpanAt(data, second) - data.spans.data());
+  EXPECT_EQ(nearest, "000111255");
+
+  CurveView view(nullptr);
+  TieCurve(window.curve, view);
+  EXPECT_EQ(view.minimumSizeHint(), QSize(400, CurveLayout::LeastHeight(view.fontMetrics()) + 8));
+  QPalette colours = view.palette();
+  colours.setColor(QPalette::WindowText, Qt::darkBlue);
+  view.setPalette(colours);
+  colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+  colours.setColor(QPalette::Text, Qt::darkBlue);
+  view.resize(800, 300);
+  view.show();
+  QApplication::setActiveWindow(&view);
+  view.clearFocus();
+  const QRect area = view.rect().adjusted(4, 4, -4, -4);
+  const QRect plot = CurveLayout(area, view.fontMetrics(), data).plot;
+  const auto move = [&](int x) {
+    QMouseEvent event(QEvent::MouseMove, QPointF(x, 50), QPointF(x, 50), Qt::NoButton, {}, {});
+    QCoreApplication::sendEvent(&view, &event);
+  };
+  const auto press = [&](Qt::Key key) { QTest::keyClick(&view, key); };
+  const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(&view, &event); };
+  press(Qt::Key_Home);
+  move(plot.left());
+  window.curve.Show(data);
+  /// What the user does, the number of the span that is marked then, and whether the keys are for the curve.
+  const std::tuple<std::function<void()>, int, bool> steps[] = {
+      {[&] { move(plot.left()); }, 0, false},
+      {[&] { move(plot.left() - 1); }, -1, false},
+      {[&] { move(plot.right()); }, 5, false},
+      {[&] { move(plot.right() + 1); }, -1, false},
+      {[&] { move(plot.left() + plot.width() / 9); }, 1, false},
+      {[&] { send(QEvent(QEvent::Leave)); }, -1, false},
+      {[&] { view.setFocus(); }, -1, true},
+      {[&] { press(Qt::Key_Home); }, 0, true},
+      {[&] { press(Qt::Key_Right); }, 1, true},
+      {[&] { press(Qt::Key_Right); }, 2, true},
+      {[&] { press(Qt::Key_Right); }, 4, true},
+      {[&] { press(Qt::Key_Left); }, 2, true},
+      {[&] { press(Qt::Key_End); }, 5, true},
+      {[&] { press(Qt::Key_Right); }, 5, true},
+      {[&] { send(QEvent(QEvent::Leave)); }, 5, true},
+      {[&] { send(QFocusEvent(QEvent::FocusOut, Qt::PopupFocusReason)); }, 5, true},
+      {[&] { view.clearFocus(); }, -1, false}};
+  for (const auto& step : steps) {
+    const auto& [act, span, focused] = step;
+    act();
+    QCoreApplication::processEvents();
+    QImage wanted(view.size(), QImage::Format_RGB32);
+    wanted.fill(colours.color(QPalette::Window));
+    QPainter painter(&wanted);
+    PaintCurve(painter, area, colours, data,
+               span < 0 ? std::nullopt : std::optional(data.spans[static_cast<std::size_t>(span)].last));
+    painter.setPen(focused ? QPen(colours.color(QPalette::Highlight)) : QPen(Qt::NoPen));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(0, 0, view.width() - 1, view.height() - 1);
+    painter.end();
+    const QImage seen = view.screen()->grabWindow(view.winId()).toImage();
+    EXPECT_EQ(seen.convertToFormat(QImage::Format_RGB32), wanted) << "step " << &step - steps;
+  }
 }
 
 TEST(TimeAxis, HasAStepForEveryLength) {

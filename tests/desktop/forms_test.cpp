@@ -18,9 +18,11 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include "app/start.h"
 #include "chooser/chooser_values.h"
@@ -97,6 +99,8 @@ TEST_F(Forms, EveryControlIsReachedByKeyboardAndNamedAndTracesTakeTheRoom) {
       EXPECT_TRUE(reached.contains(widget) || widget->inherits("QProgressBar"));
       EXPECT_NE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name), "");
     }
+    for (const auto* handle : form->findChildren<QSplitterHandle*>())
+      EXPECT_EQ(handle->accessibleName(), "Aufteilung");
     for (const auto* trace : form->findChildren<QPlainTextEdit*>()) {
       EXPECT_EQ(trace->font().family(), "Courier");
       EXPECT_EQ(trace->font().styleHint(), QFont::TypeWriter) << "for where there is no Courier";
@@ -153,6 +157,13 @@ TEST_F(Forms, TheMainMenuStandsInItsOrder) {
   EXPECT_TRUE(ports->toolTipsVisible());
   EXPECT_EQ(ports->actions().front()->toolTip().count("COM1 ist /dev/ttyUSB0 (a&lt;b): frei"), 1);
   EXPECT_TRUE(ports->accessibleDescription().startsWith("COM1 ist /dev/ttyUSB0 (a<b): frei\nCOM2: nicht"));
+  ports->setActiveAction(ports->actions().front());
+  emit ports->hovered(ports->actions().back());  // which has been left since
+  QTest::qWait(250);
+  EXPECT_EQ(QToolTip::text(), ports->actions().front()->toolTip());
+  ports->actions()[1]->trigger();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ports->actions()[1]->text(), "COM2: <");
 }
 
 TEST_F(Forms, EveryWindowHasItsCaptions) {
@@ -336,6 +347,11 @@ TEST_F(Forms, AFieldHandsOnEnterAndShowsThatItWasRefusedUntilItChanges) {
   EXPECT_EQ(field->accessibleDescription(), QString::fromUtf8("Eingabe prüfen"));
   QTest::keyClick(field, Qt::Key_1);
   EXPECT_EQ(std::pair(ground(), field->accessibleDescription()), std::pair(usual, QString()));
+  exchange.MST.SetText("12");
+  QTest::keyClick(field, Qt::Key_Home);
+  QTest::keyClicks(field, "45");
+  exchange.MST.Append("3");
+  EXPECT_EQ(field->text(), "45123");
 }
 
 TEST_F(Forms, DroppedFilesGoToTheControlThatTakesThem) {
@@ -373,13 +389,17 @@ TEST_F(Forms, AGrowingTraceIsOnlyAddedToUntilItsOldestPartGoes) {
                    [&](int, int gone, int) { removed += gone; });
   for (int line = 0; line < 1000; ++line) exchange.datanz.Append("PC <- OX  ä<CR>\r\n");
   QCoreApplication::processEvents();
-  EXPECT_EQ(std::pair(trace->document()->blockCount(), removed), std::pair(1001, 0));
+  EXPECT_EQ(std::tuple(trace->document()->blockCount(), removed, trace->isUndoRedoEnabled()),
+            std::tuple(1001, 0, false));
   EXPECT_GT(trace->verticalScrollBar()->value(), 900) << "the newest lines are in sight";
   exchange.datanz.KeepNewest(4000);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(trace->document()->blockCount() < 230 && trace->verticalScrollBar()->value() > 150);
+  removed = 0;
   exchange.datanz.Append("PC <- OX  N");
   QCoreApplication::processEvents();
   EXPECT_EQ(trace->toPlainText(), QString::fromStdString(exchange.datanz.Text()).remove('\r'));
-  EXPECT_TRUE(trace->document()->blockCount() < 230 && trace->verticalScrollBar()->value() > 150);
+  EXPECT_EQ(removed, 0);
 }
 
 TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
@@ -438,6 +458,12 @@ TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {
   std::string text;
   for (int line = 0; line < 200; ++line) text += std::string(200, 'a') + "\r\n";
   exchange.mewanz.SetText(text);
+  const auto place = [&] {
+    const QTextCursor cursor = values->textCursor();
+    return std::tuple(values->verticalScrollBar()->value(), values->horizontalScrollBar()->value(),
+                      cursor.anchor(), cursor.position());
+  };
+  EXPECT_EQ(place(), std::tuple(0, 0, 0, 0));
   values->find("a\n", QTextDocument::FindBackward);
   for (int line = 0; line < 90; ++line) values->moveCursor(QTextCursor::Down);
   values->moveCursor(QTextCursor::Right, QTextCursor::KeepAnchor);
@@ -446,12 +472,11 @@ TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {
   exchange.mewanz.SetText("");  // of a poll that failed
   exchange.mewanz.SetText(text + "b");
   QCoreApplication::processEvents();
-  EXPECT_EQ(std::pair(values->verticalScrollBar()->value(), values->horizontalScrollBar()->value()),
-            std::pair(77, 33));
-  EXPECT_EQ(std::pair(values->textCursor().blockNumber(), values->textCursor().selectedText()),
-            std::pair(90, QString("a")));
-  exchange.mewanz.SetText("c");
-  EXPECT_EQ(values->textCursor().position(), 1);
+  EXPECT_EQ(place(), std::tuple(77, 33, 90 * 201, 90 * 201 + 1));
+  for (const std::string& other : {std::string("c"), text}) {
+    exchange.mewanz.SetText(other);
+    EXPECT_EQ(values->textCursor().position(), 1);
+  }
 }
 
 TEST_F(Forms, AssistiveTechnologyDoesWhatAHandDoes) {

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -18,10 +20,13 @@
 #include <QTest>
 #include <csignal>
 #include <fstream>
+#include <stdexcept>
 
+#include "desktop/bindings.h"
 #include "desktop/forms.h"
 #include "desktop/qt_window_system.h"
 #include "desktop/state_folder.h"
+#include "desktop/title_bar.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/posix_end_requests.h"
 #include "support/test_host.h"
@@ -54,7 +59,8 @@ const User kSessionAsks = [] { emit qApp->commitDataRequest(*qApp->findChild<QSe
 
 /// A window over an existing form, whose two buttons do what the test wants.
 struct TwoButtons : Window {
-  explicit TwoButtons(WindowSystem& windows) : Window(windows, "updatepro", "Zwei Knöpfe") {}
+  explicit TwoButtons(WindowSystem& windows, const std::string& caption = "Zwei Knöpfe")
+      : Window(windows, "updatepro", caption) {}
   using Window::Unload;
   void OnLoad() override { work.MakeDefault(); }
   void OnCloseWhileRunning() override { life += "asked "; }
@@ -111,8 +117,15 @@ TEST_F(Windows, KeysAndCloseBoxActAtOnceAndACommandIsWaitedFor) {
               };
               Later(closeAbove);
               windows.ShowMessage("Frage");
-              TwoButtons third(windows);
-              Later(closeAbove);
+              TwoButtons third(windows, std::string(30, 'W'));
+              Later([closeAbove] {
+                QFont title = QApplication::font("QMdiSubWindowTitleBar");
+                title.setBold(true);
+                EXPECT_NEAR(Top()->width() - QFontMetrics(title).horizontalAdvance(Top()->windowTitle()), 150,
+                            9);
+                EXPECT_EQ(Top()->windowFlags(), kDialogFrame | Qt::WindowMaximizeButtonHint);
+                closeAbove();
+              });
               windows.ShowModal(third);
               dialogue.leave.SetFocus();
               Press(Qt::Key_Return)();
@@ -127,6 +140,7 @@ TEST_F(Windows, AMessageStandsAsItIsCutAndBrokenToFitUntilItsLastAnswer) {
   const std::tuple<std::string, QString, User> cases[] = {
       {"<b>fett</b> & \"x\"\r\r\n/S/\r\n\n\x01", QString::fromUtf8("<b>fett</b> & \"x\"\n\n/S/\n\n␁"),
        kCloseBox},
+      {std::string(20000, ' '), QString(20000, ' '), kCloseBox},
       {std::string(20001, ' '), QString(19999, ' ') + u'…', Press(Qt::Key_Escape)},
       {std::string(19998, ' ') + "😀x", QString(19998, ' ') + u'…', kCloseBox},  // no half of a character
       {std::string(80, 'x') + " " + std::string(161, 'x'),
@@ -148,11 +162,15 @@ TEST_F(Windows, AMessageHigherThanTheScreenIsScrolledInsideItAndCopied) {
   for (const std::string& text : {xs, xs + std::string(500, '\n') + xs}) {
     Later([&] {
       const auto* scrolled = Top()->findChild<QPlainTextEdit*>();
-      EXPECT_EQ(scrolled != nullptr, text != xs);
+      auto* label = Top()->findChild<QLabel*>("qt_msgbox_label");
+      EXPECT_TRUE(label->isVisible() ? text == xs : scrolled->isReadOnly() && scrolled->height() > 500);
       EXPECT_TRUE(Top()->screen()->availableGeometry().contains(Top()->geometry()));
-      EXPECT_FALSE(Top()->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+      EXPECT_EQ(Top()->windowFlags(), kDialogFrame);
       QTest::keyClick(Top(), Qt::Key_C, Qt::ControlModifier);
       EXPECT_TRUE(QApplication::clipboard()->text().toStdString() == text);
+      label->setSelection(1, 2);
+      QTest::keyClick(Top(), Qt::Key_C, Qt::ControlModifier);
+      EXPECT_EQ(QApplication::clipboard()->text(), "xx");
       kCloseBox();
     });
     windows.ShowMessage(text);
@@ -175,8 +193,15 @@ TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
           "werte", {{"Text", "txt"}, {"Tabelle", "csv"}}, [&](const std::string& path, std::size_t kind) {
             seen =
                 QFileInfo(QString::fromStdString(path)).fileName().toStdString() + " " + std::to_string(kind);
+            throw std::runtime_error(seen);
           });
       auto* question = qobject_cast<QFileDialog*>(Top());
+      EXPECT_EQ(question->selectedFiles().front(),
+                QDir(name == "neu" ? "" : folder.path()).absoluteFilePath("werte.txt"));
+      EXPECT_EQ(question->nameFilters(), QStringList({"Text (*.txt)", "Tabelle (*.csv)"}));
+      EXPECT_EQ(question->windowFlags(), kDialogFrame);
+      EXPECT_TRUE(question->acceptMode() == QFileDialog::AcceptSave &&
+                  question->testOption(QFileDialog::DontUseNativeDialog));
       question->setDirectory(folder.path());
       question->selectFile(name);
       QMetaObject::invokeMethod(question, "accept");
@@ -187,11 +212,14 @@ TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
       EXPECT_EQ(question->isVisible(), seen.empty());
       question->close();
     };
+    testing::internal::CaptureStderr();
     Life([&] {
       Press(Qt::Key_Return)();
       kCloseBox();
     });
     EXPECT_EQ(seen, expected);
+    EXPECT_TRUE(testing::internal::GetCapturedStderr().ends_with("oxservice: " + seen + "\n") ||
+                seen.empty());
   }
 }
 
@@ -235,8 +263,10 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
   write(folder.filePath("xdg-open"), "#!/bin/sh\nexit 1\n");
   EXPECT_EQ(seen(), failure) << "no browser";
   write(folder.filePath("xdg-open"),
-        "#!/bin/sh\n/bin/cp \"$1\" \"${0%/*}/part\"; /bin/mv \"${0%/*}/part\" \"${0%/*}/seen\"\n");
+        "#!/bin/sh\nfor n in 0 1 2; do [ -c /dev/fd/$n ] || exit 1; done\n/bin/cp \"$1\" \"${0%/*}/part\"; "
+        "/bin/mv \"${0%/*}/part\" \"${0%/*}/seen\"\n");
   EXPECT_TRUE(seen().contains("url=file://" + manual + "#update-programm\""));
+  EXPECT_TRUE(QFile::exists(folder.filePath("oxservice/handbuch.html")));
   qputenv("PATH", path);
   QFile::remove(manual);
 }
@@ -261,15 +291,19 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   });
   const auto fits = [](QWidget& form, QSplitter&) {
     EXPECT_TRUE(form.screen()->availableGeometry().contains(form.geometry()));
+    EXPECT_TRUE(form.isMaximized() || form.y() > 1) << "where the desktop puts it";
   };
   shown([&](QWidget& form, QSplitter&) {
     const QRect frame(form.pos(), form.size() + kUsualFrame);
     EXPECT_EQ(frame.bottomRight(), form.screen()->availableGeometry().bottomRight());
   });
+  shown([](QWidget& form, QSplitter&) { form.showMaximized(); });
+  shown([](QWidget& form, QSplitter&) { EXPECT_TRUE(form.isMaximized()); });
   const std::string form = "[Datenaustausch]\n";
   const std::string damaged[] = {"\xFF[%%%\n=\nsize", form + "size=@Size(2147483647 -3)",
-                                 form + "position=@Point(2147483647 -2147483648)\nsplitter=@ByteArray(\\xff)",
-                                 form + "maximized=vielleicht\nsize=7", std::string(3000000, 'x')};
+                                 form + "position=@Point(2147483647 1)\nsplitter=@ByteArray(\\xff)",
+                                 form + "maximized=vielleicht\nsize=7",
+                                 form + "maximized=true\nx=" + std::string(3000000, 'x')};
   for (const std::string& content : damaged) {
     std::ofstream(left.toStdString()) << content;
     shown(fits);
@@ -278,8 +312,52 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   qunsetenv("XDG_STATE_HOME");
   qputenv("HOME", "/home/ox");
   EXPECT_EQ(StateFolder(), "/home/ox/.local/state/oxservice");
-  Life(kCloseBox);
-  EXPECT_TRUE(QSettings(left, QSettings::IniFormat).contains("updatepro/size"));
+  EXPECT_TRUE(QSettings(left, QSettings::IniFormat).contains("Datenaustausch/size"));
+  std::ofstream(left.toStdString()) << "[updatepro]\nposition=@Point(300 400)\nsize=@Size(700 700)";
+  Life([] {
+    EXPECT_EQ(Top()->frameGeometry().bottomRight(), Top()->screen()->availableGeometry().bottomRight());
+    kCloseBox();
+  });
+  EXPECT_NE(QSettings(left, QSettings::IniFormat).value("updatepro/position").toPoint(), QPoint(300, 400));
+}
+
+TEST_F(Windows, ADisplaysMenuOpensByKeyboardCopiesMarksAndSaves) {
+  const auto form = MakeForm("Datenaustausch", nullptr);
+  TextBox trace(main, "datanz");
+  TextBox values(main, "mewanz");
+  EXPECT_TRUE(TieControl(trace, *form) && TieControl(values, *form));
+  trace.SetText("ä\r\nb");
+  form->show();
+  auto* display = form->findChild<QPlainTextEdit*>("datanz");
+  const auto choose = [&](qsizetype entry) {
+    QApplication::setActiveWindow(form.get());
+    display->setFocus();
+    std::string entries;
+    QTest::keyClick(display, Qt::Key_F10, Qt::ShiftModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) return entries;
+    for (const QAction* action : menu->actions())
+      entries += (action->isEnabled() ? "|" : "|-") + action->text().toStdString();
+    menu->actions()[entry]->trigger();
+    menu->close();
+    QCoreApplication::processEvents();
+    return entries;
+  };
+  std::string saved;
+  EXPECT_EQ(choose(1), "|-&Kopieren|&Alles markieren");
+  trace.LetSave([&](const Bytes& shown) { saved = shown; });
+  EXPECT_EQ(choose(0), "|&Kopieren|&Alles markieren||&Speichern unter ...");
+  choose(3);
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString() + saved, "ä\nbä\nb");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(display->findChild<QMenu*>(), nullptr) << "menus go";
+}
+
+TEST_F(Windows, AWindowWithoutItsFormIsNotShown) {
+  const Button missing(main, "nirgends", "");
+  testing::internal::CaptureStderr();
+  windows.ShowModal(main);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "oxservice: the form of updatepro does not fit\n");
 }
 
 TEST_F(Windows, ARestWaitsForInputOfAnOpenPort) {
@@ -331,7 +409,8 @@ TEST_F(Windows, ARequestToEndWaitsForARunAnswersBoxesAndClosesAllWindows) {
       }
       EXPECT_EQ(desk.windows.ShowMessage("Abbruch\r\n!", Buttons::kOk), Answer::kOk);
       desk.windows.ShowModal(third);
-      run.life += "shows no more" + third.life + ", ";
+      desk.windows.AskWhereToSave("x", {{"Text", "txt"}}, {});
+      run.life += "shows no more" + third.life + (Top()->inherits("QFileDialog") ? " but asks" : ", ");
     };
     testing::internal::CaptureStderr();
     EXPECT_EQ(desk.Life(Press(Qt::Key_Return)), "asked needs: unload, shows no more, unload");

@@ -166,7 +166,7 @@ TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesThe
 }
 
 TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFails) {
-  device_.Expect("S", "A").Expect("P", {{0.2, "\r"}, {0.4, "AAA\r"}, {0.9, "E\r"}}).Expect("A");
+  device_.Expect("S", "A").Expect("P", {{0.2, "\r"}, {0.4, "AAA\r"}, {0.45, "AAB\r"}, {0.9, "E\r"}}).Expect("A");
   device_.Expect("S", "A").Expect("P", "\rBBB\rCC").Expect("N");
   ExpectPoll("P", "\rDDD\rE\r");
   host_.clock.StartAt(23, 59, 33);  // midnight ends a rest
@@ -182,7 +182,7 @@ TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFai
   host_.windows.In(26.9, [&] { host_.ports.Remove(1); });
   host_.windows.In(30, [&] { window_.Abbruch.Click(); });
   window_.Zyklischer_Abruf.Click();
-  EXPECT_EQ(seen, "86373bisher 1 Wert 86373AAA|1 Wert 86383AAA| 86383BBB|1 Wert 86395DDD|1 Wert 0 ");
+  EXPECT_EQ(seen, "86373bisher 1 Wert 86373AAA|AAB|2 Werte 86383AAA|AAB| 86383BBB|1 Wert 86395DDD|1 Wert 0 ");
   EXPECT_NEAR(host_.clock.Elapsed(), 30, 0.01);
   EXPECT_EQ(Buttons(), kIdle);
 }
@@ -209,6 +209,7 @@ TEST_F(DataExchange, ATableLoadedDuringAPollLeavesItsLockInForce) {
     // A table that did not load leaves them locked until another one is loaded.
     if (cyclic && !canEnd) host_.windows.In(2, [&] { load("netz", false, true); });
     poll->Click();
+    EXPECT_TRUE(device_.Done());
     if (!cyclic && table == "fort") {
       EXPECT_EQ(Buttons(), buttons(false));
       LoadTable("netz");

@@ -53,8 +53,15 @@ TEST_F(ConnectionTest, WithoutADeviceItTriesEveryPairFromTheUsualOneOn) {
   settings_ = {.BaudRate = "1200", .Parity = "N", .Connected = true, .DeviceIdent = "OX 3"};
   host_.clock.StartAt(23, 59, 59.8);  // midnight ends the first probe
   Verbindungstest window(host_.host, settings_);
-  host_.windows.In(0.1, [&] { EXPECT_EQ(window.Baudanz.Text() + window.Paritätanz.Text(), "9600gerade"); });
+  std::string seen;
+  for (const double seconds : {0.0, 0.1, 1.0}) {
+    host_.windows.In(seconds, [&] {
+      seen += std::to_string(host_.ports.openings.size()) + window.COM.Text() + window.Baudanz.Text() +
+              window.Paritätanz.Text() + " ";
+    });
+  }
   host_.windows.ShowModal(window);
+  EXPECT_EQ(seen, "0 1Schnittstelle: COM19600gerade 3Schnittstelle: COM12400ungerade ");
   EXPECT_NEAR(host_.clock.Elapsed(), 0.2 + 8 * 0.5, 0.1);
   EXPECT_EQ(host_.ports.openings,
             (Strings{"1:9600,E,7,1", "1:2400,E,7,1", "1:2400,O,7,1", "1:4800,E,7,1", "1:4800,O,7,1",
@@ -71,6 +78,10 @@ TEST_F(ConnectionTest, APortThatCannotBeOpenedEndsTheTestAtItsFirstProbeOnly) {
   host_.windows.In(0.3, [&] { host_.ports.Break(); });
   Run(nullptr);
   EXPECT_EQ(host_.windows.TakeMessages(), Strings(8, "COM1: lässt sich nicht öffnen!"));
+  host_.windows.OnShown("Verbindungstest", [](Window&) { FAIL() << "it stays after a failure"; });
+  host_.ports.Mend();
+  host_.windows.In(0.3, [] { throw std::runtime_error("unexpected"); });
+  Run(nullptr);
 }
 
 }  // namespace

@@ -64,6 +64,7 @@ TEST_F(HostFilesTest, RefuseWhatIsNoFile) {
   EXPECT_EQ(files_.FilesIn(Full("folder")), Names{});
   EXPECT_FALSE(files_.FoldersIn("none") || files_.FilesIn("file"));
   EXPECT_EQ(ReadFile("file"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 2) << "left something behind";
 }
 
 TEST(HostClock, TellsTheTimeOfTheHostAndRuns) {

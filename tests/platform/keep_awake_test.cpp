@@ -95,9 +95,7 @@ TEST(KeepAwakeTest, ARunTakesOneLockAndWaitsForNobody) {
   const ScratchFolder scratch;
   const std::string request =
       "sleep:shutdown:idle:handle-lid-switch|Orvanexe Service|Ein Gerät wird programmiert|block|";
-  struct sigaction ignoring {};
-  ignoring.sa_handler = [](int) {};
-  sigaction(SIGALRM, &ignoring, nullptr);
+  std::signal(SIGALRM, [](int) {});
   for (const Manner manner : {kGrants, kGrantsLate, kRefuses, kBusIsSilent, kNoBus}) {
     FakeLoginManager manager(manner);
     const bool answers = manner == kGrants || manner == kRefuses;

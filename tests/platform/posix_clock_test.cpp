@@ -1,9 +1,12 @@
-// The host's clock: what the program sees of it, whatever is done to it.
+// The host's clock and its signals: what the program sees of them.
 #include "platform/posix/posix_clock.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+
+#include "platform/console_events.h"
+#include "platform/posix/posix_end_requests.h"
 
 namespace ox {
 namespace {
@@ -46,6 +49,22 @@ TEST(PosixClockTest, GoesOnFromTheTimeThatItWasMadeAtUntilMidnight) {
   }
   wall.tv_sec = wallBefore.tv_sec - 14 * 3600;
   EXPECT_EQ(Shown(clock.Now()), "2026 11 16 0 4 56 ") << "the log tells what the host shows";
+}
+
+TEST(PosixEndRequestsTest, ARestNoticesASignalUnlessNohupHasItIgnored) {
+  const OpenPorts ports;
+  ConsoleEvents events(ports);
+  for (const auto before : {SIG_DFL, SIG_IGN}) {
+    std::signal(SIGHUP, before);
+    std::optional<PosixEndRequests> requests(std::in_place);
+    const bool& requested = events.Watch(requests->Handle());
+    EXPECT_FALSE(requested) << "nobody has asked yet";
+    raise(SIGHUP);
+    events.Rest();
+    EXPECT_EQ(requested, before == SIG_DFL);
+    requests.reset();
+    EXPECT_EQ(std::signal(SIGHUP, SIG_DFL), before);
+  }
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/standard_streams.h"
+#include "platform/temporary_name.h"
 #include "support/scratch_folder.h"
 
 namespace {
@@ -47,8 +48,8 @@ int rename(const char* from, const char* to) {
 ssize_t write(int file, const void* bytes, size_t count) {
   return Call<ssize_t>("write", file, bytes, count);
 }
-FILE* setmntent(const char* /*file*/, const char* mode) {
-  return fopen(mounts.c_str(), mode);
+FILE* setmntent(const char* file, const char* mode) {
+  return fopen(file == std::string_view("/proc/self/mounts") ? mounts.c_str() : file, mode);
 }
 }
 
@@ -66,27 +67,16 @@ class PosixFilesTest : public testing::Test {
   PosixFiles files_;
 };
 
-TEST_F(PosixFilesTest, ReadsUpToTheLimit) {
+TEST_F(PosixFilesTest, ReadsAFileUpToTheLimitAndNoPipe) {
   Bytes content;
   for (int number = 0; number < 20000; ++number) content += std::to_string(number) + '\0';
   WriteFile("big", content);
   for (const std::size_t limit : {std::size_t{0}, std::size_t{65537}, Files::kNoLimit})
     EXPECT_TRUE(files_.Read("big", limit) == content.substr(0, limit)) << limit;
   EXPECT_LT(files_.Read("big")->capacity(), content.size() + 100'000);
-}
-
-TEST_F(PosixFilesTest, RefusesWhatIsNoFile) {
-  fs::create_directory("folder");
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
-  WriteFile("file", "old");
-  for (const std::string& path : Names{"folder", "pipe", "file/below", "", std::string("file\0x", 6)}) {
-    EXPECT_EQ(files_.Read(path, 10), std::nullopt) << path;
-    EXPECT_FALSE(files_.Replace(path, "new")) << path;
-    EXPECT_EQ(files_.OpenForAppending(path), nullptr) << path;
-  }
-  EXPECT_EQ(files_.Read("missing"), std::nullopt);
-  EXPECT_EQ(ReadFile("file"), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 3) << "left something behind";
+  EXPECT_FALSE(files_.Read("pipe") || files_.Replace("pipe", "new") || files_.OpenForAppending("pipe"));
+  EXPECT_FALSE(files_.Read("missing") || files_.ReadPipe("big", 9));
 }
 
 TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
@@ -95,6 +85,13 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
   fs::permissions("real/target", fs::perms(0640));
   fs::create_symlink("real/target", "link");
   std::ifstream reader("link");
+  fs::create_hard_link("real/target", "second name");
+  WriteFile("twin", "old");
+  for (const char* other : {"link", "second name", "./real/target"})
+    EXPECT_TRUE(files_.SameFile("real/target", other) && files_.Exists(other)) << other;
+  for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "link")) << other;
+  fs::create_symlink("missing", "nowhere");
+  EXPECT_TRUE(files_.Exists("nowhere") && !files_.Exists("missing"));
   EXPECT_TRUE(files_.Replace("link", Bytes("new\0\r\n", 6)));
   EXPECT_EQ(reader.get(), 'o') << "a reader sees the old or the new content only";
   EXPECT_EQ(fs::status("real/target").permissions(), fs::perms(0640));
@@ -102,37 +99,14 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
   EXPECT_EQ(ReadFile("real/target"), Bytes("new\0\r\nmore", 10));
 }
 
-TEST_F(PosixFilesTest, ALogIsMadeOnceAndGrowsAndGoes) {
-  failing["fsync"] = EIO;
-  const auto log = files_.MakeLog("log");
-  EXPECT_TRUE(log->Append("one") && log->Append("two")) << "it does not wait for the disk";
-  EXPECT_EQ(files_.MakeLog("log"), nullptr);
-  EXPECT_EQ(ReadFile("log"), "onetwo");
-  EXPECT_EQ(files_.SizeOf("log"), 6U);
-  EXPECT_EQ(files_.SizeOf("."), std::nullopt);
-  EXPECT_TRUE(files_.Remove("log"));
-  EXPECT_FALSE(files_.SizeOf("log").has_value() || files_.Remove("log"));
-}
-
-TEST_F(PosixFilesTest, KnowsAFileUnderItsOtherNames) {
-  WriteFile("file", "same");
-  WriteFile("twin", "same");
-  fs::create_symlink("file", "link");
-  fs::create_hard_link("file", "second name");
-  for (const char* other : {"file", "link", "second name", "./file"})
-    EXPECT_TRUE(files_.SameFile("file", other));
-  for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "file")) << other;
-  EXPECT_FALSE(files_.SameFile("missing", "missing") || files_.Exists("missing"));
-  fs::create_symlink("missing", "nowhere");
-  for (const char* name : {"file", "link", ".", "nowhere"}) EXPECT_TRUE(files_.Exists(name)) << name;
-}
-
 TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
   WriteFile("new", "");
   const fs::perms usual = fs::status("new").permissions();
+  const gid_t group = geteuid() == 0 ? 1 : getegid();  // nobody else may give a file away
   // The call, its error, the rights of the file and what is left in it.
   const std::tuple<std::string, int, fs::perms, std::string> rows[] = {
-      {"fchown", EIO, usual, "new"},
+      {"fchown", EPERM, usual, "new"},
+      {"fchown", EIO, usual, group == getegid() ? "new" : "old one"},
       {"fchmod", EIO, usual, "new"},
       {"fchmod", EPERM, fs::perms(0640), "new"},
       {"fsync", EINVAL, usual, "new"},
@@ -144,25 +118,33 @@ TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
       {"fsync", EIO, usual, "old one"},
       {"fsync", ENOSPC, usual, "old one"},
       {"rename", EIO, usual, "old one"}};
+  int logs = 0;
   for (const auto& [call, error, rights, left] : rows) {
     failing.clear();
     WriteFile("file", "old one");
     fs::permissions("file", rights);
+    ASSERT_EQ(chown("file", geteuid(), group), 0);
     failing[call] = error;
     EXPECT_EQ(files_.Replace("file", "new"), left == "new") << call << error;
     EXPECT_EQ(ReadFile("file"), left) << call << error;
     EXPECT_EQ(fs::status("file").permissions(), rights) << call << error;
+    struct stat status {};
+    EXPECT_TRUE(stat("file", &status) == 0 && (status.st_gid == group || error == EPERM)) << call << error;
+    EXPECT_EQ(files_.MakeLog("log" + std::to_string(++logs))->Append("x"), call != "write")
+        << "a log does not wait for the disk";
     const bool appended = files_.OpenForAppending("log")->Append("x");
     EXPECT_EQ(appended, (call != "fsync" && call != "write") || left == "new") << call << error;
   }
-  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 3) << "left something behind";
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 3 + logs) << "left something behind";
 }
 
 TEST_F(PosixFilesTest, AFileInAFolderThatIsNotWritableIsWrittenInPlaceOrStaysAsItWas) {
   constexpr uid_t kNobody = 65534;
   fs::create_directory("folder");
   WriteFile("folder/file", "old one");
+  WriteFile("folder/locked", "old one");
   fs::permissions("folder/file", fs::perms(0666));
+  fs::permissions("folder/locked", fs::perms(0444));
   fs::permissions("folder", fs::perms(0555));
   ASSERT_EQ(seteuid(geteuid() == 0 ? kNobody : geteuid()), 0);
   EXPECT_TRUE(files_.Replace("folder/file", "new"));
@@ -170,7 +152,7 @@ TEST_F(PosixFilesTest, AFileInAFolderThatIsNotWritableIsWrittenInPlaceOrStaysAsI
   failing["fsync"] = EIO;
   EXPECT_FALSE(files_.Replace("folder/file", "newer one"));
   EXPECT_EQ(ReadFile("folder/file"), "new");
-  EXPECT_FALSE(files_.Replace("folder/other", "new"));
+  EXPECT_FALSE(files_.Replace("folder/other", "new") || files_.Replace("folder/locked", "new"));
   ASSERT_EQ(seteuid(getuid()), 0);
   fs::permissions("folder", fs::perms(0755));
 }
@@ -179,10 +161,13 @@ TEST_F(PosixFilesTest, WhatKilledProgramsLeftIsCleared) {
   const pid_t dead = fork();
   if (dead == 0) _exit(0);
   waitpid(dead, nullptr, 0);
-  const std::string left = ".ox-" + std::to_string(dead) + "-0.tmp";
-  const Names others = {".ox-1-0.tmp", ".ox--1-0.tmp", left + "x", "x" + left};
-  WriteFile(left, "");
+  const std::string left = TemporaryName(static_cast<std::uint32_t>(dead), 0), number = std::to_string(dead);
+  Names others = {".ox--1-0.tmp", left + "x", "x" + left, ".ox-" + number + "+0.tmp",
+                  ".ox-" + std::to_string(dead + (1LL << 32)) + "-0.tmp"};
+  for (int own = 0; own < 9; ++own)
+    others.push_back(TemporaryName(static_cast<std::uint32_t>(getpid()), own));
   for (const std::string& name : others) WriteFile(name, "");
+  WriteFile(left, "");
   EXPECT_TRUE(files_.Replace("file", "new"));
   EXPECT_FALSE(fs::exists(left));
   for (const std::string& name : others) EXPECT_TRUE(fs::exists(name)) << name;
@@ -207,7 +192,8 @@ TEST_F(PosixFilesTest, ListsDrivesFoldersAndFiles) {
   EXPECT_EQ(files_.FilesIn(here), (Names{"M.par", "z.mes", "\xC3\xA4.mes"}));
   EXPECT_FALSE(files_.FoldersIn("missing") || files_.FilesIn("z.mes"));
   WriteFile("table", "proc /proc proc rw 0 0\n/dev/loop0 " + here + "/b squashfs ro 0 0\n/dev/sdb1 " + here +
-                         "/a vfat rw 0 0\nnas:/x /nas nfs rw 0 0\n/dev/sdc " + here + "/z.mes ext4 rw 0 0\n");
+                         "/a vfat rw 0 0\nnas:/x /nas nfs rw 0 0\n/dev/sdc " + here +
+                         "/z.mes ext4 rw 0 0\nnas:/y /\xFF nfs rw 0 0\n");
   mounts = here + "/table";
   EXPECT_EQ(files_.Drives(), (Names{"/", "/nas", here + "/a"}));
 }

@@ -1,19 +1,21 @@
 // Serial ports on real pseudo-terminals: opening them, what goes over them, and a cable that is pulled.
+#include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <linux/tty_flags.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 #include <termios.h>
 
+#include <cstdarg>
 #include <cstring>
 #include <functional>
 #include <future>
 #include <numeric>
 
 #include "platform/line_settings.h"
-#include "platform/posix/low_latency.h"
 #include "platform/posix/opening_fault.h"
 #include "platform/posix/port_holder.h"
 #include "platform/posix/port_names.h"
@@ -23,6 +25,45 @@
 #include "simulator/pty/port_link.h"
 #include "simulator/pty/pty_line.h"
 #include "support/scratch_folder.h"
+
+namespace {
+
+/// What was asked of a real line's driver, as long as it is in the place of the pseudo-terminal's.
+std::optional<std::string> asked;
+unsigned long refused = 0;
+serial_struct driver;
+
+}  // namespace
+
+extern "C" {
+int fstat(int file, struct stat* status) {
+  const int result = fstatat(file, "", status, AT_EMPTY_PATH);
+  if (asked) status->st_rdev = makedev(4, 64);  // ttyS0
+  return result;
+}
+int ioctl(int file, unsigned long request, ...) {
+  va_list rest;
+  va_start(rest, request);
+  void* const given = va_arg(rest, void*);
+  va_end(rest);
+  if (!asked) return static_cast<int>(syscall(SYS_ioctl, file, request, given));
+  if (request == TIOCEXCL || request == TIOCNXCL) *asked += request == TIOCEXCL ? "mark" : " unmark";
+  if (request == TIOCOUTQ)
+    *static_cast<int*>(given) = (*asked += " queue").ends_with("queue queue queue") ? 0 : 1;
+  if (request == TIOCSSERIAL) *asked += " " + std::to_string(static_cast<serial_struct*>(given)->flags);
+  errno = EIO;
+  if (request == refused) return -1;
+  if (request == TIOCSSERIAL) std::memcpy(&driver, given, sizeof driver);
+  if (request == TIOCGSERIAL) std::memcpy(given, &driver, sizeof driver);
+  return 0;
+}
+group* getgrgid(gid_t number) {
+  static std::string name = "dialout", member = "nobody";
+  static char* members[] = {member.data(), nullptr};
+  static group dialout{name.data(), nullptr, number, members};
+  return &dialout;
+}
+}
 
 namespace ox {
 namespace {
@@ -43,6 +84,7 @@ struct FarEnd : sim::PtyLine {
 
 class SerialPortTest : public testing::Test {
  protected:
+  ~SerialPortTest() override { asked.reset(); }
   void Open(std::string_view settings = kUsual, int number = 1) {
     port_->Close();
     port_->SetSettings(settings);
@@ -81,7 +123,8 @@ class SerialPortTest : public testing::Test {
   ScratchFolder scratch_;
   std::optional<FarEnd> farEnd_{std::in_place};
   OpenPorts openPorts_;
-  std::unique_ptr<SerialPort> port_ = PosixSerialPorts(openPorts_).Create();
+  PosixSerialPorts ports_{openPorts_};
+  std::unique_ptr<SerialPort> port_ = ports_.Create();
 };
 
 TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
@@ -89,6 +132,7 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
       {"2400,O,7,1", B2400, true, IGNBRK | INPCK},
       {"19200,n,8,1", B19200, false, IGNBRK},
       {"4800,E,7,1", B4800, false, IGNBRK | INPCK}};
+  testing::internal::CaptureStderr();
   for (const auto& [settings, speed, odd, inputFlags] : rows) {
     Open(settings);
     termios seen{};
@@ -103,6 +147,10 @@ TEST_F(SerialPortTest, BringsTheTerminalToItsSettings) {
   int marked = -1;
   ioctl(static_cast<int>(openPorts_.Handles().at(0)), TIOCGEXCL, &marked);
   EXPECT_EQ(marked, 0) << "the mark would outlive a program that is killed";
+  std::filesystem::create_symlink(farEnd_->Path(), "COM2");
+  ports_.TellFailuresOnly();
+  Open(kUsual, 2);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "COM1 ist " + farEnd_->Path() + "\n") << "told once";
 }
 
 TEST(TerminalSettings, AreRefusedByATerminalThatTakesThemInPart) {
@@ -127,16 +175,19 @@ TEST(TerminalSettings, AreRefusedByATerminalThatTakesThemInPart) {
 
 TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   const std::string name = "COM1 ist " + farEnd_->Path() + ": ";
-  std::filesystem::create_symlink("/dev/unplugged", "COM2");
-  EXPECT_EQ(FindPort({}, 2), "COM2") << "and not a built-in port in its place";
+  for (const int number : {0, 2, 9, 10}) {
+    std::filesystem::create_symlink("/dev/unplugged", PortName(number));
+    EXPECT_EQ(FindPort({}, number).value_or(""), number == 2 || number == 9 ? PortName(number) : "")
+        << "and not a built-in port in its place";
+  }
   WriteFile("COM3", "");
-  EXPECT_EQ(Refusal(0), "COM0: nicht vorhanden. Adapter einstecken oder eine andere Schnittstelle wählen.\n");
   EXPECT_EQ(Refusal(2),
             "COM2 ist /dev/unplugged: nicht vorhanden. "
             "Der Eintrag COM2 im Arbeitsordner zeigt darauf: Adapter einstecken oder den Eintrag löschen.\n");
   EXPECT_EQ(Refusal(3), "COM3 ist " + std::filesystem::current_path().string() +
                             "/COM3: keine serielle Schnittstelle. "
                             "Den Eintrag COM3 im Arbeitsordner löschen.\n");
+  EXPECT_EQ(Refusal(0), "COM0: nicht vorhanden. Adapter einstecken oder eine andere Schnittstelle wählen.\n");
   for (const std::string bad : {"9600,O,7", "9600,O,7,1,", "9600,O,9,1", "9600,X,7,1", "9,O,7,1"})
     EXPECT_EQ(Refusal(1, bad), name + "Schnittstellenparameter \"" + bad +
                                    "\" gibt es nicht. Ein Verbindungstest setzt sie zurecht.\n");
@@ -145,30 +196,32 @@ TEST_F(SerialPortTest, SaysWhyItCannotBeOpened) {
   other.Open();
   EXPECT_EQ(Refusal(1), name + "von einem anderen Programm belegt. Das andere Programm beenden.\n");
   other.Close();
-  constexpr uid_t kNobody = 65534;
+  constexpr uid_t kNobody = 65534, kAnother = 1, kWithoutName = 4711;
   constexpr gid_t kNotOurs = 1;
   const bool root = geteuid() == 0;  // else we own the line, and no group matters
-  if (root) {
-    ASSERT_EQ(chown("COM1", 0, kNotOurs), 0);
-  }
-  const std::string hint = root ? " Benutzer in die Gruppe " + std::string(getgrgid(kNotOurs)->gr_name) +
-                                      " aufnehmen, neu anmelden."
-                                : "";
-  for (const auto& [mode, told] : {std::pair(0440, std::string()), {0060, hint}}) {
-    ASSERT_EQ(chmod("COM1", static_cast<mode_t>(mode)), 0);
-    ASSERT_EQ(seteuid(root ? kNobody : geteuid()), 0);
-    EXPECT_EQ(Refusal(1), name + "keine Zugriffsrechte." + told + "\n");
+  const std::string join = " Benutzer in die Gruppe dialout aufnehmen, neu anmelden.";
+  const std::tuple<mode_t, gid_t, uid_t, std::string> rows[] = {
+      {0440, kNotOurs, kNobody, ""},
+      {0060, kNotOurs, kNobody, " Neu anmelden: Erst dann gilt die Gruppe dialout."},
+      {0060, kNotOurs, kAnother, join},
+      {0060, kNotOurs, kWithoutName, join},
+      {0060, getegid(), kNobody, ""}};  // who is in the group already
+  for (const auto& [mode, group, user, told] : rows) {
+    ASSERT_TRUE(chmod("COM1", mode) == 0 && chown("COM1", geteuid(), root ? group : getegid()) == 0);
+    ASSERT_EQ(seteuid(root ? user : geteuid()), 0);
+    const std::string reason = "keine Zugriffsrechte." + (root ? told : "");
+    EXPECT_EQ(Sentences(1, OpeningFault(EACCES, "COM1").Fault()), "COM1: " + reason);
+    if (group == kNotOurs) EXPECT_EQ(Refusal(1), name + reason + "\n");
+    EXPECT_EQ(PosixPortList({}).Look(1).use == PortUse::kFree, root && group != kNotOurs);
     ASSERT_EQ(seteuid(getuid()), 0);
   }
-  ASSERT_EQ(chown("COM1", geteuid(), getegid()), 0);
-  ASSERT_EQ(seteuid(root ? kNobody : geteuid()), 0);
-  EXPECT_EQ(OpeningFault(EACCES, "COM1").Fault().advice, "") << "who is in the group already needs no advice";
-  ASSERT_EQ(seteuid(getuid()), 0);
 }
 
 TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus) {
   namespace fs = std::filesystem;
   const fs::path here = fs::current_path();
+  for (const fs::path& its : {HostFolders().system / "class/tty", HostFolders().processes / "locks"})
+    EXPECT_TRUE(fs::exists(its)) << its;
   const HostFolders host{here / "dev", here / "sys", here / "proc"};
   fs::remove("COM1");
   const auto ttys = host.system / "class/tty";
@@ -180,15 +233,15 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
     fs::create_symlink(fs::path("drivers") / driver, port.parent_path() / "driver");
   };
   plugIn("ttyUSB0", "usb1/1-10/1-10:1.0", "ftdi_sio");
-  plugIn("ttyUSB1", "usb1/1-2/1-2:1.0", "ch341");
+  plugIn("ttyUSB1", "usb01/1-9/1-9:1.0", "ch341");
   plugIn("ttyUSB2", "usb1/1-1/1-1:1.0", "option");  // a telephone
   plugIn("ttyUSB3", "usb1/1-3/1-3:1.0", "cp210x");
   for (const char* builtIn : {"ttyS0", "ttyS1"}) {
     fs::create_directories(ttys / builtIn);
     WriteFile(ttys / builtIn / "type", builtIn == std::string("ttyS0") ? "0\n" : "4\n");
   }
-  WriteFile(host.system / "devices/usb1/1-2/manufacturer", "QinHeng\n");
-  WriteFile(host.system / "devices/usb1/1-2/product", "USB Serial\n");
+  WriteFile(host.system / "devices/usb01/1-9/manufacturer", "QinHeng\n");
+  WriteFile(host.system / "devices/usb01/1-9/product", "USB Serial\n");
   WriteFile(host.system / "devices/usb1/1-10/product", "UART\n");
   fs::create_directories(host.devices);
   WriteFile(host.devices / "ttyUSB1", "");
@@ -209,9 +262,11 @@ TEST_F(SerialPortTest, APortIsItsEntryElseABuiltInOneElseTheNextAdapterOnTheBus)
   EXPECT_EQ(Description(7, {.use = PortUse::kPresent}), "COM7: vorhanden");
   struct stat line {};
   ASSERT_EQ(stat("COM6", &line), 0);
-  char lock[80];
-  std::snprintf(lock, sizeof lock, "1: FLOCK  ADVISORY  WRITE 4711 %02x:%02x:%ju 0 EOF\n", major(line.st_dev),
-                minor(line.st_dev), static_cast<std::uintmax_t>(line.st_ino));
+  char lock[120];
+  std::snprintf(
+      lock, sizeof lock,
+      "1: POSIX  ADVISORY  READ 12 00:01:2 0 EOF\n2: FLOCK  ADVISORY  WRITE 4711 %02x:%02x:%ju 0 EOF\n",
+      major(line.st_dev), minor(line.st_dev), static_cast<std::uintmax_t>(line.st_ino));
   WriteFile(host.processes / "locks", lock);
   WriteFile(host.processes / "4711/comm", "minicom\n");
   EXPECT_EQ(HolderOf(host, "/dev/null"), std::nullopt) << "it has nothing open";
@@ -279,7 +334,8 @@ TEST_F(SerialPortTest, MoreThanTheHostBuffersIsSentWholeUnlessTheReaderStalls) {
 }
 
 TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
-  const std::function<void()> operations[] = {[&] { port_->Input(); }, [&] { port_->Output("S"); },
+  const std::function<void()> operations[] = {[&] { errno = EINTR, port_->Input(); },
+                                              [&] { port_->Output("S"); },
                                               [&] { port_->SetModemLine(true); }};
   for (const auto& operation : operations) {
     farEnd_.emplace();
@@ -287,11 +343,12 @@ TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
     operation();  // a terminal without modem lines takes their setting silently
     const std::string path = farEnd_->Path();
     farEnd_.reset();
-    if (&operation == operations) farEnd_.emplace();  // takes the place of the old one, if nobody else did
+    if (&operation != operations) farEnd_.emplace();  // takes the place of the old one, if nobody else did
     const std::string what = std::filesystem::exists(path)
                                  ? ": Verbindung unterbrochen. Adapter und Stecker prüfen, "
                                  : ": während der Arbeit abgezogen. Adapter wieder einstecken, ";
     EXPECT_EQ(ExpectFailure(operation), path + what + "dann den Befehl wiederholen.");
+    EXPECT_EQ(ExpectFailure(operation), "COM0: ist nicht geöffnet.");
   }
   for (const bool answered : {false, true}) {
     farEnd_.emplace();
@@ -308,30 +365,31 @@ TEST_F(SerialPortTest, APulledCableIsReportedByTheNextOperation) {
   }
 }
 
-TEST(LowLatency, IsAskedForAndGivenBackAndNothingElseIsTouched) {
+TEST_F(SerialPortTest, ARealLineIsMarkedAndHurriedAndGivenBackAsItWasOnceAllIsSent) {
   constexpr int kOther = ASYNC_SKIP_TEST | ASYNC_SPD_VHI;
   constexpr int kLow = kOther | ASYNC_LOW_LATENCY;
-  const std::tuple<const char*, int, unsigned long, std::vector<int>> rows[] = {
-      {"an adapter", kOther, 0, {kLow, kOther}},
-      {"asked for by somebody else", kLow, 0, {}},
-      {"a pseudo-terminal", kOther, TIOCGSERIAL, {}},
-      {"no rights", kOther, TIOCSSERIAL, {kLow}}};
-  for (const auto& [line, flags, refused, told] : rows) {
-    serial_struct settings;
-    std::memset(&settings, 0x5A, sizeof settings);
-    settings.flags = flags;
-    const serial_struct before = settings;
-    std::vector<int> seen;
-    const auto driver = [&, no = refused](unsigned long request, serial_struct& given) {
-      if (request == TIOCSSERIAL) seen.push_back(given.flags);
-      if (request == no) return false;
-      (request == TIOCGSERIAL ? given : settings) = request == TIOCGSERIAL ? settings : given;
-      return true;
-    };
-    std::make_unique<LowLatency>(driver).reset();
-    EXPECT_EQ(seen, told) << line;
-    EXPECT_EQ(std::memcmp(&settings, &before, sizeof before), 0) << line;
+  const std::string low = " " + std::to_string(kLow), other = " " + std::to_string(kOther);
+  const std::tuple<const char*, int, unsigned long, std::string, std::string> rows[] = {
+      {"an adapter", kOther, 0, low, other},
+      {"hurried by somebody else", kLow, 0, "", ""},
+      {"a driver without flags", kOther, TIOCGSERIAL, "", ""},
+      {"no rights", kOther, TIOCSSERIAL, low, ""}};
+  for (const auto& [line, flags, no, hurried, calmed] : rows) {
+    std::memset(&driver, 0x5A, sizeof driver);
+    driver.flags = flags;
+    const serial_struct before = driver;
+    asked.emplace(), refused = no;
+    Open("9600,n,8,1");
+    port_->SetModemLine(true);
+    port_->Output("S");
+    const auto start = std::chrono::steady_clock::now();
+    port_->Close();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(4)) << "three looks";
+    EXPECT_EQ(*asked, "mark" + hurried + " queue queue queue" + calmed + " unmark") << line;
+    EXPECT_EQ(std::memcmp(&driver, &before, sizeof before), 0) << line;
   }
+  EXPECT_EQ(ExpectFailure([&] { Open(); }),  // a terminal keeps no parity
+            farEnd_->Path() + ": nimmt die Schnittstellenparameter nicht an. Einen anderen Adapter nehmen.");
 }
 
 }  // namespace

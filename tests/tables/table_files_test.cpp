@@ -90,13 +90,15 @@ TEST(TableFiles, MeasuringPointTable) {
 TEST(TableFiles, FurtherFaultsAreLookedForFromTheNextEntryOn) {
   // Each line that ends in "!" has one fault of its own.
   const std::string faulty = R"(/S/"17 Zeichen lang!!" !
-/A/"Amt" /Z/"12" !
-/N/"1234567" /D/" 0012" /M/" 0000" /T/"Pegel" !
+/A/"Amt" /Z/"12" /N/"1" !
+/N/"1234567" !
+/D/" 0012" /M/" 0000" /T/"Pegel"
 /N/"12345678" /D/" 0012"
 /M/" 0000" /T/"zu lang" !
 /N/"12345678" /D/" 0012" /M/" 0000"
 /N/"12345679" !/D/"+0012" /M/" 0000" /T/"Pegel" !
 /B/
+/A/Amt /Z/"123" !
 /A/"Amt" /Z/"123"
 /X/"1" !
 /E/)";
@@ -106,8 +108,9 @@ TEST(TableFiles, FurtherFaultsAreLookedForFromTheNextEntryOn) {
   Texts lines;
   for (const std::string& text : all.texts) lines.push_back(text.substr(0, text.find(',')));
   EXPECT_EQ(lines,
-            (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 5",
-                   "Fehler in Zeile 7", "Fehler in Zeile 7", "Fehler in Zeile 8", "Fehler in Zeile 10"}));
+            (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 6",
+                   "Fehler in Zeile 8", "Fehler in Zeile 8", "Fehler in Zeile 9", "Fehler in Zeile 10",
+                   "Fehler in Zeile 12"}));
 }
 
 TEST(TableFiles, ALineEndBetweenTwoSlashesIsToldInItsLine) {

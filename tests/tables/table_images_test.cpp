@@ -50,7 +50,7 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
       "Version 2026 neu__Leer_045___]ber  _123_12345678 0012-9999Pegel_00010012^"
       "99999999-0000 9999\x7Fh   _1023^___";
   const auto [newer, older] =
-      BuildTableImages(Packed(linked), Packed("0001 \x1F{        [m2_1023 P         m/s___"));
+      BuildTableImages(Packed(linked), Packed("0001 \x1F{        [m2_1023           m/s___"));
   const auto points = [](const std::string& version, const std::string& name, const std::string& difference) {
     return "/S/\"" + version + "\"\n/A/\"Leer\" /Z/\"045\"\n/B/ Ende\n/A/\"" + name +
            "\" /Z/\"123\"\n/N/\"12345678\" /D/\" 0012\" /M/\"-9999\" /T/\"Pegel\"\n/N/\"99999999\" /D/\"" +
@@ -63,7 +63,7 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
     EXPECT_EQ(content.bodySize, image.bodySize);
     EXPECT_EQ(PointTableText(content.tables), mes);
     EXPECT_EQ(ParameterListText(content.tables),
-              "/P/\"0001\" /T/\"°ä\" /M/\"Äm2\"\n/P/\"1023\" /T/\"P\" /M/\"m/s\"\n/E/\n");
+              "/P/\"0001\" /T/\"°ä\" /M/\"Äm2\"\n/P/\"1023\" /T/\" \" /M/\"m/s\"\n/E/\n");
     EXPECT_EQ(AssignmentTableText(content.tables),
               "/N/\"12345678\" /P/\"0001,0012\"\n/N/\"99999999\" /P/\"1023\"\n/E/\n");
   }
@@ -75,6 +75,9 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
         {newer, 16000, "z", "Prüfsumme 4AA6 hex, 4A21 hex erwartet"},
         {newer, 4, "z", "Abschnitt 2 (Parameter) ist beschädigt"},
         {newer, 112 + 4, "z", "Abschnitt 4 (Messstellen) ist beschädigt"},
+        {newer, 112 + 1, "z", "Abschnitt 4 (Messstellen) ist beschädigt"},
+        {newer, 4, "\xF5\x3F" + Bytes(16371, '\0') + Bytes("\1\0\0\0\1", 5),
+         "Abschnitt 2 (Parameter) ist beschädigt"},
         {older, 5, "z", "die Adresse der Parameterliste liegt nicht im Abbild"},
         {older, 4, "\x08\x80", "die Adresse der Parameterliste liegt nicht im Abbild"},
         {older, 4, "\x21\x80", "die Messstellentabelle ist beschädigt"},
@@ -142,6 +145,8 @@ TEST(TableImages, ASectionThatCannotBeWrittenMakesGeneration3Unusable) {
            {Office(""), kParameters},
            {Office(point + Point("12345678")), kParameters},
            {Office(point + Point("12345678", "00010")), kParameters},
+           {Office(point + "12345678 0012-0012Pegel_0001"), kParameters},
+           {Office(Point("12345678", Bytes(40000, '1')) + Point("12345678")), kParameters},
            {Office(point + "12345678+0012-0012Pegel_0001^"), kParameters},
        }) {
     const TableImages images = BuildTableImages(Packed(points), Packed(parameters));

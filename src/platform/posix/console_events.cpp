@@ -12,9 +12,10 @@ void ConsoleEvents::Rest() {
   std::vector<pollfd> awaited;
   for (const WaitHandle handle : ports_.Handles()) awaited.push_back({static_cast<int>(handle), POLLIN, 0});
   if (requests_) awaited.push_back({static_cast<int>(*requests_), POLLIN, 0});
-  if (poll(awaited.data(), awaited.size(), kLongest) <= 0 || !requests_) return;
-  endRequested_ = awaited.back().revents != 0;
-  if (endRequested_) requests_.reset();
+  poll(awaited.data(), awaited.size(), kLongest);
+  if (!requests_ || awaited.back().revents == 0) return;
+  endRequested_ = true;
+  requests_.reset();
 }
 
 }  // namespace ox

@@ -32,7 +32,7 @@ bool WaitFor(int descriptor, short events, steady_clock::time_point end) {
     pollfd waited{descriptor, events, 0};
     const int ready = ppoll(&waited, 1, &timeout, nullptr);
     if (ready < 0 && errno == EINTR) continue;
-    return ready > 0 && (waited.revents & events) != 0;
+    return (waited.revents & events) != 0;
   }
 }
 

@@ -50,9 +50,7 @@ void SetLine(const LineSettings& settings, termios& wanted) {
   if (settings.parity != LineParity::kNone) wanted.c_iflag |= INPCK;  // a damaged character reads as NUL
   wanted.c_cflag &= ~(kFrameFlags | CRTSCTS);
   wanted.c_cflag |= FrameOf(settings) | CLOCAL | CREAD;
-  const speed_t speed = SpeedOf(settings);
-  cfsetispeed(&wanted, speed);
-  cfsetospeed(&wanted, speed);
+  cfsetspeed(&wanted, SpeedOf(settings));
 }
 
 void ApplyLineSettings(const LineSettings& settings, int terminal) {

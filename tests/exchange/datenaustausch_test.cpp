@@ -166,7 +166,9 @@ TEST_F(DataExchange, ATableHoldsUntilTheNextOneAndAFileThatCannotBeReadLeavesThe
 }
 
 TEST_F(DataExchange, TheCyclicPollRestsTenSecondsFromDisplayToRequestWhateverFails) {
-  device_.Expect("S", "A").Expect("P", {{0.2, "\r"}, {0.4, "AAA\r"}, {0.45, "AAB\r"}, {0.9, "E\r"}}).Expect("A");
+  device_.Expect("S", "A")
+      .Expect("P", {{0.2, "\r"}, {0.4, "AAA\r"}, {0.45, "AAB\r"}, {0.9, "E\r"}})
+      .Expect("A");
   device_.Expect("S", "A").Expect("P", "\rBBB\rCC").Expect("N");
   ExpectPoll("P", "\rDDD\rE\r");
   host_.clock.StartAt(23, 59, 33);  // midnight ends a rest

@@ -1,4 +1,5 @@
 // The updates without a window: a line, a search for the device, somebody who is told; frames byte by byte.
+#include "programming/loader_hex.h"
 #include "programming/loader_link.h"
 #include "programming/program_update.h"
 #include "programming/table_update.h"
@@ -156,6 +157,12 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
     EXPECT_EQ(seen, figures) << what;
     EXPECT_EQ(estimate.Percent(), 100);
   }
+}
+
+TEST(LoaderHex, ItsFirstFaultyLineIsFound) {
+  const Bytes end = ":00000001FF\n";
+  EXPECT_EQ(FaultyHexLine(end), 0);
+  EXPECT_EQ(FaultyHexLine(":01000a0041BF\n" + end), 1) << "a small letter is no digit, FF least of all";
 }
 
 TEST(ProgramFile, GetsACheckWordWhenItIsLoadedInGeneration2Only) {

@@ -107,10 +107,9 @@ TEST(TableFiles, FurtherFaultsAreLookedForFromTheNextEntryOn) {
   EXPECT_EQ(ParseMesTable(TableText(faulty), all), "");
   Texts lines;
   for (const std::string& text : all.texts) lines.push_back(text.substr(0, text.find(',')));
-  EXPECT_EQ(lines,
-            (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 6",
-                   "Fehler in Zeile 8", "Fehler in Zeile 8", "Fehler in Zeile 9", "Fehler in Zeile 10",
-                   "Fehler in Zeile 12"}));
+  EXPECT_EQ(lines, (Texts{"Fehler in Zeile 1", "Fehler in Zeile 2", "Fehler in Zeile 3", "Fehler in Zeile 6",
+                          "Fehler in Zeile 8", "Fehler in Zeile 8", "Fehler in Zeile 9", "Fehler in Zeile 10",
+                          "Fehler in Zeile 12"}));
 }
 
 TEST(TableFiles, ALineEndBetweenTwoSlashesIsToldInItsLine) {

@@ -1,4 +1,4 @@
-// What a curve consists of: every line, dot and word, with place and look.
+// What a curve consists of, every line, dot and word, with place and look; and texts that may be cut.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -12,6 +12,7 @@
 #include "desktop/control_ties.h"
 #include "desktop/curve_painting.h"
 #include "desktop/curve_text.h"
+#include "desktop/quiet_label.h"
 #include "desktop/time_axis.h"
 #include "support/test_host.h"
 
@@ -263,6 +264,61 @@ TEST(TimeAxis, HasAStepForEveryLength) {
   for (const auto& [least, greatest, span, low, high] : rows) {
     const AxisRange range = RangeAround(least, greatest, span);
     EXPECT_EQ(std::pair(range.low, range.high), std::pair(low, high)) << greatest;
+  }
+}
+
+TEST(TimeAxis, MarksAreRoundTimesOfDayAndDatesWhereDaysBegin) {
+  const CivilTime start{2026, 12, 31, 22, 59, 50};
+  const std::pair<double, std::string> rows[] = {
+      {10, "22:59:50 22:59:55 23:00:00 "},           {3600, "23:00 23:15 23:30 23:45 "},
+      {86400, "01.01. 06:00 12:00 18:00 "},          {7 * 86400, "02.01. 04.01. 06.01. "},
+      {400 * 86400, "25.03. 17.06. 09.09. 02.12. "},
+  };
+  for (const auto& [length, marks] : rows) {
+    std::string seen;
+    for (const TimeMark& mark : TimeMarks(start, length, 5)) seen += mark.text + " ";
+    EXPECT_EQ(seen, marks) << length;
+  }
+}
+
+TEST(Labels, AQuietLineIsPaintedAsAnyTextThatFits) {
+  QuietLabel quiet(nullptr);
+  QLabel usual;
+  usual.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  for (QLabel* label : {static_cast<QLabel*>(&quiet), &usual}) {
+    label->resize(200, 100);
+    label->setFrameStyle(QFrame::Box | QFrame::Plain);
+    label->setIndent(0);
+    label->setText("eins\nzwei");
+  }
+  EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
+  quiet.setProperty("lines", 3);
+  usual.setText("eins\nzwei\ndrei");
+  EXPECT_EQ(quiet.sizeHint().height(), usual.sizeHint().height());
+  for (QLabel* label : {static_cast<QLabel*>(&quiet), &usual}) label->resize(200, quiet.sizeHint().height());
+  quiet.setText("eins\nzwei\ndrei\n" + QString(99, 'x'));
+  usual.setText("eins\nzwei\n" +
+                usual.fontMetrics().elidedText("drei " + QString(99, 'x'), Qt::ElideRight, 198));
+  EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
+  quiet.resize(200, 100);
+  const QRect secondLine(0, 99 / 2, 200, 30);
+  quiet.setText("");
+  const QImage empty = quiet.grab(secondLine).toImage();
+  quiet.setText(QString(300, 'x'));
+  EXPECT_NE(quiet.grab(secondLine).toImage(), empty) << "what has no blank is broken too";
+  SteadyLabel cut(nullptr);
+  cut.setIndent(0);
+  for (QLabel* label : {static_cast<QLabel*>(&cut), &usual}) {
+    label->resize(50, 30);
+    label->setFrameStyle(QFrame::Box | QFrame::Plain);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  }
+  usual.setText("y");
+  EXPECT_EQ(cut.sizeHint(), QSize(2, usual.sizeHint().height()));
+  for (const QString& text : {QString(99, 'x'), QString("a\nb")}) {
+    cut.setText("c" + text);
+    usual.setText(usual.fontMetrics().elidedText(QString(cut.text()).replace('\n', ' '), Qt::ElideLeft, 48));
+    EXPECT_EQ(cut.grab().toImage(), usual.grab().toImage());
   }
 }
 

@@ -146,7 +146,8 @@ TEST(Tool, AsksOnATerminalOnly) {
     Tool tool;
     tool.input.str(typed);
     tool.console.terminals = {.input = input, .messages = messages};
-    EXPECT_EQ(Agrees(tool.console, "Eins\x1B\r\nzwei\r\t20 °C\x7F\xC2\x80\xC2\x9F\r\n\r", yes), agrees) << typed;
+    EXPECT_EQ(Agrees(tool.console, "Eins\x1B\r\nzwei\r\t20 °C\x7F\xC2\x80\xC2\x9F\r\n\r", yes), agrees)
+        << typed;
     EXPECT_EQ(tool.Said(), said) << typed;
   }
 }

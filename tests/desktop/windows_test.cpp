@@ -304,7 +304,9 @@ TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {
   shown([](QWidget& form, QSplitter&) { form.showMaximized(); });
   shown([](QWidget& form, QSplitter&) { EXPECT_TRUE(form.isMaximized()); });
   const std::string form = "[Datenaustausch]\n";
-  const std::string damaged[] = {"\xFF[%%%\n=\nsize", form + "size=@Size(2147483647 -3)",
+  const std::string damaged[] = {"\xFF[%%%\n=\nsize",
+                                 form + "size=@Size(2147483647 -3)",
+                                 form + "position=@Point(2147483647 -2147483648)",
                                  form + "position=@Point(2147483647 1)\nsplitter=@ByteArray(\\xff)",
                                  form + "maximized=vielleicht\nsize=7",
                                  form + "maximized=true\nx=" + std::string(3000000, 'x')};

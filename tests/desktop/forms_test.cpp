@@ -236,10 +236,8 @@ TEST_F(Forms, AProgressBarShowsAShareOrThatSomethingMovesAndKeepsItsRoom) {
   const auto image = [&](auto change) {
     change();
     QCoreApplication::processEvents();
-    return form->screen()
-        ->grabWindow(form->winId())
-        .toImage()
-        .copy({shown->mapTo(form.get(), QPoint()), shown->size()});
+    const QImage seen = form->screen()->grabWindow(form->winId()).toImage();
+    return seen.copy({shown->mapTo(form.get(), QPoint()), shown->size()});
   };
   const QImage half = image([&] { bar.SetPercent(50); });
   EXPECT_EQ(shown->value(), 50);

@@ -132,7 +132,8 @@ TEST_F(DataExchange, TheFirstBadFieldRefusesAndNothingIsSent) {
   }
   Type("1", "1", "1");
   EXPECT_EQ(Marked(), "");
-  EXPECT_TRUE(host_.ports.openings.empty());
+  window_.Verlassen.Click();
+  EXPECT_TRUE(host_.ports.openings.empty() && !window_.IsOpen());
 }
 
 TEST_F(DataExchange, RecordsStandInLinesOfThreeWithNamesForTheirNumbers) {
@@ -271,12 +272,12 @@ TEST(ValuesCsv, ASpreadsheetMisreadsNoField) {
                                       messages));
   const std::pair<Bytes, std::string> rows[] = {
       {"12345678: 0012 s   12.3", "042;12345678;0012;s;12,3;\"'=A;1\";"},
-      {"00000001: 0001     -3.0 cm", "007;00000001;0001;;-3,0;Öl1.5;"},
+      {"00000001: 0001      -3  cm", "007;00000001;0001;;-3;Öl1.5;"},
       {"00000002: 1023 ?    --.", "007;00000002;1023;?;'--.;-1.5;"},
       {"99999999: 0007  +1234567.8", "123;99999999;0007;;+1234567,8;;"},
       {"99999999: 00", "123;99999999;00;;;;"},
       {"99999999: 0001     1 2.3", "123;99999999;0001;;1 2.3;;"},
-      {"99999999: 0001   =1+\"a\"", "123;99999999;0001;;\"'=1+\"\"a\"\"\";;"},
+      {"99999999: 0001   =1+\"\"a", "123;99999999;0001;;\"'=1+\"\"\"\"a\";;"},
       {"22.11.26 22:00:10 ", ";;;;22.11.26 22:00:10;;"},
       {"22.11.26", ";;;;22.11.26;;"},
   };

@@ -71,7 +71,8 @@ TEST_F(DeviceDialogue, TakesItsStepsInTheirTime) {
     EXPECT_EQ(host_.ports.openings.back(), "3:19200,E,7,1");
   }
   EXPECT_TRUE(
-      window_.datanz.Text().ends_with("PC -> OX  P\r\nPC <- OX  <CR>\r\nPC <- OX  cut\r\nPC -> OX  N"));
+      window_.datanz.Text().ends_with("OX  R\r\nPC -> OX  S\r\nPC <- OX  A\r\nPC -> OX  P\r\nPC <- OX  "
+                                      "<CR>\r\nPC <- OX  cut\r\nPC -> OX  N"));
 }
 
 TEST_F(DeviceDialogue, ThePiecesInWhichAReplyArrivesMakeNoDifference) {

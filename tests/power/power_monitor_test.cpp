@@ -94,6 +94,8 @@ TEST_F(PowerMonitorTest, TheCurveShowsEveryReplySinceStartAndIsSaved) {
   monitor_.Verlauf.ConnectView([&](Change) { painted += std::to_string(spans.size()); });
   Run(4);
   EXPECT_EQ(painted, "0123");
+  for (const CurveLine& line : monitor_.Verlauf.Data()->lines) seen += std::to_string(line.least) + " ";
+  EXPECT_EQ(std::exchange(seen, ""), "1.000000 0.100000 4.000000 ") << "noise stays small";
   for (const CurveSpan& span : spans) {
     seen += std::to_string(std::lround(span.last)) + (span.afterGap ? "*" : "") + " ";
   }

@@ -70,11 +70,12 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
   // Bytes changed, and what is said of it besides the checksum.
   using Damage = std::tuple<TableImage, std::size_t, Bytes, std::string>;
   for (const auto& [image, at, bytes, told] :
-       {Damage{newer, 28, "z", "Abschnitt 1 (Tabellenstand) ist beschädigt"},
+       {Damage{newer, 28, Bytes("z", 2), "Abschnitt 1 (Tabellenstand) ist beschädigt"},
         {newer, 72, "z", "Abschnitt 3 (Ämter) ist beschädigt"},
         {newer, 16000, "z", "Prüfsumme 4A76 hex, 49F1 hex erwartet"},
         {newer, 4, "z", "Abschnitt 2 (Parameter) ist beschädigt"},
         {newer, 112 + 4, "z", "Abschnitt 4 (Messstellen) ist beschädigt"},
+        {newer, 109, "z", "Abschnitt 4 (Messstellen) ist beschädigt"},
         {newer, 4, "\xF5\x3F" + Bytes(16371, '\0') + Bytes("\1\0\0\0\1", 5),
          "Abschnitt 2 (Parameter) ist beschädigt"},
         {older, 5, "z", "die Adresse der Parameterliste liegt nicht im Abbild"},
@@ -191,7 +192,7 @@ TEST(TableImages, HoldUpTo16380BytesAndAThousandPoints) {
 }
 
 TEST(TableImages, WhatWillBeWrittenIsToldInAFewWords) {
-  const Bytes two = Packed("Netz }__Amt_123_" + Point("12345678") + Point("87654321") + "__Leer_045____");
+  const Bytes two = Packed("Netz }__Leer_045___Amt_123_" + Point("12345678") + Point("87654321") + "___");
   const Bytes parameters = Packed("0001 Pegelhoeh cm _0002 Pegelhoeh cm ___");
   const Bytes both = Packed(
       "12345678"

@@ -71,10 +71,11 @@ TEST_F(FirmwarePacker, WritesEveryRecordToItsPlaceFillsTheRestAndSealsTheProgram
 TEST_F(FirmwarePacker, LeavesTheTargetAloneWhenAFileIsFaultyOrDoesNotOpen) {
   target = "older";
   // No end record, an open quote, other characters than digits in pairs, a wrong sum, a record too short or
-  // beyond the end.
-  for (const Bytes& text : {kRecord, "\xEF\xBB\xBF" + kRecord + kEnd, ":01000000414\n" + kEnd,
-                            ":01000a0041B4\n" + kEnd, "\"" + kRecord + kEnd, ":0100000041BF\n" + kEnd,
-                            ":010000FF\n" + kEnd, ":017FFF00" + Bytes(2 * 0x8002, 'F') + "83\n" + kEnd}) {
+  // beyond the end, too much behind it.
+  for (const Bytes& text :
+       {kRecord, "\xEF\xBB\xBF" + kRecord + kEnd, ":01000000414\n" + kEnd, ":01000a0041B4\n" + kEnd,
+        "\"" + kRecord + kEnd, ":0100000041BF\n" + kEnd, ":010000FF\n" + kEnd,
+        ":017FFF00" + Bytes(2 * 0x8002, 'F') + "83\n" + kEnd, kEnd + Bytes(4 << 20, '-')}) {
     EXPECT_EQ(Pack(text), "Fehler beim Lesen der Datei /neu.LDR !") << text.substr(0, 40);
   }
   EXPECT_EQ(Pack(kEnd, "/fehlt"), "Fehler beim Öffnen von /fehlt.LDR !");

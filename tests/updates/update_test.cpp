@@ -144,9 +144,9 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
     const double delay = origin.letter == '2' ? 4 : origin.letter == 'P' ? 0.15 : 0;
     rig.device->Faults().Add({.kind = sim::ReplyFault::Kind::kLate, .delay = delay});
     if (origin.letter == '2') rig.host.windows.In(1.5, look);
-    if (origin.letter != 'P' || (++blocks > 1 && blocks < 33)) return;
+    if (origin.letter != 'P' || (++blocks > 1 && blocks < 34)) return;
     if (blocks == 1) rig.host.windows.In(0, look);
-    if (blocks == 33) rig.host.windows.In(0.12, [&] { rig.window->RequestClose(), look(); });
+    if (blocks == 34) rig.host.windows.In(0.12, [&] { rig.window->RequestClose(), look(); });
     if (blocks % 60 == 0) rig.host.ports.Break();
   });
   rig.host.windows.OnMessage([&](const std::string&) { EXPECT_FALSE(shown.Beat.Enabled()); });
@@ -164,7 +164,7 @@ TEST(Update, ShowsWhatWillBeWrittenHowFarItIsAndThatItWillClose) {
   const std::string closing = "Fenster schließt nach erfolgreicher Programmierung";
   EXPECT_EQ(seen,
             (Strings{"|||", "?|Gerät bereitet sich vor ...|seit 1 s|", "0" + sending + "9 s|",
-                     "48" + sending + "5 s|" + closing, "|||", "?|Verbindung wird geprüft ...||", "|||"}));
+                     "51" + sending + "5 s|" + closing, "|||", "?|Verbindung wird geprüft ...||", "|||"}));
   EXPECT_FALSE(shown.Beat.Enabled());
 }
 

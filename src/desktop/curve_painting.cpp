@@ -263,7 +263,6 @@ QByteArray PictureOfCurve(const CurveData& data, const QString& title) {
   painter.end();
   QByteArray png;
   QBuffer buffer(&png);
-  buffer.open(QIODevice::WriteOnly);
   image.save(&buffer, "PNG");
   return png;
 }

@@ -87,7 +87,6 @@ class ListUser : public QObject {
 }  // namespace
 
 void TieList(ListBox& control, QListWidget& widget) {
-  widget.setSelectionMode(QAbstractItemView::SingleSelection);
   new ListUser(control, widget);  // owned by the widget
   Follow(control, {Change::kEnabled, Change::kVisible, Change::kItems, Change::kSelected},
          [&control, &widget](Change change) {

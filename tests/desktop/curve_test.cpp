@@ -3,11 +3,13 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
 #include <QPaintEngine>
 #include <QPainterPath>
 #include <QScreen>
 #include <QTest>
 #include <QTextStream>
+#include <QToolTip>
 
 #include "desktop/control_ties.h"
 #include "desktop/curve_painting.h"
@@ -89,7 +91,7 @@ class Recorder : public QPaintEngine, public QPaintDevice {
   }
   void Write(const QString& what, const QList<QPointF>& points) {
     QTextStream line(&written_);
-    line << what;
+    line << what << (state->renderHints().testFlag(QPainter::Antialiasing) ? "" : " rough");
     for (const QPointF& point : points) {
       // The piece of a line below its name stands half a text below the middle of the band.
       const bool sample = point.x() < layout_->plot.left() - 9;
@@ -193,6 +195,7 @@ TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
   EXPECT_EQ(view.minimumSizeHint(), QSize(400, CurveLayout::LeastHeight(view.fontMetrics()) + 8));
   QPalette colours = view.palette();
   colours.setColor(QPalette::WindowText, Qt::darkBlue);
+  colours.setColor(QPalette::Base, Qt::black);
   view.setPalette(colours);
   colours.setColor(QPalette::Base, colours.color(QPalette::Window));
   colours.setColor(QPalette::Text, Qt::darkBlue);
@@ -210,9 +213,10 @@ TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
   const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(&view, &event); };
   press(Qt::Key_Home);
   move(plot.left());
-  window.curve.Show(data);
+  QCoreApplication::processEvents();
   /// What the user does, the number of the span that is marked then, and whether the keys are for the curve.
   const std::tuple<std::function<void()>, int, bool> steps[] = {
+      {[&] { window.curve.Show(data); }, -1, false},
       {[&] { move(plot.left()); }, 0, false},
       {[&] { move(plot.left() - 1); }, -1, false},
       {[&] { move(plot.right()); }, 5, false},
@@ -224,9 +228,9 @@ TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
       {[&] { press(Qt::Key_Right); }, 1, true},
       {[&] { press(Qt::Key_Right); }, 2, true},
       {[&] { press(Qt::Key_Right); }, 4, true},
-      {[&] { press(Qt::Key_Left); }, 2, true},
-      {[&] { press(Qt::Key_End); }, 5, true},
-      {[&] { press(Qt::Key_Right); }, 5, true},
+      {[&] { press(Qt::Key_Left), press(Qt::Key_A); }, 2, true},
+      {[&] { press(Qt::Key_End), press(Qt::Key_Left); }, 4, true},
+      {[&] { press(Qt::Key_Right), press(Qt::Key_Right); }, 5, true},
       {[&] { send(QEvent(QEvent::Leave)); }, 5, true},
       {[&] { send(QFocusEvent(QEvent::FocusOut, Qt::PopupFocusReason)); }, 5, true},
       {[&] { view.clearFocus(); }, -1, false}};
@@ -294,9 +298,13 @@ TEST(Labels, AQuietLineIsPaintedAsAnyTextThatFits) {
   EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
   quiet.setProperty("lines", 3);
   usual.setText("eins\nzwei\ndrei");
-  EXPECT_EQ(quiet.sizeHint().height(), usual.sizeHint().height());
+  EXPECT_EQ(quiet.sizeHint(), QSize(2, usual.sizeHint().height()));
   for (QLabel* label : {static_cast<QLabel*>(&quiet), &usual}) label->resize(200, quiet.sizeHint().height());
+  QHelpEvent ask(QEvent::ToolTip, {}, {});
+  quiet.setText("eins\nzwei\ndrei");
+  EXPECT_FALSE(QCoreApplication::sendEvent(&quiet, &ask) && ask.isAccepted()) << "all of it is in sight";
   quiet.setText("eins\nzwei\ndrei\n" + QString(99, 'x'));
+  EXPECT_TRUE(QCoreApplication::sendEvent(&quiet, &ask) && QToolTip::text() == "<p>" + quiet.text() + "</p>");
   usual.setText("eins\nzwei\n" +
                 usual.fontMetrics().elidedText("drei " + QString(99, 'x'), Qt::ElideRight, 198));
   EXPECT_EQ(quiet.grab().toImage(), usual.grab().toImage());
@@ -310,14 +318,15 @@ TEST(Labels, AQuietLineIsPaintedAsAnyTextThatFits) {
   cut.setIndent(0);
   for (QLabel* label : {static_cast<QLabel*>(&cut), &usual}) {
     label->resize(50, 30);
+    label->setMargin(3);
     label->setFrameStyle(QFrame::Box | QFrame::Plain);
     label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   }
   usual.setText("y");
-  EXPECT_EQ(cut.sizeHint(), QSize(2, usual.sizeHint().height()));
+  EXPECT_EQ(cut.sizeHint(), QSize(8, usual.sizeHint().height()));
   for (const QString& text : {QString(99, 'x'), QString("a\nb")}) {
     cut.setText("c" + text);
-    usual.setText(usual.fontMetrics().elidedText(QString(cut.text()).replace('\n', ' '), Qt::ElideLeft, 48));
+    usual.setText(usual.fontMetrics().elidedText(QString(cut.text()).replace('\n', ' '), Qt::ElideLeft, 42));
     EXPECT_EQ(cut.grab().toImage(), usual.grab().toImage());
   }
 }

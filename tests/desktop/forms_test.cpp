@@ -213,7 +213,9 @@ TEST_F(Forms, WhatTheProgramSetsIsShown) {
   EXPECT_TRUE(Find<QCheckBox>(*form, tables.ChMes)->isChecked());
   EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text(), "Update Start");
   tables.TabStart.SetText("Ende");
-  EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text(), "Ende");
+  tables.ChMes.SetText("Mes");
+  EXPECT_EQ(Find<QPushButton>(*form, tables.TabStart)->text() + Find<QCheckBox>(*form, tables.ChMes)->text(),
+            "EndeMes");
   const auto watch = Show(power);
   for (const bool ticks : {true, false}) {
     power.PowerTimer.SetEnabled(ticks);
@@ -286,7 +288,6 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   auto* list = Find<QListWidget>(*form, files.File1);
   QFocusEvent focus(QEvent::FocusIn);
   QCoreApplication::sendEvent(list, &focus);
-  EXPECT_EQ(list->frameStyle(), QFrame::Box | QFrame::Plain) << "in sight also when the list is empty";
   const QPoint second = list->visualItemRect(list->item(1)).center();
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);
   happened += "and ";
@@ -296,19 +297,22 @@ TEST_F(Forms, ClicksSelectAndDoubleClicksActivate) {
   QTest::keyClick(list, Qt::Key_Down);
   QTest::keyClick(list, Qt::Key_Return);
   EXPECT_EQ(std::exchange(happened, ""), "select zwei and select zwei activate select drei activate ");
+  EXPECT_TRUE(list->frameStyle() == (QFrame::Box | QFrame::Plain) &&
+              list->palette().windowText() == list->palette().highlight());
   files.File1.SetSelected(0);
   EXPECT_EQ(list->selectedItems().front()->text(), "eins");
   files.File1.SetItems({"vier", "fünf"});
   list->setCurrentRow(0, QItemSelectionModel::NoUpdate);  // as the focus does
-  QTest::keyClick(list, Qt::Key_Down);
+  for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Down}) QTest::keyClick(list, key);
   EXPECT_EQ(std::exchange(happened, ""), "select vier ") << "an only line can be selected by keyboard";
 
   files.Drive1.onSelect = [&] { happened += files.Drive1.SelectedItem(); };
   files.Drive1.SetItems({"x"});
   files.Drive1.SetItems({"/", "/media"});
+  auto* drives = Find<QComboBox>(*form, files.Drive1);
+  EXPECT_EQ(std::pair(drives->count(), drives->currentIndex()), std::pair(2, files.Drive1.Selected()));
   files.Drive1.SetSelected(1);
-  EXPECT_EQ(Find<QComboBox>(*form, files.Drive1)->count(), 2);
-  QTest::keyClick(Find<QComboBox>(*form, files.Drive1), Qt::Key_Up);
+  QTest::keyClick(drives, Qt::Key_Up);
   EXPECT_EQ(happened, "/");
 
   form->hide();
@@ -346,8 +350,7 @@ TEST_F(Forms, DroppedFilesGoToTheControlThatTakesThem) {
   QMimeData dragged;
   dragged.setUrls({QUrl("file:///a%20b.MES"), QUrl("file:///c.par"), QUrl("http://d.mes"),
                    QUrl("file:///.mes"), QUrl::fromLocalFile(folder.filePath("x.mes"))});
-  QWidget* const targets[] = {form.get(), Find<QLineEdit>(*form, exchange.AKZ)};
-  for (QWidget* target : targets) {
+  for (QWidget* target : {form.get(), Find<QWidget>(*form, exchange.AKZ)}) {
     QDragEnterEvent enter({}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
     QCoreApplication::sendEvent(target, &enter);
     EXPECT_TRUE(enter.isAccepted());
@@ -392,9 +395,8 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
   PowerHistory history;
   power.Verlauf.Show(history.Data());
   auto* view = Find<CurveView>(*form, power.Verlauf);
-  const auto words = [&] {
-    return QAccessible::queryAccessibleInterface(view)->text(QAccessible::Description).toStdString();
-  };
+  auto* spoken = QAccessible::queryAccessibleInterface(view);
+  const auto words = [&] { return spoken->text(QAccessible::Description).toStdString(); };
   EXPECT_EQ(words(), "Noch keine Werte");
   const QImage empty = view->grab().toImage();
   history.Restart({2026, 12, 31, 23, 59, 50}, 86390);
@@ -408,7 +410,6 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
       "Akkuspannung zuletzt 6.810V, insgesamt 6.810 bis 6.820V; Temperatur zuletzt 23°C, insgesamt 23°C");
   QTest::keyClick(view, Qt::Key_Left);
   EXPECT_EQ(words(), "23:59:51; Akkuladung 79.0%; Akkuspannung 6.820V; Temperatur 23°C");
-  auto* spoken = QAccessible::queryAccessibleInterface(view);
   EXPECT_EQ(spoken->text(QAccessible::Value).toStdString(), words());
   EXPECT_NE(spoken->text(QAccessible::Name).toStdString(), words());
   QTest::keyClick(view, Qt::Key_Right);
@@ -422,8 +423,7 @@ TEST_F(Forms, ACurveTellsItsValuesByKeyboardAndSavesItsPicture) {
   menu->actions().last()->trigger();
   menu->close();
   QCoreApplication::processEvents();
-  const QImage picture = QImage::fromData(QByteArray::fromStdString(saved));
-  EXPECT_EQ(picture.size(), QSize(2000, 960));
+  EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(saved)).size(), QSize(2000, 960));
 }
 
 TEST_F(Forms, AReaderOfTheValuesKeepsHisPlaceWhenTheyAreReplaced) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <ctime>
 
+#include "platform/seeded_random.h"
 #include "support/scratch_folder.h"
 #include "this_host/this_host.h"
 
@@ -93,6 +94,7 @@ TEST(HostClock, TellsTheTimeOfTheHostAndRuns) {
 TEST(HostRandom, IsAnotherOneInEachRun) {
   decltype(ThisHost::random) first, second;
   EXPECT_NE(first.Next(), second.Next());
+  EXPECT_EQ(SeededRandom(5489).Next(), 0.7868209548678019) << "a fraction";
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ TEST(Text, BytesAreReadAsWindows1252AndComeBack) {
 }
 
 TEST(Text, WhatHasNoByteBecomesAQuestionMark) {
-  EXPECT_EQ(ToBytes("aĀb 漢字 \U0001F600! \u0080"), "a?b ?? ?! ?")
+  EXPECT_EQ(ToBytes("aĀ\U0010FFFFb 漢字 \U0001F600! \u0080"), "a??b ?? ?! ?")
       << "also the character of the euro sign's number";
   EXPECT_EQ(ToBytes("\x80 \xF8\xFF \xC0\xAF \xED\xA0\x80\xED\xBF\xBF \xF4\x90\x80\x80 \xC3\xC3\xA4 \xE2\x82"),
             "? ?? ?? ?????? ???? ?\xE4 ??")
@@ -30,7 +30,7 @@ TEST(Text, FilesAreTakenAsUtf8OnlyWhenTheyAre) {
   const std::string rows[][3] = {
       {"aMa\xDF", "aMa\xDF", "Maß"},
       {"a\x85 漢 \xE4", "a\x85 \xE6\xBC\xA2 \xE4", "… æ¼¢ ä"},
-      {"漢 ä…ƒ\u0085 €x", "? \xE4??? ?x", " ä…ƒ\u0085 €x"},
+      {"漢 ä…ƒ\u0085 €x\u00A0Ā", "? \xE4??? ?x\xA0?", " ä…ƒ\u0085 €x\u00A0Ā"},
       {"\uFEFFaäß°", "a\xE4\xDF\xB0", "äß°"},
       {"\u0308A\u0308a\u0302a\u0300u\u0308\u0308x\u0308", "?\xC4\xE2\xE0\xFC?x?", "Äâàü\u0308x\u0308"},
   };

@@ -70,7 +70,7 @@ TEST(TableImages, AreReadBackAsTheFilesThatTheyCouldBeMadeOf) {
   // Bytes changed, and what is said of it besides the checksum.
   using Damage = std::tuple<TableImage, std::size_t, Bytes, std::string>;
   for (const auto& [image, at, bytes, told] :
-       {Damage{newer, 28, Bytes("z", 2), "Abschnitt 1 (Tabellenstand) ist beschädigt"},
+       {Damage{newer, 28, Bytes("z\0", 2), "Abschnitt 1 (Tabellenstand) ist beschädigt"},
         {newer, 72, "z", "Abschnitt 3 (Ämter) ist beschädigt"},
         {newer, 16000, "z", "Prüfsumme 4A76 hex, 49F1 hex erwartet"},
         {newer, 4, "z", "Abschnitt 2 (Parameter) ist beschädigt"},

@@ -227,8 +227,9 @@ TEST(Update, RefusesTablesAndDevicesThatDoNotSuit) {
     Bytes& text = rig.files[row.file];
     text.replace(text.find(row.replaced), row.replaced.size(), row.by);
     rig.Load();
-    if (row.said.starts_with("Abbruch(2)"))
+    if (row.said.starts_with("Abbruch(2)")) {
       EXPECT_EQ(rig.The<Label>("Fill2").Text(), "Die Tabellen passen nicht zusammen");
+    }
     if (row.device) rig.Connect(*row.device);
     rig.host.windows.CancelNext();
     EXPECT_EQ(rig.Start(), Strings{row.said});

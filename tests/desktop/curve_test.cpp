@@ -1,19 +1,13 @@
 // What a curve consists of, every line, dot and word, with place and look; and texts that may be cut.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QFile>
-#include <QHelpEvent>
-#include <QPaintEngine>
-#include <QPainterPath>
-#include <QScreen>
-#include <QTest>
-#include <QTextStream>
-#include <QToolTip>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "desktop/control_ties.h"
 #include "desktop/curve_painting.h"
 #include "desktop/curve_text.h"
+#include "desktop/expected_text.h"
 #include "desktop/quiet_label.h"
 #include "desktop/time_axis.h"
 #include "support/test_host.h"
@@ -27,15 +21,15 @@ class Recorder : public QPaintEngine, public QPaintDevice {
  public:
   explicit Recorder(const QFont& font) : QPaintEngine(AllFeatures), font_(font) {}
 
-  void Paint(const QRect& area, const CurveData& data, const QPalette& palette,
-             std::optional<double> marked) {
+  QByteArray Paint(const QRect& area, const CurveData& data, const QPalette& palette,
+                   std::optional<double> marked) {
     QPainter painter(this);
     painter.setFont(font_);
     layout_.emplace(area, painter.fontMetrics(), data);
     area_ = area;
     PaintCurve(painter, area, palette, data, marked);
+    return std::exchange(written_, {}).toUtf8() + "\n";
   }
-  std::string Take() { return std::exchange(written_, {}).toStdString(); }
 
   bool begin(QPaintDevice* /*device*/) override { return true; }
   bool end() override { return true; }
@@ -146,20 +140,11 @@ TEST(Curve, ConsistsOfItsLinesDotsAndWords) {
   const auto paint = [&](const CurveData& painted, QColor ground, QColor ink, std::optional<double> marked) {
     palette.setColor(QPalette::Base, ground);
     palette.setColor(QPalette::Text, ink);
-    recorder.Paint(area, painted, palette, marked);
-    return recorder.Take() + "\n";
+    return recorder.Paint(area, painted, palette, marked);
   };
-  const std::string seen = paint(data, Qt::white, Qt::black, {}) +
-                           paint(data, QColor(127, 127, 127), Qt::white, 10) +
-                           paint(empty, QColor(128, 128, 128), Qt::black, 10);
-  QFile file(OX_DEMO_FOLDER "/../tests/desktop/curve.txt");
-  if (qEnvironmentVariableIsSet("OX_RENEW") && file.open(QIODevice::WriteOnly)) file.write(seen.c_str());
-  file.close();
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArrayList expected = file.readAll().split('\n'),
-                       lines = QByteArray::fromStdString(seen).split('\n');
-  for (int line = 0; line < std::max(expected.size(), lines.size()); ++line)
-    ASSERT_EQ(lines.value(line).toStdString(), expected.value(line).toStdString()) << "line " << line + 1;
+  ExpectFile("curve.txt", paint(data, Qt::white, Qt::black, {}) +
+                              paint(data, QColor(127, 127, 127), Qt::white, 10) +
+                              paint(empty, QColor(128, 128, 128), Qt::black, 10));
 
   QApplication::setPalette(QColor(30, 30, 30));  // a dark screen
   const QImage picture = QImage::fromData(PictureOfCurve(data, "Titel"));
@@ -205,12 +190,11 @@ TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
   view.clearFocus();
   const QRect area = view.rect().adjusted(4, 4, -4, -4);
   const QRect plot = CurveLayout(area, view.fontMetrics(), data).plot;
+  const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(&view, &event); };
   const auto move = [&](int x) {
-    QMouseEvent event(QEvent::MouseMove, QPointF(x, 50), QPointF(x, 50), Qt::NoButton, {}, {});
-    QCoreApplication::sendEvent(&view, &event);
+    send(QMouseEvent(QEvent::MouseMove, QPointF(x, 50), QPointF(x, 50), Qt::NoButton, {}, {}));
   };
   const auto press = [&](Qt::Key key) { QTest::keyClick(&view, key); };
-  const auto send = [&](QEvent&& event) { QCoreApplication::sendEvent(&view, &event); };
   press(Qt::Key_Home);
   move(plot.left());
   QCoreApplication::processEvents();
@@ -252,7 +236,7 @@ TEST(Curve, ShowsWhatTheMouseAndTheKeysAreOn) {
   }
 }
 
-TEST(TimeAxis, HasAStepForEveryLength) {
+TEST(TimeAxis, HasAStepForEveryLengthAndMarksAtRoundTimesAndWhereDaysBegin) {
   const int minute = 60, hour = 3600, day = 86400;
   for (const int step : {1,          2,          5,           10,          15,          30,      minute,
                          2 * minute, 5 * minute, 10 * minute, 15 * minute, 30 * minute, hour,    2 * hour,
@@ -269,18 +253,14 @@ TEST(TimeAxis, HasAStepForEveryLength) {
     const AxisRange range = RangeAround(least, greatest, span);
     EXPECT_EQ(std::pair(range.low, range.high), std::pair(low, high)) << greatest;
   }
-}
-
-TEST(TimeAxis, MarksAreRoundTimesOfDayAndDatesWhereDaysBegin) {
-  const CivilTime start{2026, 12, 31, 22, 59, 50};
-  const std::pair<double, std::string> rows[] = {
+  const std::pair<double, std::string> lengthsAndMarks[] = {
       {10, "22:59:50 22:59:55 23:00:00 "},           {3600, "23:00 23:15 23:30 23:45 "},
       {86400, "01.01. 06:00 12:00 18:00 "},          {7 * 86400, "02.01. 04.01. 06.01. "},
       {400 * 86400, "25.03. 17.06. 09.09. 02.12. "},
   };
-  for (const auto& [length, marks] : rows) {
+  for (const auto& [length, marks] : lengthsAndMarks) {
     std::string seen;
-    for (const TimeMark& mark : TimeMarks(start, length, 5)) seen += mark.text + " ";
+    for (const TimeMark& mark : TimeMarks({2026, 12, 31, 22, 59, 50}, length, 5)) seen += mark.text + " ";
     EXPECT_EQ(seen, marks) << length;
   }
 }

@@ -1,24 +1,10 @@
 // Windows over windows, how they go, message boxes over all of them, and rests between their events.
 #include <sys/eventfd.h>
 
-#include <QAbstractEventDispatcher>
-#include <QApplication>
-#include <QClipboard>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFileDialog>
-#include <QLabel>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QSessionManager>
-#include <QSettings>
-#include <QSplitter>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -50,6 +36,10 @@ User Press(Qt::Key key) {
 }
 
 const User kCloseBox = [] { Top()->close(); };
+const User kWorkAndClose = [] {
+  Press(Qt::Key_Return)();
+  kCloseBox();
+};
 const User kSessionEnds = [] {
   QEvent quit(QEvent::Quit);
   QCoreApplication::sendEvent(qApp, &quit);
@@ -192,13 +182,12 @@ TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
                                                          {"alt", Press(Qt::Key_Return), "alt.txt 0"}};
   for (const auto& [typed, answer, expected] : rows) {
     std::string seen;
+    const SaveAnswer answered = [&](const std::string& path, std::size_t kind) {
+      seen = std::filesystem::path(path).filename().string() + " " + std::to_string(kind);
+      throw std::runtime_error(seen);
+    };
     dialogue.work.onClick = [&, &name = typed, &user = answer] {
-      windows.AskWhereToSave(
-          "werte", {{"Text", "txt"}, {"Tabelle", "csv"}}, [&](const std::string& path, std::size_t kind) {
-            seen =
-                QFileInfo(QString::fromStdString(path)).fileName().toStdString() + " " + std::to_string(kind);
-            throw std::runtime_error(seen);
-          });
+      windows.AskWhereToSave("werte", {{"Text", "txt"}, {"Tabelle", "csv"}}, answered);
       auto* question = qobject_cast<QFileDialog*>(Top());
       EXPECT_EQ(question->selectedFiles().front(),
                 QDir(name == "neu" ? "" : folder.path()).absoluteFilePath("werte.txt"));
@@ -217,10 +206,7 @@ TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
       question->close();
     };
     testing::internal::CaptureStderr();
-    Life([&] {
-      Press(Qt::Key_Return)();
-      kCloseBox();
-    });
+    Life(kWorkAndClose);
     EXPECT_EQ(seen, expected);
     EXPECT_TRUE(testing::internal::GetCapturedStderr().ends_with("oxservice: " + seen + "\n") ||
                 seen.empty());
@@ -240,23 +226,20 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::Permissions(0x7000)));
     file.write(content.toUtf8());
   };
-  const auto isBox = [] { return qobject_cast<QMessageBox*>(Top()) != nullptr; };
   /// What the user is told, or what is opened, while a command runs.
   const auto seen = [&]() -> QString {
     QString result;
     dialogue.work.onClick = [&] {
       Press(Qt::Key_F1)();
       QFile page(folder.filePath("seen"));
-      while (!isBox() && !page.exists()) windows.Rest();
+      const auto box = [] { return qobject_cast<QMessageBox*>(Top()); };
+      while (box() == nullptr && !page.exists()) windows.Rest();
       if (page.open(QIODevice::ReadOnly)) result = page.readAll();
-      if (!isBox()) return;
-      result = qobject_cast<QMessageBox*>(Top())->text().remove(QChar(0x200B));  // a long path may be broken
+      if (box() == nullptr) return;
+      result = box()->text().remove(QChar(0x200B));  // a long path may be broken
       kCloseBox();
     };
-    Life([&] {
-      Press(Qt::Key_Return)();
-      kCloseBox();
-    });
+    Life(kWorkAndClose);
     return result;
   };
   EXPECT_EQ(seen(), "Das Handbuch ist nicht vorhanden. Es fehlt hier:\n" + manual);

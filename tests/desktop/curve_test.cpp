@@ -1,8 +1,14 @@
 // What a curve consists of, every line, dot and word, with place and look; and texts that may be cut.
 #include <gtest/gtest.h>
 
-#include <QtTest>
-#include <QtWidgets>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPaintEngine>
+#include <QPainterPath>
+#include <QScreen>
+#include <QTest>
+#include <QTextStream>
+#include <QToolTip>
 
 #include "desktop/control_ties.h"
 #include "desktop/curve_painting.h"

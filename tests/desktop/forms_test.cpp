@@ -1,8 +1,29 @@
 // Every window on its form: what is shown, what the user reaches, and what his clicks and keys do.
 #include "desktop/forms.h"
 
-#include <QtTest>
-#include <QtWidgets>
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDialog>
+#include <QDir>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolTip>
 
 #include "app/start.h"
 #include "chooser/chooser_values.h"

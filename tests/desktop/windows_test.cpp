@@ -1,8 +1,23 @@
 // Windows over windows, how they go, message boxes over all of them, and rests between their events.
 #include <sys/eventfd.h>
 
-#include <QtTest>
-#include <QtWidgets>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSessionManager>
+#include <QSettings>
+#include <QSplitter>
+#include <QTemporaryDir>
+#include <QTest>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -199,7 +214,9 @@ TEST_F(Windows, WhereToSaveIsAskedBesideWhatRunsAndNothingIsReplacedUnasked) {
       question->selectFile(name);
       QMetaObject::invokeMethod(question, "accept");
       if (user) {
-        EXPECT_TRUE(qobject_cast<QMessageBox*>(Top())->text().endsWith("alt.txt gibt es schon. Ersetzen?"));
+        const QString file = QDir::toNativeSeparators(folder.filePath("alt.txt"));
+        EXPECT_EQ(qobject_cast<QMessageBox*>(Top())->text(),
+                  "Die Datei " + file + " gibt es schon. Ersetzen?");
         user();
       }
       EXPECT_EQ(question->isVisible(), seen.empty());

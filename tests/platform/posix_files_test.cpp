@@ -91,7 +91,8 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
     EXPECT_TRUE(files_.SameFile("real/target", other) && files_.Exists(other)) << other;
   for (const char* other : {"twin", "missing", ""}) EXPECT_FALSE(files_.SameFile(other, "link")) << other;
   fs::create_symlink("missing", "nowhere");
-  EXPECT_TRUE(files_.Exists("nowhere") && !files_.Exists("missing"));
+  fs::create_symlink("round", "round");
+  EXPECT_TRUE(files_.Exists("nowhere") && !files_.Exists("missing") && !files_.Replace("round", "new"));
   EXPECT_TRUE(files_.Replace("link", Bytes("new\0\r\n", 6)));
   EXPECT_EQ(reader.get(), 'o') << "a reader sees the old or the new content only";
   EXPECT_EQ(fs::status("real/target").permissions(), fs::perms(0640));
@@ -102,7 +103,8 @@ TEST_F(PosixFilesTest, ReplacesAFileWholeAndKeepsItsRightsAndAppendsToIt) {
 TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
   WriteFile("new", "");
   const fs::perms usual = fs::status("new").permissions();
-  const gid_t group = geteuid() == 0 ? 1 : getegid();  // nobody else may give a file away
+  const uid_t user = geteuid() == 0 ? 1 : geteuid();  // nobody else may give a file away
+  const gid_t group = geteuid() == 0 ? 1 : getegid();
   // The call, its error, the rights of the file and what is left in it.
   const std::tuple<std::string, int, fs::perms, std::string> rows[] = {
       {"fchown", EPERM, usual, "new"},
@@ -123,17 +125,22 @@ TEST_F(PosixFilesTest, WhatTheFileSystemCannotDoIsAFailureOnlyWhereItMatters) {
     failing.clear();
     WriteFile("file", "old one");
     fs::permissions("file", rights);
-    ASSERT_EQ(chown("file", geteuid(), group), 0);
+    ASSERT_EQ(chown("file", user, group), 0);
     failing[call] = error;
     EXPECT_EQ(files_.Replace("file", "new"), left == "new") << call << error;
     EXPECT_EQ(ReadFile("file"), left) << call << error;
     EXPECT_EQ(fs::status("file").permissions(), rights) << call << error;
     struct stat status {};
-    EXPECT_TRUE(stat("file", &status) == 0 && (status.st_gid == group || error == EPERM)) << call << error;
+    EXPECT_TRUE(stat("file", &status) == 0 &&
+                ((status.st_uid == user && status.st_gid == group) || error == EPERM))
+        << call << error;
     EXPECT_EQ(files_.MakeLog("log" + std::to_string(++logs))->Append("x"), call != "write")
         << "a log does not wait for the disk";
     const bool appended = files_.OpenForAppending("log")->Append("x");
     EXPECT_EQ(appended, (call != "fsync" && call != "write") || left == "new") << call << error;
+    EXPECT_EQ(fs::status("log").permissions(), usual);
+    EXPECT_EQ(files_.Replace("log", "x"), call.starts_with("fch") || left == "new")
+        << "it has its owner and rights";
   }
   EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 3 + logs) << "left something behind";
 }
@@ -162,24 +169,30 @@ TEST_F(PosixFilesTest, WhatKilledProgramsLeftIsCleared) {
   if (dead == 0) _exit(0);
   waitpid(dead, nullptr, 0);
   const std::string left = TemporaryName(static_cast<std::uint32_t>(dead), 0), number = std::to_string(dead);
-  Names others = {".ox--1-0.tmp", left + "x", "x" + left, ".ox-" + number + "+0.tmp",
+  Names others = {TemporaryName(1, 0),
+                  ".ox--1-0.tmp",
+                  left + "x",
+                  "x" + left,
+                  ".ox-" + number + "+0.tmp",
                   ".ox-" + std::to_string(dead + (1LL << 32)) + "-0.tmp"};
   for (int own = 0; own < 9; ++own)
     others.push_back(TemporaryName(static_cast<std::uint32_t>(getpid()), own));
   for (const std::string& name : others) WriteFile(name, "");
   WriteFile(left, "");
+  WriteFile(TemporaryName(static_cast<std::uint32_t>(dead), 1), "");
   EXPECT_TRUE(files_.Replace("file", "new"));
-  EXPECT_FALSE(fs::exists(left));
+  EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), std::ssize(others) + 1);
   for (const std::string& name : others) EXPECT_TRUE(fs::exists(name)) << name;
 }
 
 TEST_F(PosixFilesTest, AProgramStartedWithoutItsStreamsOpensNothingInTheirPlace) {
-  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    const Descriptor kept(dup(stream));
-    close(stream);
+  for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+    const Descriptor input(dup(STDIN_FILENO)), kept(dup(stream));
+    const int next = Descriptor(dup(stream)).Number();
+    close(STDIN_FILENO), close(stream);
     const StandardStreams streams;
-    EXPECT_NE(Descriptor(open(".", O_RDONLY)).Number(), stream);
-    dup2(kept.Number(), stream);
+    EXPECT_EQ(Descriptor(open(".", O_RDONLY)).Number(), next);
+    dup2(input.Number(), STDIN_FILENO), dup2(kept.Number(), stream);
   }
 }
 
@@ -190,12 +203,16 @@ TEST_F(PosixFilesTest, ListsDrivesFoldersAndFiles) {
   const std::string here = files_.WorkingFolder();
   EXPECT_EQ(files_.FoldersIn(here), (Names{"a", "b", "to a"}));
   EXPECT_EQ(files_.FilesIn(here), (Names{"M.par", "z.mes", "\xC3\xA4.mes"}));
-  EXPECT_FALSE(files_.FoldersIn("missing") || files_.FilesIn("z.mes"));
-  WriteFile("table", "proc /proc proc rw 0 0\n/dev/loop0 " + here + "/b squashfs ro 0 0\n/dev/sdb1 " + here +
-                         "/a vfat rw 0 0\nnas:/x /nas nfs rw 0 0\n/dev/sdc " + here +
-                         "/z.mes ext4 rw 0 0\nnas:/y /\xFF nfs rw 0 0\n");
+  EXPECT_FALSE(files_.FoldersIn("missing") || files_.FilesIn("z.mes") || files_.Style().driveLetters);
+  std::string table = "proc /proc proc rw 0 0\n/dev/loop0 " + here + "/b squashfs ro 0 0\n/dev/sdb1 " + here +
+                      "/a vfat rw 0 0\n/dev/sdc " + here + "/z.mes ext4 rw 0 0\nnas:/y /\xFF nfs rw 0 0\n";
+  for (const char* type : {"nfs", "nfs", "nfs4", "cifs", "smb3", "9p", "vboxsf", "fuse.sshfs"})
+    table.append("nas:/x /").append(type).append(" ").append(type).append(" rw 0 0\n");
+  WriteFile("table", table);
   mounts = here + "/table";
-  EXPECT_EQ(files_.Drives(), (Names{"/", "/nas", here + "/a"}));
+  Names drives = {"/", "/9p", "/cifs", "/fuse.sshfs", "/nfs", "/nfs4", "/smb3", "/vboxsf", here + "/a"};
+  std::ranges::sort(drives);
+  EXPECT_EQ(files_.Drives(), drives);
 }
 
 }  // namespace

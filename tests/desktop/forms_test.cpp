@@ -2,6 +2,7 @@
 #include "desktop/forms.h"
 
 #include <QAccessible>
+#include <QBitmap>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -214,12 +215,19 @@ TEST_F(Forms, AProgressBarShowsAShareOrThatSomethingMovesAndKeepsItsRoom) {
   const QImage moving = image([&] { bar.Pulse(); });
   EXPECT_NE(moving, image([&] { bar.Pulse(); }));
   EXPECT_NE(moving, half);
-  QList<QImage> places;
+  const QRgb colour = shown->palette().color(QPalette::Highlight).rgb();
+  QList<QRect> marks;
   for (int pulse = 0; pulse < 32; ++pulse) {
     const QImage place = image([&] { bar.Pulse(); });
-    if (!places.contains(place)) places += place;
+    EXPECT_EQ(place.pixel(place.width() - 9, 0), half.pixel(half.width() - 9, 0)) << "the groove";
+    const QRegion marked(QBitmap::fromImage(place.createMaskFromColor(colour, Qt::MaskOutColor)));
+    if (!marks.contains(marked.boundingRect())) marks += marked.boundingRect();
   }
-  EXPECT_EQ(places.size(), 17) << "from one end to the other and back";
+  EXPECT_EQ(marks.size(), 17) << "from one end to the other and back";
+  const QRect inside = shown->rect().adjusted(1, 1, -1, -1);
+  const QSize size(inside.width() / 5, inside.height());
+  for (const int left : {1, inside.right() + 1 - size.width()})
+    EXPECT_TRUE(marks.contains(QRect(QPoint(left, 1), size)));
   EXPECT_EQ(image([&] { bar.SetPercent(50); }), half);
   EXPECT_EQ(Find<QWidget>(*form, tables.Progress.Step)->y(), room);
 }

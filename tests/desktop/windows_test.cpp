@@ -260,6 +260,9 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
     return result;
   };
   EXPECT_EQ(seen(), "Das Handbuch ist nicht vorhanden. Es fehlt hier:\n" + manual);
+  const QString built =
+      QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../../packaging/handbuch.html");
+  write(built, "x");
   write(manual, "x");
   qputenv("PATH", folder.path().toUtf8());
   const QString failure = "Das Handbuch lässt sich nicht anzeigen. Es liegt hier:\n" + manual;
@@ -270,9 +273,12 @@ TEST_F(Windows, F1OpensTheManualAtTheWindowsChapterOrSaysWhereItLiesAndNothingWa
         "#!/bin/sh\nfor n in 0 1 2; do [ -c /dev/fd/$n ] || exit 1; done\n/bin/cp \"$1\" \"${0%/*}/part\"; "
         "/bin/mv \"${0%/*}/part\" \"${0%/*}/seen\"\n");
   EXPECT_TRUE(seen().contains("url=file://" + manual + "#update-programm\""));
+  QFile::remove(manual);
+  QFile::remove(folder.filePath("seen"));
+  EXPECT_TRUE(seen().contains("url=file://" + built + "#update-programm\"")) << "in a checkout";
   EXPECT_TRUE(QFile::exists(folder.filePath("oxservice/handbuch.html")));
   qputenv("PATH", path);
-  QFile::remove(manual);
+  QFile::remove(built);
 }
 
 TEST_F(Windows, AWindowStandsAsItWasLeftAndWithinItsScreen) {

@@ -183,6 +183,7 @@ TEST_F(PosixFilesTest, WhatKilledProgramsLeftIsCleared) {
   EXPECT_TRUE(files_.Replace("file", "new"));
   EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), std::ssize(others) + 1);
   for (const std::string& name : others) EXPECT_TRUE(fs::exists(name)) << name;
+  EXPECT_EQ(MakerOf(others[0]), 1U);
 }
 
 TEST_F(PosixFilesTest, AProgramStartedWithoutItsStreamsOpensNothingInTheirPlace) {

@@ -160,9 +160,10 @@ TEST(UpdateProcedures, TheSecondsThatRemainAreKnownSoonAndDoNotJump) {
 }
 
 TEST(LoaderHex, ItsFirstFaultyLineIsFound) {
-  const Bytes end = ":00000001FF\n";
+  const Bytes end = ":00000001FF\n", record = ":0100000041BE";
   EXPECT_EQ(FaultyHexLine(end), 0);
   EXPECT_EQ(FaultyHexLine(":01000a0041BF\n" + end), 1) << "a small letter is no digit, FF least of all";
+  EXPECT_EQ(FaultyHexLine(record + "\r" + record + "\r\n" + record + "\nx\n" + end), 4);
 }
 
 TEST(ProgramFile, GetsACheckWordWhenItIsLoadedInGeneration2Only) {

@@ -3,6 +3,7 @@
 
 #include "chooser/chooser_values.h"
 #include "chooser/file_chooser.h"
+#include "support/expected_text.h"
 #include "support/test_host.h"
 
 namespace ox::test {
@@ -25,7 +26,7 @@ struct Chooser : testing::Test {
     host_.files.workingFolder = folder;
     window_.emplace(host_.host, subs_);
     window_->Command1.ConnectView([this](Change change) { enterAccepts_ = change == Change::kDefault; });
-    subs_.chooser.FilePattern = "*.mes";
+    subs_.chooser = {.FilePattern = "*.mes"};
     host_.windows.OpenMain(*window_);
     return *window_;
   }
@@ -120,49 +121,35 @@ TEST_F(Chooser, ComesBackToTheLastChoiceOrStaysWhereItWas) {
 }
 
 TEST_F(Chooser, NamesBecomePaths) {
-  // The folder listed, the name typed, what is left; absolute names stand for themselves.
-  const std::string rows[][3] = {
-      {R"(C:\Tab)", "netz", R"(C:\Tab\netz.mes | C: \Tab)"},
-      {R"(C:\)", "netz.txt", R"(C:\netz.txt | C: \)"},
-      {R"(C:\Tab)", R"(alt.\)", R"( | C: \Tab)"},
-      {R"(\\rechner\x)", "netz", R"(\\rechner\x\netz.mes |  )"},
-      {"/mnt/x/a b", "c", "/mnt/x/a b/c.mes | /mnt/x /a b"},
-      {"/mnt/x/a b", "c:d", "/mnt/x/a b/c:d.mes | /mnt/x /a b"},
-      {"/mnt/xy", "c", "/mnt/xy/c.mes | /mnt /xy"},
-      {R"(C:\Tab)", R"(D:\alt.x\netz)", R"(D:\alt.x\netz |  )"},
-      {"/home/ox", "/tmp/x", "/tmp/x.mes |  "},
-      {"/home/ox", "", " |  "},
-  };
-  for (const auto& [folder, typed, left] : rows) {
-    subs_.chooser = {};
+  std::string seen;
+  const std::pair<const char*, const char*> names[] = {
+      {R"(C:\Tab)", "netz"},     {R"(C:\)", "netz.txt"},
+      {R"(C:\Tab)", R"(alt.\)"}, {R"(\\rechner\x)", "netz"},
+      {"/mnt/x/a b", "c"},       {"/mnt/x/a b", "c:d"},
+      {"/mnt/xy", "c"},          {R"(C:\Tab)", R"(D:\alt.x\netz)"},
+      {"/home/ox", "/tmp/x"},    {"/home/ox", ""}};
+  for (const auto& [folder, typed] : names) {
     Dateiwahl& window = StartIn(folder);
     window.Text2.Edit(typed);
     window.Command1.Click();
     EXPECT_FALSE(window.IsOpen());
-    EXPECT_EQ(Left(), left) << typed;
+    seen += std::string(folder) + " + " + typed + " = " + Left() + "|\n";
   }
+  ExpectFile("chooser/names.txt", seen);
 }
 
 TEST_F(Chooser, ListsTheFilesThatFitThePattern) {
   const std::string sixtyAs(60, 'a');  // takes for ever if every star is tried for itself
   host_.files.content[R"(C:\Tab\)" + sixtyAs];
   host_.files.content[R"(C:\Tab\÷ÿàþaz.par)"];
-  const std::string all = "Netz.MES,Süd 2.mes," + sixtyAs + ",netz.par,÷ÿàþaz.par";
-  const std::string rows[][2] = {
-      {"*.mes", "Netz.MES,Süd 2.mes"},
-      {" netZ*.ME?* ", "Netz.MES"},
-      {"*.par;S?d*;", "Süd 2.mes,netz.par,÷ÿàþaz.par"},
-      {"sÜD*; ÷ß.par; ×*", "Süd 2.mes"},
-      {"÷ÿÀÞAZ.par", "÷ÿàþaz.par"},
-      {"*a*a*a*a*a*a*a*a*a*a*a*a*a*b;*S2*;S?x*", ""},
-      {"*.*", all},
-      {" ", all},
-  };
+  std::string seen;
   Dateiwahl& window = StartIn(R"(C:\Tab)");
-  for (const auto& [pattern, fitting] : rows) {
+  for (const char* pattern : {"*.mes", " netZ*.ME?* ", "*.par;S?d*;", "sÜD*; ÷ß.par; ×*", "÷ÿÀÞAZ.par",
+                              "*a*a*a*a*a*a*a*a*a*a*a*a*a*b;*S2*;S?x*", "*.*", " "}) {
     window.Text1.Edit(pattern);
-    EXPECT_EQ(Lines(window.File1), fitting + " | ") << pattern;
+    seen += Lines(window.File1) + '"' + pattern + "\"\n";
   }
+  ExpectFile("chooser/patterns.txt", seen);
 }
 
 }  // namespace ox::test
